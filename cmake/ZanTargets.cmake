@@ -1,0 +1,37 @@
+# How zan's libraries and programs are compiled and linked: warnings, visibility, versions, the export lists.
+include(GNUInstallDirs)
+
+function(zan_warnings target)
+  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  endif()
+endfunction()
+
+# Links a library with an export list: a file with one symbol a line and comments behind '#'.
+function(zan_link_export_list target list)
+  set(path "${CMAKE_CURRENT_SOURCE_DIR}/${list}")
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${path}")
+  file(STRINGS "${path}" symbols REGEX "^[^#]")
+  list(JOIN symbols ";\n    " joined)
+  set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
+  file(CONFIGURE OUTPUT "${script}" CONTENT "{\n  global:\n    @joined@;\n  local: *;\n};\n" @ONLY)
+  target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
+endfunction()
+
+# A shared library with its export list. The caller adds the sources.
+function(zan_add_library target exports)
+  add_library(${target} SHARED)
+  target_compile_features(${target} PUBLIC cxx_std_17 PRIVATE cxx_std_20)
+  target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+  set_target_properties(
+    ${target}
+    PROPERTIES CXX_EXTENSIONS OFF
+               CXX_VISIBILITY_PRESET hidden
+               VISIBILITY_INLINES_HIDDEN ON
+               VERSION ${PROJECT_VERSION}
+               SOVERSION ${PROJECT_VERSION_MAJOR})
+  zan_warnings(${target})
+  zan_exact_arithmetic(${target})
+  zan_link_export_list(${target} ${exports})
+endfunction()

@@ -1,0 +1,194 @@
+// The records and codes that every part of Zan shares: result codes, fixed point, ratios, points, rectangles, vectors.
+// Plain data only. Nothing here is exported by the library and nothing here can fail.
+#ifndef ZAN_TYPES_H
+#define ZAN_TYPES_H
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+/// @def ZAN_API
+/// Marks what the library exports; on Windows, what a host imports from zan.dll.
+#if defined(_WIN32)
+#if defined(ZAN_BUILDING)
+#define ZAN_API __declspec(dllexport)
+#else
+#define ZAN_API __declspec(dllimport)
+#endif
+#else
+#define ZAN_API __attribute__((visibility("default")))
+#endif
+
+/// @def ZAN_MAY_ALIAS
+/// A Zan_Rect is read and written through the Zan_Point views that Zan_TopLeft and Zan_BottomRight return, so the
+/// compiler must let the two types overlap.
+#if defined(__GNUC__) || defined(__clang__)
+#define ZAN_MAY_ALIAS __attribute__((may_alias))
+#else
+#define ZAN_MAY_ALIAS
+#endif
+
+/// @defgroup codes Result codes
+/// Every plain function that can fail returns one of these (or a code of the platform); 0 is success. The classes throw
+/// a non-zero code as `long`.
+/// @{
+inline constexpr int32_t Zan_Err_Overflow = 0x1102;             ///< a result does not fit its type
+inline constexpr int32_t Zan_Err_Underflow = 0x1103;            ///< a result is too small for its type
+inline constexpr int32_t Zan_Err_DivideByZero = 0x1104;         ///< a divisor is zero
+inline constexpr int32_t Zan_Err_UnrequestedService = 0x1105;   ///< a service that Zan_Birth was not asked for
+inline constexpr int32_t Zan_Err_ZeroDenominator = 0x1106;      ///< a ratio with denominator zero
+inline constexpr int32_t Zan_Err_CannotInvert = 0x1107;         ///< the matrix is singular
+inline constexpr int32_t Zan_Err_CannotDecompose = 0x1108;      ///< the matrix is projective or has m33 = 0
+inline constexpr int32_t Zan_Err_NoNormal = 0x1109;             ///< a normal vector cannot be formed
+inline constexpr int32_t Zan_Err_NoPlaneIntersection = 0x110A;  ///< the ray misses the plane
+inline constexpr int32_t Zan_Err_HomogeneousWZero =
+    0x110C;                                               ///< a point with w near zero was to be divided; only thrown
+inline constexpr int32_t Zan_Result_BadAxis = 3;          ///< a rotation axis is shorter than 1e-12
+inline constexpr int32_t Zan_Result_Failed = 4;           ///< an allocation failed, or a service is unavailable
+inline constexpr int32_t Zan_Result_VersionMismatch = 7;  ///< host and library disagree about the interface version
+inline constexpr int32_t Zan_Result_OutOfRange = 10;      ///< a rectangle does not fit the 16-bit record
+/// @}
+
+/// @defgroup severities Severities of a report
+/// @{
+inline constexpr int32_t Zan_kSeverityUnderflow = 4;         ///< Zan_Err_Underflow only
+inline constexpr int32_t Zan_kSeverityError = 8;             ///< every other error of the library
+inline constexpr int32_t Zan_kSeverityVersionMismatch = 16;  ///< Zan_CheckVersions
+/// @}
+
+/// 16.16 fixed point: raw / 65536, from -32768.0 to 32767.99998474.
+using Zan_Fixed = int32_t;
+/// 8.24 fixed point: raw / 16777216, from -128.0 to 127.99999994.
+using Zan_Fix24 = int32_t;
+/// What a 16.16 or 8.24 operation returns when its result does not fit or cannot be formed.
+inline constexpr int32_t Zan_kFixedFailure = INT32_MIN;
+
+/// A rational number. {0, 0} is the output of a failed operation.
+struct Zan_Ratio {
+    int32_t num;   ///< numerator; carries the sign
+    uint32_t den;  ///< denominator; 0 is invalid as an operand
+};
+
+/// @defgroup records Points and rectangles
+/// Vertical coordinates grow downward. Integer and fixed rectangles are half-open: left <= h < right, top <= v <
+/// bottom. Note that the 16-bit records keep the vertical coordinate first and the wider ones the horizontal one.
+/// @{
+
+/// A 16-bit point, vertical coordinate first.
+struct ZAN_MAY_ALIAS Zan_Point {
+    int16_t v, h;
+};
+/// A 32-bit point.
+struct Zan_LPoint {
+    int32_t h, v;
+};
+/// A 16.16 point.
+struct Zan_FixedPoint {
+    Zan_Fixed h, v;
+};
+/// A 16-bit rectangle: two Zan_Point end to end, top left and bottom right.
+struct Zan_Rect {
+    int16_t top, left, bottom, right;
+};
+/// A 32-bit rectangle.
+struct Zan_LRect {
+    int32_t left, top, right, bottom;
+};
+/// A 16.16 rectangle.
+struct Zan_FixedRect {
+    Zan_Fixed left, top, right, bottom;
+};
+/// A rectangle in double precision.
+struct Zan_FloatRect {
+    double left, top, right, bottom;
+};
+/// Position and size in four 16-bit fields. The library stores, copies and compares them; their meaning is the host's.
+struct Zan_WHRect {
+    int16_t a, b, c, d;
+};
+/// @}
+
+/// @defgroup vectors Vectors
+/// Row vectors: a point p goes through a matrix as p' = p * M. A default-constructed vector holds no defined values.
+/// @{
+
+/// A vector or point in the plane.
+template <class T>
+struct Zan_Vector2T {
+    T x, y;
+
+    Zan_Vector2T() = default;
+    constexpr Zan_Vector2T(T xValue, T yValue) : x(xValue), y(yValue) {}
+
+    /// (x - o.x)^2 + (y - o.y)^2, formed in T.
+    [[nodiscard]] constexpr T DistanceSquared(const Zan_Vector2T& o) const {
+        const T dx = x - o.x;
+        const T dy = y - o.y;
+        return dx * dx + dy * dy;
+    }
+    /// Both members compare equal: -0.0 equals 0.0, NaN equals nothing.
+    [[nodiscard]] friend constexpr bool operator==(const Zan_Vector2T& a, const Zan_Vector2T& b) {
+        return a.x == b.x && a.y == b.y;
+    }
+    [[nodiscard]] friend constexpr bool operator!=(const Zan_Vector2T& a, const Zan_Vector2T& b) { return !(a == b); }
+};
+
+/// A vector or point in space, or a homogeneous point of the plane with z as its w.
+template <class T>
+struct Zan_Vector3T {
+    T x, y, z;
+
+    Zan_Vector3T() = default;
+    constexpr Zan_Vector3T(T xValue, T yValue, T zValue) : x(xValue), y(yValue), z(zValue) {}
+    /// The homogeneous point (v.x, v.y, 1).
+    explicit constexpr Zan_Vector3T(const Zan_Vector2T<T>& v) : x(v.x), y(v.y), z(1) {}
+
+    /// (x^2 + y^2) + z^2.
+    [[nodiscard]] constexpr T LengthSquared() const { return x * x + y * y + z * z; }
+};
+
+/// A homogeneous point of space.
+template <class T>
+struct Zan_Vector4T {
+    T x, y, z, w;
+
+    Zan_Vector4T() = default;
+    constexpr Zan_Vector4T(T xValue, T yValue, T zValue, T wValue) : x(xValue), y(yValue), z(zValue), w(wValue) {}
+    /// The homogeneous point (v.x, v.y, v.z, 1).
+    explicit constexpr Zan_Vector4T(const Zan_Vector3T<T>& v) : x(v.x), y(v.y), z(v.z), w(1) {}
+
+    /// ((x^2 + y^2) + z^2) + w^2.
+    [[nodiscard]] constexpr T LengthSquared() const { return x * x + y * y + z * z + w * w; }
+};
+/// @}
+
+/// @cond
+namespace zan_layout {
+template <class T>
+inline constexpr bool kPlainData = std::is_standard_layout_v<T>&& std::is_trivially_copyable_v<T>;
+
+static_assert(kPlainData<Zan_Ratio> && sizeof(Zan_Ratio) == 8 && offsetof(Zan_Ratio, den) == 4);
+static_assert(kPlainData<Zan_Point> && sizeof(Zan_Point) == 4 && offsetof(Zan_Point, h) == 2);
+static_assert(kPlainData<Zan_LPoint> && sizeof(Zan_LPoint) == 8 && offsetof(Zan_LPoint, v) == 4);
+static_assert(kPlainData<Zan_FixedPoint> && sizeof(Zan_FixedPoint) == 8 && offsetof(Zan_FixedPoint, v) == 4);
+static_assert(kPlainData<Zan_Rect> && sizeof(Zan_Rect) == 8 && offsetof(Zan_Rect, left) == 2 &&
+              offsetof(Zan_Rect, bottom) == 4 && offsetof(Zan_Rect, right) == 6);
+static_assert(kPlainData<Zan_LRect> && sizeof(Zan_LRect) == 16 && offsetof(Zan_LRect, top) == 4 &&
+              offsetof(Zan_LRect, right) == 8 && offsetof(Zan_LRect, bottom) == 12);
+static_assert(kPlainData<Zan_FixedRect> && sizeof(Zan_FixedRect) == 16 && offsetof(Zan_FixedRect, top) == 4 &&
+              offsetof(Zan_FixedRect, right) == 8 && offsetof(Zan_FixedRect, bottom) == 12);
+static_assert(kPlainData<Zan_FloatRect> && sizeof(Zan_FloatRect) == 32 && offsetof(Zan_FloatRect, top) == 8 &&
+              offsetof(Zan_FloatRect, right) == 16 && offsetof(Zan_FloatRect, bottom) == 24);
+static_assert(kPlainData<Zan_WHRect> && sizeof(Zan_WHRect) == 8 && offsetof(Zan_WHRect, d) == 6);
+static_assert(kPlainData<Zan_Vector2T<double>> && sizeof(Zan_Vector2T<double>) == 16 &&
+              offsetof(Zan_Vector2T<double>, y) == 8);
+static_assert(kPlainData<Zan_Vector2T<float>> && sizeof(Zan_Vector2T<float>) == 8 &&
+              offsetof(Zan_Vector2T<float>, y) == 4);
+static_assert(kPlainData<Zan_Vector3T<double>> && sizeof(Zan_Vector3T<double>) == 24 &&
+              offsetof(Zan_Vector3T<double>, z) == 16);
+static_assert(kPlainData<Zan_Vector4T<double>> && sizeof(Zan_Vector4T<double>) == 32 &&
+              offsetof(Zan_Vector4T<double>, w) == 24);
+}  // namespace zan_layout
+/// @endcond
+
+#endif  // ZAN_TYPES_H

@@ -1,0 +1,139 @@
+// Bel, the host's utility library, as Zan calls it: last error, reports, message strings, handles, tracked memory.
+// The first part is what a host's real library provides; the controls below it are this stand-in's own.
+#ifndef ZAN_PLATFORM_BEL_H
+#define ZAN_PLATFORM_BEL_H
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+
+#if defined(_WIN32)
+#if defined(ZAN_PLATFORM_BUILDING)
+#define ZAN_PLATFORM_API __declspec(dllexport)
+#else
+#define ZAN_PLATFORM_API __declspec(dllimport)
+#endif
+#else
+#define ZAN_PLATFORM_API __attribute__((visibility("default")))
+#endif
+
+/// A relocatable block: points to the master pointer; *handle is the data, or null once the memory has been reclaimed.
+using Bel_Handle = void**;
+
+/// Size in bytes of each thread's logging buffer.
+inline constexpr size_t kBel_LoggingBufferSize = 512;
+
+/// What Bel_TranslateAndReportException returns: for std::bad_alloc, for std::length_error, for any other exception.
+inline constexpr int32_t kBel_Err_OutOfMemory = 1;
+inline constexpr int32_t kBel_Err_TooLong = 6;
+inline constexpr int32_t kBel_Err_Exception = 9;
+
+extern "C" {
+
+/// Sets the calling thread's last error.
+ZAN_PLATFORM_API void Belp_SetThreadLastError(int32_t error);
+
+/// The calling thread's logging buffer, kBel_LoggingBufferSize bytes; valid until the thread ends.
+ZAN_PLATFORM_API char* Belp_GetThreadLoggingBuffer();
+
+/// Reports an error whose text is what the calling thread's logging buffer holds.
+ZAN_PLATFORM_API void Belp_ReportError(uint32_t errorNumber, int32_t severity);
+
+/// Reports an error with a ready text.
+ZAN_PLATFORM_API void Belp_ReportErrString(uint32_t errorNumber, int32_t severity, const char* text);
+
+/// Reports one of the platform's own errors; a null text stands for the platform's text for the code.
+/// @return platformCode
+ZAN_PLATFORM_API int32_t Belp_ReportVamoErrString(uint32_t errorNumber, int32_t severity, int32_t platformCode,
+                                                  const char* textOrNull);
+
+/// The text of a message-table entry in the current language; the English text of the table when there is no catalogue,
+/// when it has no text for the entry, or when its text would not format with the same arguments. Empty for an index
+/// outside the table. The two trailing arguments are zero.
+ZAN_PLATFORM_API const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t zero1, int32_t zero2);
+
+/// @return 0 when this library satisfies the interface version, else 1 after a report under errorNumber
+ZAN_PLATFORM_API int32_t Bel_CheckVersions(int32_t errorNumber, int32_t version);
+
+/// Allocates a block of zeros. Null after a report under errorNumber (severity 8, "not enough memory for NAME.").
+ZAN_PLATFORM_API Bel_Handle Bel_AllocateHandle(uint32_t errorNumber, const char* name, size_t bytes);
+
+/// The same, without a report.
+ZAN_PLATFORM_API Bel_Handle Bel_AllocateHandleQuiet(size_t bytes);
+
+/// Frees the block and its master pointer; null does nothing.
+ZAN_PLATFORM_API void Bel_FreeHandle(Bel_Handle handle);
+
+}  // extern "C"
+
+/// Reports a caught exception (number 0, severity 8, its what()) and gives the result code for it.
+ZAN_PLATFORM_API int32_t Bel_TranslateAndReportException(const std::exception& exception);
+
+/// Memory that the host counts.
+struct Bel_MemTrackedObject {
+    /// @param bytes  size of the block
+    /// @param quiet  false, as Zan calls it: a failure is the exception alone
+    /// @throws std::bad_alloc
+    [[nodiscard]] ZAN_PLATFORM_API static void* TrackedNew(std::size_t bytes, bool quiet);
+    /// Null does nothing.
+    ZAN_PLATFORM_API static void TrackedDelete(void* block);
+};
+
+// --- The stand-in's own controls. All may be called from any thread at any time.
+
+/// One report as the host receives it.
+struct Bel_Report {
+    uint32_t errorNumber;
+    int32_t severity;
+    bool fromPlatform;     ///< true for the platform's own errors
+    int32_t platformCode;  ///< the platform's code, 0 where fromPlatform is false
+    const char* text;      ///< never null; valid during the call
+};
+using Bel_ReportHandler = void (*)(void* context, const Bel_Report* report);
+
+/// Translates a message: "$$$/Ko/Zan/LStr/0024" for the module "Zan". Null for a text that it does not have. The text
+/// must stay valid while the catalogue is installed.
+using Bel_Catalogue = const char* (*)(void* context, const char* module, const char* key);
+
+/// Which allocations a failure is meant for; the values combine.
+inline constexpr uint32_t kBel_HandleAllocations = 1;   ///< Bel_AllocateHandle
+inline constexpr uint32_t kBel_QuietAllocations = 2;    ///< Bel_AllocateHandleQuiet
+inline constexpr uint32_t kBel_TrackedAllocations = 4;  ///< Bel_MemTrackedObject::TrackedNew
+
+/// What the stand-in holds at the moment, and what has happened since the process began.
+struct Bel_MemoryCounts {
+    uint64_t handles;         ///< handles allocated and not freed, reclaimed ones included
+    uint64_t handleBytes;     ///< bytes in them, reclaimed ones left out
+    uint64_t trackedBlocks;   ///< tracked blocks allocated and not deleted
+    uint64_t trackedBytes;    ///< bytes in them
+    uint64_t trackedNews;     ///< tracked blocks allocated in all
+    uint64_t trackedDeletes;  ///< tracked blocks deleted in all
+};
+
+extern "C" {
+
+/// Installs the report handler; null restores the default, one line on standard error. A report that another thread
+/// has begun may still reach the former handler.
+ZAN_PLATFORM_API void Bel_SetReportHandler(Bel_ReportHandler handler, void* context);
+
+/// Installs the message catalogue; null restores English.
+ZAN_PLATFORM_API void Bel_SetCatalogue(Bel_Catalogue catalogue, void* context);
+
+/// The calling thread's last error.
+[[nodiscard]] ZAN_PLATFORM_API int32_t Bel_GetThreadLastError();
+
+/// Sets the interface version that Bel_CheckVersions stands for; 61 at first.
+ZAN_PLATFORM_API void Bel_SetInterfaceVersion(int32_t version);
+
+/// Reclaims a handle's memory: its master pointer becomes null. Null, or a handle already reclaimed, does nothing.
+ZAN_PLATFORM_API void Bel_ReclaimHandle(Bel_Handle handle);
+
+/// Makes allocations of the given kinds fail: the n-th from now (1 is the next), and with andAllAfter every later one.
+/// n = 0 lets all succeed again. Replaces the former setting.
+ZAN_PLATFORM_API void Bel_SetAllocationFailure(uint32_t kinds, uint64_t n, bool andAllAfter);
+
+ZAN_PLATFORM_API void Bel_GetMemoryCounts(Bel_MemoryCounts* counts);
+
+}  // extern "C"
+
+#endif  // ZAN_PLATFORM_BEL_H

@@ -1,0 +1,14 @@
+// The point type of the host's core geometry library: two consecutive floats or doubles, x first.
+#ifndef ZAN_PLATFORM_KELVORA_POINT_H
+#define ZAN_PLATFORM_KELVORA_POINT_H
+
+namespace kelvora::geom {
+
+template <class T>
+struct PointT {
+    T x, y;
+};
+
+}  // namespace kelvora::geom
+
+#endif  // ZAN_PLATFORM_KELVORA_POINT_H

@@ -1,0 +1,16 @@
+// The log: entries go to the handler that the host installs, or nowhere.
+#include "platform/handler.h"
+#include "platform/oska.h"
+
+namespace {
+
+zan_platform::Handler<OSKA_LogHandler> logHandler;
+
+}  // namespace
+
+void OSKA_SetLogHandler(OSKA_LogHandler handler, void* context) { logHandler.set(handler, context); }
+
+void OSKA_Log(int32_t kind, const char* category, const char* function, const char* text) {
+    const auto handler = logHandler.get();
+    if (handler.function != nullptr) handler.function(handler.context, kind, category, function, text);
+}

@@ -1,0 +1,21 @@
+// OSKA, the host's logging library, as Zan calls it, and the stand-in's control over where the log goes.
+#ifndef ZAN_PLATFORM_OSKA_H
+#define ZAN_PLATFORM_OSKA_H
+
+#include "platform/bel.h"
+
+/// Receives one log entry; the strings are valid during the call.
+using OSKA_LogHandler = void (*)(void* context, int32_t kind, const char* category, const char* function,
+                                 const char* text);
+
+extern "C" {
+
+/// Logs one entry. Zan logs its start and its stop: kind 10, category "Zan".
+ZAN_PLATFORM_API void OSKA_Log(int32_t kind, const char* category, const char* function, const char* text);
+
+/// Installs the log handler; null restores the default, which drops the entry. Any thread.
+ZAN_PLATFORM_API void OSKA_SetLogHandler(OSKA_LogHandler handler, void* context);
+
+}  // extern "C"
+
+#endif  // ZAN_PLATFORM_OSKA_H

@@ -1,0 +1,17 @@
+// VUN, the host's string library, as Zan calls it: the version check alone.
+#ifndef ZAN_PLATFORM_VUN_H
+#define ZAN_PLATFORM_VUN_H
+
+#include "platform/bel.h"
+
+extern "C" {
+
+/// @return 0 when this library satisfies the interface version, else 1 after a report under errorNumber
+ZAN_PLATFORM_API int32_t VUN_CheckVersions(int32_t errorNumber, int32_t version);
+
+/// Sets the interface version that VUN_CheckVersions stands for; 3 at first. Any thread.
+ZAN_PLATFORM_API void VUN_SetInterfaceVersion(int32_t version);
+
+}  // extern "C"
+
+#endif  // ZAN_PLATFORM_VUN_H

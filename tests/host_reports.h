@@ -1,0 +1,40 @@
+// What the host was told, one line of text a report: "0x110008 sev 8: overflow in fix24 multiply.", the platform's own
+// errors as "0x110014 sev 8 code 12: ...". Installed while the object lives.
+#ifndef ZAN_TESTS_HOST_REPORTS_H
+#define ZAN_TESTS_HOST_REPORTS_H
+
+#include <cstdio>
+#include <string>
+
+#include "platform/bel.h"
+
+class HostReports {
+public:
+    HostReports() { Bel_SetReportHandler(keep, this); }
+    ~HostReports() { Bel_SetReportHandler(nullptr, nullptr); }
+    HostReports(const HostReports&) = delete;
+    HostReports& operator=(const HostReports&) = delete;
+
+    /// The reports since the last call, joined by line ends; empty when there was none.
+    std::string takeAll() {
+        std::string taken;
+        taken.swap(lines_);
+        return taken;
+    }
+
+private:
+    static void keep(void* context, const Bel_Report* report) {
+        char head[64];
+        std::snprintf(head, sizeof head, "0x%X sev %d", report->errorNumber, report->severity);
+        std::string line = head;
+        if (report->fromPlatform) line += " code " + std::to_string(report->platformCode);
+        line += std::string(": ") + report->text;
+        std::string& lines = static_cast<HostReports*>(context)->lines_;
+        if (!lines.empty()) lines += '\n';
+        lines += line;
+    }
+
+    std::string lines_;
+};
+
+#endif  // ZAN_TESTS_HOST_REPORTS_H

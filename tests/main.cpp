@@ -1,0 +1,3 @@
+// The entry point of the tests.
+#define CATCH_CONFIG_MAIN
+#include <catch2/catch.hpp>
