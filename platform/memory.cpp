@@ -63,7 +63,7 @@ void releaseData(Master& master) {
 }  // namespace
 
 Bel_Handle Bel_AllocateHandle(uint32_t errorNumber, const char* name, size_t bytes) {
-    const Bel_Handle handle = allocateHandle(kBel_HandleAllocations, bytes);
+    Bel_Handle handle = allocateHandle(kBel_HandleAllocations, bytes);
     if (handle == nullptr) {
         char text[kBel_LoggingBufferSize];
         std::snprintf(text, sizeof text, "not enough memory for %s.", name);
