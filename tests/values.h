@@ -84,7 +84,9 @@ inline constexpr int32_t kNastyInts[] = {0,           1,
 /// Random numbers, a third of them from the lists above. The seed is printed when a check fails in its scope.
 class Random {
 public:
-    explicit Random(uint32_t seed) : engine_(seed), scope_(message(seed)) {}
+    explicit Random(uint32_t seed)
+        : engine_(seed),
+          scope_(Catch::MessageBuilder("seed", CATCH_INTERNAL_LINEINFO, Catch::ResultWas::Info) << "seed " << seed) {}
 
     uint32_t bits() { return static_cast<uint32_t>(engine_()); }
     int32_t below(int32_t limit) { return static_cast<int32_t>(bits() % static_cast<uint32_t>(limit)); }
@@ -100,11 +102,6 @@ public:
     }
 
 private:
-    static Catch::MessageBuilder message(uint32_t seed) {
-        Catch::MessageBuilder builder("seed", CATCH_INTERNAL_LINEINFO, Catch::ResultWas::Info);
-        builder << "seed " << seed;
-        return builder;
-    }
     std::mt19937 engine_;
     Catch::ScopedMessage scope_;
 };

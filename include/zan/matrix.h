@@ -1,7 +1,258 @@
 // Matrices and transforms.
+//
+// Row vectors throughout: a point p goes through a matrix as p' = p * M, with M stored row by row and the translation
+// in its last row. For a Zan_Matrix3 and the homogeneous point (x, y, w)
+//     x' = x*m00 + y*m10 + w*m20,   y' = x*m01 + y*m11 + w*m21,   w' = x*m02 + y*m12 + w*m22
+// and p * A * B applies A first, then B. Plain functions take records and return a result code; the members of the two
+// classes do the same work and throw a code that is not 0 as a `long`, after it has been reported.
 #ifndef ZAN_MATRIX_H
 #define ZAN_MATRIX_H
 
 #include "zan/types.h"
+
+struct Zan_Matrix4;
+
+/// @defgroup matrixkinds Kinds of a Zan_Matrix3
+/// The first condition that holds, tested in this order with exact comparisons: perspective when column 2 is not
+/// (0, 0, 1), affine when m01 or m10 is not 0, then by whether m00 and m11 are both 1 and m20 and m21 both 0. A NaN
+/// differs from everything. Kinds 0 to 3 carry rectangles to rectangles with upright edges.
+/// @{
+using Zan_MatrixType = int32_t;
+inline constexpr Zan_MatrixType Zan_MatrixType_Identity = 0;        ///< changes nothing
+inline constexpr Zan_MatrixType Zan_MatrixType_Translate = 1;       ///< unit diagonal, translation not 0
+inline constexpr Zan_MatrixType Zan_MatrixType_Scale = 2;           ///< other diagonal, translation 0
+inline constexpr Zan_MatrixType Zan_MatrixType_ScaleTranslate = 3;  ///< other diagonal, translation not 0
+inline constexpr Zan_MatrixType Zan_MatrixType_Affine = 4;          ///< rotates or skews
+inline constexpr Zan_MatrixType Zan_MatrixType_Perspective = 5;     ///< has a projective column
+/// @}
+
+/// A homogeneous transform of the plane: nine doubles, row by row, and nothing else. It may be copied and compared byte
+/// by byte; `=` from the same class does so. A default-constructed matrix holds no defined values.
+/// @threads any for every member, as long as nobody writes the matrix at the same time
+struct Zan_Matrix3 {
+    double m00, m01, m02;  ///< row 0: where (1, 0, 0) goes
+    double m10, m11, m12;  ///< row 1: where (0, 1, 0) goes
+    double m20, m21, m22;  ///< row 2: the translation m20, m21
+
+    Zan_Matrix3() = default;
+    /// Starts as the identity.
+    /// @param identity  false leaves the elements unset
+    ZAN_API explicit Zan_Matrix3(bool identity);
+
+    /// this := the identity.
+    ZAN_API void SetIdentity();
+    /// this := nine zeros.
+    ZAN_API void SetZero();
+
+    /// The kind, as Zan_GetMatrixType gives it.
+    [[nodiscard]] ZAN_API int32_t GetType() const;
+    /// IsZeroWithinEpsilon(0.0): -0.0 and NaN pass for zero.
+    [[nodiscard]] ZAN_API bool IsZero() const;
+    /// IsIdentityWithinEpsilon(0.0): NaN passes.
+    [[nodiscard]] ZAN_API bool IsIdentity() const;
+    /// False when one element has |mij| > eps, which a NaN has not.
+    /// @param eps  the largest deviation that passes
+    [[nodiscard]] ZAN_API bool IsZeroWithinEpsilon(double eps) const;
+    /// False when one element is further than eps from the identity's, which a NaN is not.
+    /// @param eps  the largest deviation that passes
+    [[nodiscard]] ZAN_API bool IsIdentityWithinEpsilon(double eps) const;
+
+    /// this := this * n: n is applied after what the matrix did before.
+    /// @param n  may be this matrix itself
+    ZAN_API Zan_Matrix3& operator*=(const Zan_Matrix3& n);
+    /// Sum, element by element.
+    /// @param n  may be this matrix itself
+    ZAN_API Zan_Matrix3& operator+=(const Zan_Matrix3& n);
+    /// Difference this - n, element by element.
+    /// @param n  may be this matrix itself
+    ZAN_API Zan_Matrix3& operator-=(const Zan_Matrix3& n);
+    /// The same 72 bytes: 0.0 and -0.0 differ, a NaN equals the same NaN. Zan_EqualMatrix compares values.
+    /// @param n  the other matrix
+    [[nodiscard]] ZAN_API bool operator==(const Zan_Matrix3& n) const;
+    /// Not the same 72 bytes.
+    /// @param n  the other matrix
+    [[nodiscard]] ZAN_API bool operator!=(const Zan_Matrix3& n) const;
+
+    /// (m00*(m11*m22 - m21*m12) + m01*(m12*m20 - m10*m22)) + m02*(m21*m10 - m11*m20).
+    [[nodiscard]] ZAN_API double Determinant() const;
+    /// Mirrors the elements at the diagonal, in place.
+    ZAN_API void Transpose();
+
+    /// this := rows 0, 1, 3 and columns 0, 1, 3 of m: what m does in the plane z = 0.
+    /// @param m  a transform of space
+    ZAN_API void AssignFromByDroppingZ(const Zan_Matrix4& m);
+    /// this := m without one row and one column, the others in ascending order.
+    /// @param m            the larger matrix
+    /// @param row, column  0 to 3; a smaller number drops the first, a larger one the last
+    ZAN_API void AssignFromByDroppingIndices(const Zan_Matrix4& m, int32_t row, int32_t column);
+};
+
+/// A homogeneous transform of space: sixteen doubles, row by row, and nothing else. As Zan_Matrix3 in everything; the
+/// translation is m30, m31, m32, the projective terms are column 3.
+/// @threads any for every member, as long as nobody writes the matrix at the same time
+struct Zan_Matrix4 {
+    double m00, m01, m02, m03;  ///< row 0: where (1, 0, 0, 0) goes
+    double m10, m11, m12, m13;  ///< row 1: where (0, 1, 0, 0) goes
+    double m20, m21, m22, m23;  ///< row 2: where (0, 0, 1, 0) goes
+    double m30, m31, m32, m33;  ///< row 3: the translation m30, m31, m32
+
+    Zan_Matrix4() = default;
+    /// Starts as the identity.
+    /// @param identity  false leaves the elements unset
+    ZAN_API explicit Zan_Matrix4(bool identity);
+
+    /// this := the identity.
+    ZAN_API void SetIdentity();
+    /// this := sixteen zeros.
+    ZAN_API void SetZero();
+
+    /// IsZeroWithinEpsilon(0.0): -0.0 and NaN pass for zero.
+    [[nodiscard]] ZAN_API bool IsZero() const;
+    /// IsIdentityWithinEpsilon(0.0): NaN passes.
+    [[nodiscard]] ZAN_API bool IsIdentity() const;
+    /// False when one element has |mij| > eps, which a NaN has not.
+    /// @param eps  the largest deviation that passes
+    [[nodiscard]] ZAN_API bool IsZeroWithinEpsilon(double eps) const;
+    /// False when one element is further than eps from the identity's, which a NaN is not.
+    /// @param eps  the largest deviation that passes
+    [[nodiscard]] ZAN_API bool IsIdentityWithinEpsilon(double eps) const;
+    /// No element is infinite or NaN.
+    [[nodiscard]] ZAN_API bool IsFinite() const;
+
+    /// this := this * n: n is applied after what the matrix did before.
+    /// @param n  may be this matrix itself
+    ZAN_API Zan_Matrix4& operator*=(const Zan_Matrix4& n);
+    /// this := this * N with N = n widened by Zan_Matrix3ToMatrix4.
+    /// @param n  a transform of the plane
+    ZAN_API Zan_Matrix4& operator*=(const Zan_Matrix3& n);
+    /// Sum, element by element.
+    /// @param n  may be this matrix itself
+    ZAN_API Zan_Matrix4& operator+=(const Zan_Matrix4& n);
+    /// Difference this - n, element by element.
+    /// @param n  may be this matrix itself
+    ZAN_API Zan_Matrix4& operator-=(const Zan_Matrix4& n);
+    /// this := n widened by Zan_Matrix3ToMatrix4.
+    /// @param n  a transform of the plane
+    ZAN_API Zan_Matrix4& operator=(const Zan_Matrix3& n);
+    /// The same 128 bytes: 0.0 and -0.0 differ, a NaN equals the same NaN. Zan_EqualMatrix4 compares values.
+    /// @param n  the other matrix
+    [[nodiscard]] ZAN_API bool operator==(const Zan_Matrix4& n) const;
+    /// Not the same 128 bytes.
+    /// @param n  the other matrix
+    [[nodiscard]] ZAN_API bool operator!=(const Zan_Matrix4& n) const;
+
+    /// The determinant, as Zan_GetMatrix4Determinant gives it.
+    [[nodiscard]] ZAN_API double Determinant() const;
+    /// Mirrors the elements at the diagonal, in place.
+    ZAN_API void Transpose();
+};
+
+extern "C" {
+
+/// @defgroup matrixvalues Matrices as values
+/// None of these can fail: each returns 0, reports nothing, may be called from any thread and before Zan_Birth.
+/// Infinities and NaNs go through the arithmetic. An output may be one of the inputs.
+/// @{
+
+/// Sets a matrix to the identity.
+/// @param m  receives it
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_SetIdentityMatrix(Zan_Matrix3* m);
+/// @copydoc Zan_SetIdentityMatrix
+ZAN_API int32_t Zan_IdentityMatrix4(Zan_Matrix4* m);
+
+/// Sets all sixteen elements to 0.
+/// @param m  receives them
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_ZeroMatrix4(Zan_Matrix4* m);
+
+/// Classifies a matrix.
+/// @param m     the matrix
+/// @param kind  receives one of Zan_MatrixType_Identity to Zan_MatrixType_Perspective
+/// @return      0
+/// @threads     any
+ZAN_API int32_t Zan_GetMatrixType(const Zan_Matrix3* m, int32_t* kind);
+
+/// Compares values: -0.0 equals 0.0, a NaN equals nothing.
+/// @param a, b   the matrices
+/// @param equal  receives 1 when every pair of elements compares equal, else 0
+/// @return       0
+/// @threads      any
+ZAN_API int32_t Zan_EqualMatrix(const Zan_Matrix3* a, const Zan_Matrix3* b, unsigned char* equal);
+/// @copydoc Zan_EqualMatrix
+ZAN_API int32_t Zan_EqualMatrix4(const Zan_Matrix4* a, const Zan_Matrix4* b, unsigned char* equal);
+
+/// b := b * a: b's transform first, then a's. Note that Zan_ConcatMatrix4 takes its factors the other way round. Each
+/// element is a sum of three products, added from left to right.
+/// @param a  the second factor; may be b
+/// @param b  the first factor; receives the product
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_ConcatMatrix(const Zan_Matrix3* a, Zan_Matrix3* b);
+
+/// product := a * b: a's transform first, then b's. Each element is a sum of four products, added from left to right.
+/// @param a        the first factor
+/// @param b        the second factor
+/// @param product  receives the product; may be a or b
+/// @return         0
+/// @threads        any
+ZAN_API int32_t Zan_ConcatMatrix4(const Zan_Matrix4* a, const Zan_Matrix4* b, Zan_Matrix4* product);
+
+/// Mirrors the elements at the diagonal.
+/// @param m           the matrix
+/// @param transposed  receives the result; may be m
+/// @return            0
+/// @threads           any
+ZAN_API int32_t Zan_TransposeMatrix4(const Zan_Matrix4* m, Zan_Matrix4* transposed);
+
+/// The determinant m00*M00 - m01*M01 + m02*M02 - m03*M03. The minor Mij is the Determinant() of the Zan_Matrix3 that
+/// remains without row i and column j.
+/// @param m            the matrix
+/// @param determinant  receives it
+/// @return             0
+/// @threads            any
+ZAN_API int32_t Zan_GetMatrix4Determinant(const Zan_Matrix4* m, double* determinant);
+
+/// Widens a transform of the plane to one of space, which leaves z as it is. Column 2 (m02, m12, m22) is dropped, so
+/// the result is always affine: rows (m00, m01, 0, 0), (m10, m11, 0, 0), (0, 0, 1, 0), (m20, m21, 0, 1).
+/// @param m     the smaller matrix
+/// @param wide  receives the larger one
+/// @return      0
+/// @threads     any
+ZAN_API int32_t Zan_Matrix3ToMatrix4(const Zan_Matrix3* m, Zan_Matrix4* wide);
+
+/// The same, but a scale that is the same on both axes goes into z: with a = m00^2 + m10^2 and b = m01^2 + m11^2,
+/// element (2, 2) is sqrt(a) when a and b differ by less than 1e-12 of the larger (or by less than 563 * 2^-49),
+/// otherwise 1.
+/// @param m     the smaller matrix
+/// @param wide  receives the larger one
+/// @return      0
+/// @threads     any
+ZAN_API int32_t Zan_Matrix3ToMatrix4Uniform(const Zan_Matrix3* m, Zan_Matrix4* wide);
+
+/// @}
+
+}  // extern "C"
+
+/// Compares values with a tolerance: false as soon as one pair of elements has |aij - bij| > eps. A NaN difference is
+/// not greater and passes.
+/// @param a, b  the matrices
+/// @param eps   the largest difference that passes
+/// @threads     any
+[[nodiscard]] ZAN_API bool Zan_EqualMatrixWithinEpsilon(const Zan_Matrix3& a, const Zan_Matrix3& b, double eps);
+/// @copydoc Zan_EqualMatrixWithinEpsilon(const Zan_Matrix3&,const Zan_Matrix3&,double)
+[[nodiscard]] ZAN_API bool Zan_EqualMatrixWithinEpsilon(const Zan_Matrix4& a, const Zan_Matrix4& b, double eps);
+
+/// @cond
+namespace zan_layout {
+static_assert(kPlainData<Zan_Matrix3> && sizeof(Zan_Matrix3) == 72 && offsetof(Zan_Matrix3, m01) == 8 &&
+              offsetof(Zan_Matrix3, m10) == 24 && offsetof(Zan_Matrix3, m20) == 48 && offsetof(Zan_Matrix3, m22) == 64);
+static_assert(kPlainData<Zan_Matrix4> && sizeof(Zan_Matrix4) == 128 && offsetof(Zan_Matrix4, m01) == 8 &&
+              offsetof(Zan_Matrix4, m10) == 32 && offsetof(Zan_Matrix4, m20) == 64 &&
+              offsetof(Zan_Matrix4, m30) == 96 && offsetof(Zan_Matrix4, m33) == 120);
+}  // namespace zan_layout
+/// @endcond
 
 #endif  // ZAN_MATRIX_H

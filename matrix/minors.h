@@ -1,0 +1,28 @@
+// The sixteen minors of a Zan_Matrix4 and its determinant, which the inverse needs both.
+#ifndef ZAN_MATRIX_MINORS_H
+#define ZAN_MATRIX_MINORS_H
+
+#include "matrix/elements.h"
+
+namespace zan {
+
+/// The determinant of a Zan_Matrix3, in the grouping that its header entry states.
+inline double determinant3(double m00, double m01, double m02, double m10, double m11, double m12, double m20,
+                           double m21, double m22) {
+    return (m00 * (m11 * m22 - m21 * m12) + m01 * (m12 * m20 - m10 * m22)) + m02 * (m21 * m10 - m11 * m20);
+}
+
+/// The minor without the given row and column.
+inline double minorOf(const Elements<4>& m, int row, int column) {
+    const int i0 = row > 0 ? 0 : 1, i1 = row > 1 ? 1 : 2, i2 = row > 2 ? 2 : 3;
+    const int j0 = column > 0 ? 0 : 1, j1 = column > 1 ? 1 : 2, j2 = column > 2 ? 2 : 3;
+    return determinant3(m.at[i0][j0], m.at[i0][j1], m.at[i0][j2], m.at[i1][j0], m.at[i1][j1], m.at[i1][j2],
+                        m.at[i2][j0], m.at[i2][j1], m.at[i2][j2]);
+}
+
+/// Fills the table of minors, when there is one, and returns the determinant, expanded along row 0.
+double minorsAndDeterminant(const Zan_Matrix4& m, Elements<4>* minors);
+
+}  // namespace zan
+
+#endif  // ZAN_MATRIX_MINORS_H
