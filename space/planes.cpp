@@ -1,0 +1,62 @@
+// Planes from points or from a normal, and where a ray meets one. Only a ray that misses reports.
+#include "frame/report.h"
+#include "space/length.h"
+#include "zan/space.h"
+
+int32_t Zan_GetPlaneEquation(const Zan_Vector3T<double>* points, int32_t count, Zan_PlaneEq* plane,
+                             Zan_Vector3T<double>* centroid) {
+    Zan_Vector3T<double> normal(0, 0, 0);
+    Zan_Vector3T<double> mean(0, 0, 0);
+    if (count < 1) {
+        if (centroid != nullptr) *centroid = mean;
+        *plane = {0, 0, 0, 0};
+        return 0;
+    }
+    for (int32_t i = 0; i < count; ++i) {
+        const Zan_Vector3T<double>& p = points[i];
+        const Zan_Vector3T<double>& q = points[i + 1 < count ? i + 1 : 0];
+        normal.x += (p.y - q.y) * (p.z + q.z);
+        normal.y += (p.z - q.z) * (p.x + q.x);
+        normal.z += (p.x - q.x) * (p.y + q.y);
+        mean.x += p.x;
+        mean.y += p.y;
+        mean.z += p.z;
+    }
+    const double size = zan::length(normal);
+    if (size > 1e-12) {
+        const double reciprocal = 1 / size;
+        normal = {normal.x * reciprocal, normal.y * reciprocal, normal.z * reciprocal};
+    }
+    const double share = 1.0 / count;
+    mean = {mean.x * share, mean.y * share, mean.z * share};
+    if (centroid != nullptr) *centroid = mean;
+    *plane = {normal.x, normal.y, normal.z, -zan::dot(mean, normal)};
+    return 0;
+}
+
+int32_t Zan_GetPlaneEquation2(const Zan_Vector3T<double>* point, const Zan_Vector3T<double>* normal,
+                              Zan_PlaneEq* plane) {
+    *plane = {normal->x, normal->y, normal->z, -zan::dot(*point, *normal)};
+    return 0;
+}
+
+int32_t Zan_RayIntersectPlane(const Zan_PlaneEq* plane, bool forwardOnly, const Zan_Ray* ray, Zan_Vector3T<double>* hit,
+                              bool* behind, bool* hitFound) {
+    const Zan_Vector4T<double> origin = ray->origin;
+    const Zan_Vector3T<double> direction = ray->direction;
+    double t = 0;
+    bool found = false;
+    const double denominator = zan::dot({plane->a, plane->b, plane->c}, direction);
+    if (!zan::nearZero(denominator)) {
+        t = -(plane->a * origin.x + plane->d + plane->b * origin.y + plane->c * origin.z) / denominator;
+        found = !forwardOnly || t > 0;
+    }
+    if (behind != nullptr) *behind = t < 0;
+    *hit = {origin.x + t * direction.x, origin.y + t * direction.y, origin.z + t * direction.z};
+    if (hitFound != nullptr) {
+        *hitFound = found;
+        return 0;
+    }
+    if (found) return 0;
+    return zan::report(zan::Site::RayIntersectPlane, Zan_Err_NoPlaneIntersection, zan::kNoContext);
+}
