@@ -1,0 +1,18 @@
+// The benchmark program: starts the library with its services and runs every room's entries.
+#include <cstdio>
+
+#include "entries.h"
+#include "zan/frame.h"
+
+int main(int argc, char** argv) {
+    if (Zan_Birth(Zan_Service_Basic | Zan_Service_FastTrig | Zan_Service_FastCharMath, nullptr) != 0) {
+        std::fputs("zan does not start\n", stderr);
+        return 1;
+    }
+    zan_bench::addFrameEntries();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return Zan_Death();
+}
