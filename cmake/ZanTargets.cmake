@@ -1,8 +1,8 @@
 # How zan's libraries and programs are compiled and linked: warnings, visibility, versions, the export lists.
-include(GNUInstallDirs)
 
+# For those who work on zan: inside somebody else's project the warnings are theirs.
 function(zan_warnings target)
-  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  if(PROJECT_IS_TOP_LEVEL AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   endif()
 endfunction()
@@ -27,6 +27,7 @@ function(zan_add_library target exports)
   set_target_properties(
     ${target}
     PROPERTIES CXX_EXTENSIONS OFF
+               UNITY_BUILD OFF
                CXX_VISIBILITY_PRESET hidden
                VISIBILITY_INLINES_HIDDEN ON
                VERSION ${PROJECT_VERSION}

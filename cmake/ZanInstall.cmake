@@ -1,0 +1,37 @@
+# What `cmake --install` puts where, in two components: runtime (what a program that uses zan needs) and dev (what a
+# programmer needs besides). Everything is found relative to what it is found by, so a prefix may be moved.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set_target_properties(zan_platform PROPERTIES EXPORT_NAME platform)
+if(NOT APPLE AND NOT WIN32)
+  set_target_properties(zan PROPERTIES INSTALL_RPATH "$ORIGIN")
+endif()
+install(
+  TARGETS zan zan_platform
+  EXPORT zan
+  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT dev
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev
+  INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+install(DIRECTORY include/zan DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT dev FILES_MATCHING PATTERN "*.h")
+install(FILES platform/bel.h platform/kelvora_point.h platform/oska.h platform/vun.h
+        DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/platform" COMPONENT dev)
+
+# find_package(zan 18 CONFIG)
+set(config_dir "${CMAKE_INSTALL_LIBDIR}/cmake/zan")
+configure_package_config_file(cmake/zan-config.cmake.in zan-config.cmake INSTALL_DESTINATION "${config_dir}"
+                              NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/zan-config-version.cmake" COMPATIBILITY SameMajorVersion)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/zan-config.cmake" "${CMAKE_CURRENT_BINARY_DIR}/zan-config-version.cmake"
+        DESTINATION "${config_dir}" COMPONENT dev)
+install(EXPORT zan NAMESPACE zan:: FILE zan-targets.cmake DESTINATION "${config_dir}" COMPONENT dev)
+
+# pkg-config
+set(pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH pc_to_prefix "/${pc_dir}" "/")
+string(REGEX REPLACE "/$" "" pc_to_prefix "${pc_to_prefix}")
+foreach(pc IN ITEMS zan zan-platform)
+  configure_file("cmake/${pc}.pc.in" "${pc}.pc" @ONLY)
+  install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc" DESTINATION "${pc_dir}" COMPONENT dev)
+endforeach()

@@ -1,0 +1,65 @@
+# Goes the ways from zan to a running program, each beginning where a host programmer begins.
+# cmake -DWAY=... -DBUILD=build directory of zan -DCXX=... -DGENERATOR=... -P check.cmake
+cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH source)
+cmake_path(GET source PARENT_PATH source)
+set(work "${BUILD}/stranger")
+set(prefix "${work}/moved")
+
+# Configures afresh and builds; the objects are kept, so that zan's sources are not compiled anew each time.
+function(build_project from)
+  execute_process(COMMAND "${CMAKE_COMMAND}" --fresh -S "${from}" -B "${work}/${WAY}" -G "${GENERATOR}"
+                          "-DCMAKE_CXX_COMPILER=${CXX}" ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
+  execute_process(COMMAND "${CMAKE_COMMAND}" --build "${work}/${WAY}" COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+function(run_program program expected)
+  execute_process(COMMAND "${program}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+  if(NOT output STREQUAL expected)
+    message(FATAL_ERROR "${program} said\n${output}\nand not\n${expected}")
+  endif()
+endfunction()
+
+set(stranger_says "kind 1\nreport 0x110014: the library has already been started.\nresult 12\n")
+
+if(WAY STREQUAL "install")
+  # An installation that has been moved is as good as one that has not.
+  file(REMOVE_RECURSE "${work}/prefix" "${prefix}")
+  execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${work}/prefix" COMMAND_ERROR_IS_FATAL ANY)
+  file(RENAME "${work}/prefix" "${prefix}")
+
+elseif(WAY STREQUAL "find_package")
+  build_project("${source}/tests/stranger" "-DCMAKE_PREFIX_PATH=${prefix}")
+  run_program("${work}/${WAY}/stranger" "${stranger_says}")
+
+elseif(WAY STREQUAL "other_versions")
+  foreach(version IN ITEMS 17 19 18.999)
+    find_package(zan ${version} CONFIG QUIET PATHS "${prefix}" NO_DEFAULT_PATH)
+    if(zan_FOUND OR NOT zan_CONSIDERED_VERSIONS MATCHES "^18\\.")
+      message(FATAL_ERROR "zan ${version}: found is '${zan_FOUND}', looked at '${zan_CONSIDERED_VERSIONS}'")
+    endif()
+  endforeach()
+
+elseif(WAY STREQUAL "pkg_config")
+  file(GLOB_RECURSE pc "${prefix}/*/zan.pc")
+  cmake_path(GET pc PARENT_PATH pc_dir)
+  cmake_path(GET pc_dir PARENT_PATH lib_dir)
+  set(ENV{PKG_CONFIG_PATH} "${pc_dir}")
+  set(ENV{LD_LIBRARY_PATH} "${lib_dir}")
+  file(MAKE_DIRECTORY "${work}/${WAY}")
+  execute_process(
+    COMMAND sh -ec "$0 -std=c++17 stranger.cpp $(pkg-config --cflags --libs zan zan-platform) -o $1" "${CXX}"
+            "${work}/${WAY}/stranger" WORKING_DIRECTORY "${source}/tests/stranger" COMMAND_ERROR_IS_FATAL ANY)
+  run_program("${work}/${WAY}/stranger" "${stranger_says}")
+
+elseif(WAY STREQUAL "add_subdirectory")
+  build_project("${source}/tests/stranger" "-DZAN_SOURCE=${source}"
+                "-DCMAKE_PROJECT_stranger_INCLUDE=${source}/tests/stranger/untouched.cmake")
+  run_program("${work}/${WAY}/stranger" "${stranger_says}")
+
+elseif(WAY STREQUAL "own_platform")
+  build_project("${source}/examples/own_platform")
+  run_program("${work}/${WAY}/host" "the host was told 0x110014 (8): host's text for error 12\n")
+
+else()
+  message(FATAL_ERROR "no such way: '${WAY}'")
+endif()
