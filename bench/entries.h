@@ -119,6 +119,8 @@ private:
 
 // One per room.
 void addFrameEntries();
+void addMatrixEntries();
+void addSpaceEntries();
 
 }  // namespace zan_bench
 

@@ -3,8 +3,11 @@
 #ifndef ZAN_BENCH_INPUTS_H
 #define ZAN_BENCH_INPUTS_H
 
+#include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <random>
 #include <vector>
 
@@ -45,6 +48,57 @@ auto inputs(size_t count, uint32_t seed, Make make) {
     values.reserve(count);
     for (size_t i = 0; i < count; ++i) values.push_back(make(random));
     return values;
+}
+
+/// The same bytes as records of another library. A matrix for row vectors stored row by row has the bytes of the same
+/// transform for column vectors stored column by column, which is what glm and Eigen use.
+template <class To, class From>
+std::vector<To> sameBytes(const std::vector<From>& from) {
+    static_assert(sizeof(To) == sizeof(From));
+    std::vector<To> to(from.size());
+    std::memcpy(static_cast<void*>(to.data()), from.data(), from.size() * sizeof(From));
+    return to;
+}
+
+/// A layer's transform in the plane: scale, skew, rotation, translation. Row vectors, row by row.
+inline std::array<double, 9> planeTransform(Random& random) {
+    const double angle = random.real(-3.1, 3.1), skew = random.real(-0.5, 0.5);
+    const double sx = random.real(0.3, 3), sy = random.real(0.3, 3), c = std::cos(angle), s = std::sin(angle);
+    return {
+        sx * c, sx * s, 0, sy * (skew * c - s), sy * (skew * s + c), 0, random.real(-500, 500), random.real(-500, 500),
+        1};
+}
+
+/// A unit quaternion x, y, z, w, any rotation alike.
+inline std::array<double, 4> rotation(Random& random) {
+    double q[4], square = 0;
+    do {
+        square = 0;
+        for (double& part : q) {
+            part = random.real(-1, 1);
+            square += part * part;
+        }
+    } while (square > 1 || square < 0.01);
+    const double size = std::sqrt(square);
+    return {q[0] / size, q[1] / size, q[2] / size, q[3] / size};
+}
+
+/// A layer's transform in space: scale, rotation, translation.
+inline std::array<double, 16> spaceTransform(Random& random) {
+    const auto [x, y, z, w] = rotation(random);
+    const double sx = random.real(0.3, 3), sy = random.real(0.3, 3), sz = random.real(0.3, 3);
+    return {sx * (1 - 2 * (y * y + z * z)), sx * 2 * (x * y + z * w),       sx * 2 * (x * z - y * w),       0,
+            sy * 2 * (x * y - z * w),       sy * (1 - 2 * (x * x + z * z)), sy * 2 * (y * z + x * w),       0,
+            sz * 2 * (x * z + y * w),       sz * 2 * (y * z - x * w),       sz * (1 - 2 * (x * x + y * y)), 0,
+            random.real(-500, 500),         random.real(-500, 500),         random.real(-500, 500),         1};
+}
+
+/// The same seen through a camera: w grows with the distance and is never near zero for points of the unit cube.
+inline std::array<double, 16> cameraTransform(Random& random) {
+    std::array<double, 16> m = spaceTransform(random);
+    for (size_t row = 0; row < 4; ++row) m[row * 4 + 3] = random.real(-0.1, 0.1);
+    m[15] = random.real(1, 2);
+    return m;
 }
 
 }  // namespace zan_bench

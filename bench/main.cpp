@@ -10,6 +10,8 @@ int main(int argc, char** argv) {
         return 1;
     }
     zan_bench::addFrameEntries();
+    zan_bench::addMatrixEntries();
+    zan_bench::addSpaceEntries();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     benchmark::RunSpecifiedBenchmarks();

@@ -1,0 +1,12 @@
+// glm as the benchmarks use it, with its newer parts allowed.
+#ifndef ZAN_BENCH_PEERS_GLM_H
+#define ZAN_BENCH_PEERS_GLM_H
+
+#define GLM_ENABLE_EXPERIMENTAL
+#include <glm/ext.hpp>
+#include <glm/glm.hpp>
+#include <glm/gtx/intersect.hpp>
+#include <glm/gtx/matrix_decompose.hpp>
+#include <glm/gtx/quaternion.hpp>
+
+#endif  // ZAN_BENCH_PEERS_GLM_H

@@ -1,0 +1,180 @@
+// Integers, rounding and fixed point beside the standard library and what a host writes by hand.
+#include <bit>
+#include <numeric>
+
+#include "entries.h"
+#include "zan/scalar.h"
+
+namespace zan_bench {
+namespace {
+
+struct IntPair {
+    int32_t a, b;
+};
+
+/// One bit after the other, as found in many a code base.
+int16_t leadingZerosByLoop(uint32_t x) {
+    int16_t count = 0;
+    for (uint32_t bit = 0x80000000U; bit != 0 && (x & bit) == 0; bit >>= 1) ++count;
+    return count;
+}
+
+int32_t floorOfSum(double x) {
+    const double rounded = std::floor(x + 0.5);
+    if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0)) return INT32_MIN;
+    return static_cast<int32_t>(rounded);
+}
+
+int32_t nearestMultiple(int32_t x, int32_t m) {
+    return static_cast<int32_t>(std::round(static_cast<double>(x) / m)) * m;
+}
+
+/// The value itself, or the failure value where it does not fit 32 bits.
+int32_t fitOrFail(int64_t value) {
+    return value > INT32_MAX || value < -INT32_MAX ? Zan_kFixedFailure : static_cast<int32_t>(value);
+}
+int32_t productIn64(int32_t a, int32_t b) { return fitOrFail(int64_t{a} * b >> 16); }
+int32_t quotientIn64(int32_t a, int32_t b) { return b == 0 ? Zan_kFixedFailure : fitOrFail(int64_t{a} * 65536 / b); }
+/// Rounded half away from zero.
+int32_t fix24ProductIn64(int32_t a, int32_t b) {
+    const int64_t product = int64_t{a} * b;
+    return fitOrFail((product + (product < 0 ? -0x800000 : 0x800000)) / 0x1000000);
+}
+int32_t fix24QuotientIn64(int32_t a, int32_t b) {
+    if (b == 0) return Zan_kFixedFailure;
+    const int64_t scaled = int64_t{a} * 0x2000000 / b;
+    return fitOrFail((scaled + (scaled < 0 ? -1 : 1)) / 2);
+}
+
+void addBits() {
+    static const auto words = inputs(kMany, 11, [](Random& random) { return random.bits() >> random.whole(0, 31); });
+    static const auto pairs = inputs(kMany, 12, [](Random& random) {
+        return IntPair{random.anyWidth(), random.anyWidth()};
+    });
+    const uint32_t* w = words.data();
+    const IntPair* p = pairs.data();
+
+    Entry("leading zeros", kMany, [=](size_t i) {
+        return Zan_LeadingZeros(w[i]);
+    }).peer("std::countl_zero", [=](size_t i) {
+          return static_cast<int16_t>(std::countl_zero(w[i]));
+      }).peer("loop over bits", [=](size_t i) { return leadingZerosByLoop(w[i]); });
+    Entry("trailing zeros", kMany, [=](size_t i) {
+        return Zan_TrailingZeros(w[i]);
+    }).peer("std::countr_zero", [=](size_t i) { return static_cast<int16_t>(std::countr_zero(w[i])); });
+    Entry("round up to a power of 2", kMany, [=](size_t i) {
+        return Zan_RoundUpToPowerOf2(w[i] >> 1);
+    }).peer("std::bit_ceil", [=](size_t i) { return w[i] >> 1 == 0 ? 0 : std::bit_ceil(w[i] >> 1); });
+    Entry("would a sum overflow", kMany, [=](size_t i) {
+        return Zan_AddWouldOverflow(p[i].a, p[i].b);
+    }).peer("sum in 64 bits", [=](size_t i) {
+        const int64_t sum = int64_t{p[i].a} + p[i].b;
+        return sum != static_cast<int32_t>(sum);
+    });
+    // zan's test is cautious: it may say yes to a product that just fits.
+    Entry("would a product overflow", kMany, [=](size_t i) { return Zan_MulWouldOverflow(p[i].a, p[i].b); })
+        .peer(
+            "product in 64 bits",
+            [=](size_t i) {
+                const int64_t product = int64_t{p[i].a} * p[i].b;
+                return product != static_cast<int32_t>(product);
+            },
+            [](bool zan, bool peer) { return zan || !peer; });
+}
+
+void addDivisors() {
+    static const auto wide = inputs(kMany, 13, [](Random& random) {
+        return IntPair{random.anyWidth() | 1, random.anyWidth() | 1};
+    });
+    static const auto narrow = inputs(kMany, 14, [](Random& random) {
+        return IntPair{random.whole(1, 30000), random.whole(1, 30000)};
+    });
+    const IntPair* p = wide.data();
+    const IntPair* q = narrow.data();
+
+    Entry("greatest common divisor", kMany, [=](size_t i) {
+        int32_t divisor = 0;
+        Zan_SignedGCD(p[i].a, p[i].b, &divisor);
+        return divisor;
+    }).peer("std::gcd", [=](size_t i) { return std::gcd(p[i].a, p[i].b); });
+    Entry("least common multiple", kMany, [=](size_t i) {
+        int32_t multiple = 0;
+        Zan_SignedLCM(q[i].a, q[i].b, &multiple);
+        return multiple;
+    }).peer("std::lcm", [=](size_t i) { return std::lcm(q[i].a, q[i].b); });
+}
+
+void addRounding() {
+    static const auto reals = inputs(kMany, 15, [](Random& random) { return random.real(-40000.0, 40000.0); });
+    static const auto pairs = inputs(kMany, 16, [](Random& random) {
+        return IntPair{random.whole(-1000000, 1000000), random.whole(1, 500)};
+    });
+    const double* x = reals.data();
+    const IntPair* p = pairs.data();
+
+    Entry("round a double", kMany, [=](size_t i) {
+        return Zan_RoundDouble(x[i]);
+    }).peer("std::floor(x + 0.5), range tested", [=](size_t i) {
+          return floorOfSum(x[i]);
+      }).peer("std::lround", [=](size_t i) { return static_cast<int32_t>(std::lround(x[i])); });
+    Entry("round a double, clamped", kMany, [=](size_t i) {
+        return Zan_RoundDoubleSafe(x[i]);
+    }).peer("std::lround(std::clamp)", [=](size_t i) {
+        return static_cast<int32_t>(std::lround(std::clamp(x[i], -2147483648.0, 2147483647.0)));
+    });
+    Entry("round a double to 64 bits", kMany, [=](size_t i) {
+        return Zan_RoundDouble64(x[i]);
+    }).peer("std::llround", [=](size_t i) { return static_cast<int64_t>(std::llround(x[i])); });
+    Entry("round to a multiple", kMany, [=](size_t i) {
+        return Zan_RoundToNearestMult(p[i].a, p[i].b);
+    }).peer("std::round(x / m) * m", [=](size_t i) { return nearestMultiple(p[i].a, p[i].b); });
+    Entry("remainder of doubles", kMany, [=](size_t i) {
+        return Zan_fmod(x[i], 360.0);
+    }).peer("std::fmod", [=](size_t i) { return std::fmod(x[i], 360.0); });
+}
+
+void addFixedPoint() {
+    // Factors and divisors of few enough bits for the exact result.
+    static const auto factors = inputs(kMany, 17, [](Random& random) {
+        return IntPair{random.whole(-30000, 30000) * 256, random.whole(-30000, 30000) * 256};
+    });
+    static const auto quotients = inputs(kMany, 18, [](Random& random) {
+        return IntPair{static_cast<int32_t>(random.bits()) >> random.whole(1, 16),
+                       random.whole(1, 30000) * (random.whole(0, 1) == 0 ? 65536 : -65536)};
+    });
+    static const auto eights = inputs(kMany, 19, [](Random& random) {
+        return IntPair{random.whole(-0xA000000, 0xA000000), random.whole(-0xA000000, 0xA000000)};
+    });
+    static const auto ratios = inputs(kMany, 20, [](Random& random) {
+        return IntPair{random.whole(-1000000, 1000000), random.whole(10000, 1000000)};
+    });
+    const IntPair* f = factors.data();
+    const IntPair* q = quotients.data();
+    const IntPair* e = eights.data();
+    const IntPair* r = ratios.data();
+    const auto oneStep = [](int32_t zan, int32_t peer) { return std::abs(zan - peer) <= 1; };
+
+    Entry("16.16 product", kMany, [=](size_t i) {
+        return Zan_FixMul(f[i].a, f[i].b);
+    }).peer("64-bit product", [=](size_t i) { return productIn64(f[i].a, f[i].b); });
+    Entry("16.16 quotient", kMany, [=](size_t i) {
+        return Zan_FixDiv(q[i].a, q[i].b);
+    }).peer("64-bit quotient", [=](size_t i) { return quotientIn64(q[i].a, q[i].b); });
+    Entry("8.24 product", kMany, [=](size_t i) { return Zan_Fix24Mul(e[i].a, e[i].b); })
+        .peer(
+            "64-bit product", [=](size_t i) { return fix24ProductIn64(e[i].a, e[i].b); }, oneStep);
+    Entry("8.24 ratio", kMany, [=](size_t i) { return Zan_Fix24Ratio(r[i].a, r[i].b); })
+        .peer(
+            "64-bit quotient", [=](size_t i) { return fix24QuotientIn64(r[i].a, r[i].b); }, oneStep);
+}
+
+}  // namespace
+
+void addScalarEntries() {
+    addBits();
+    addDivisors();
+    addRounding();
+    addFixedPoint();
+}
+
+}  // namespace zan_bench
