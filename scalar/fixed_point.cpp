@@ -1,0 +1,71 @@
+// Multiplication and division in 16.16, with 32-bit integers alone, and in 8.24, in double precision.
+#include "frame/report.h"
+#include "scalar/integers.h"
+#include "scalar/rounding.h"
+#include "zan/scalar.h"
+
+namespace {
+
+using zan::magnitude;
+using zan::Message;
+using zan::Site;
+
+constexpr double kFix24One = 16777216.0;
+
+int32_t fixedProduct(int32_t a, int32_t b) {
+    const int zerosA = zan::trailingZeros(magnitude(a));
+    if (zerosA > 16) return zan::wrapMultiply(a >> 16, b);
+    if (zerosA + zan::trailingZeros(magnitude(b)) > 16) return zan::wrapMultiply(a >> zerosA, b >> (16 - zerosA));
+    return zan::wrapMultiply(a >> 8, b >> 8);
+}
+
+// Values from -129 to -128 and the last half step below 128 pass the range test and fail without a report.
+Zan_Fix24 fix24FromDouble(double x, Site site, Message context) {
+    if (x >= 128.0 || x <= -129.0) {
+        zan::report(site, Zan_Err_Overflow, context);
+        return Zan_kFixedFailure;
+    }
+    const double raw = x * kFix24One;
+    return zan::truncated<int32_t>(x < 0 ? raw - 0.5 : raw + 0.5);
+}
+
+}  // namespace
+
+Zan_Fixed Zan_FixMul(Zan_Fixed a, Zan_Fixed b) {
+    const int32_t product = fixedProduct(a, b);
+    const bool wrapped = (a < 0) == (b < 0) ? product < 0 : product > 0;
+    return wrapped ? Zan_kFixedFailure : product;
+}
+
+Zan_Fixed Zan_FixDiv(Zan_Fixed a, Zan_Fixed b) {
+    if (b == 0) return Zan_kFixedFailure;
+    const uint32_t dividend = magnitude(a);
+    const int room = zan::leadingZeros(dividend);
+    uint32_t quotient = 0;
+    if (room >= 16) {
+        quotient = (dividend << 16) / magnitude(b);
+    } else {
+        const uint32_t divisor = magnitude(b) >> (16 - room);
+        if (divisor == 0) return Zan_kFixedFailure;
+        quotient = (dividend << room) / divisor;
+    }
+    if ((a < 0) != (b < 0)) {
+        const auto negative = static_cast<int32_t>(0U - quotient);
+        return negative <= 0 ? negative : Zan_kFixedFailure;
+    }
+    return quotient < 0x80000000U ? static_cast<int32_t>(quotient) : Zan_kFixedFailure;
+}
+
+Zan_Fix24 Zan_Fix24Mul(Zan_Fix24 a, Zan_Fix24 b) {
+    const double x = (a * 0x1p-24) * (b * 0x1p-24);
+    return fix24FromDouble(x, Site::Fix24Mul, Message::InFix24Multiply);
+}
+
+Zan_Fix24 Zan_Fix24Ratio(int32_t numerator, int32_t denominator) {
+    if (denominator == 0) {
+        zan::report(Site::Fix24Ratio, Zan_Err_DivideByZero, Message::InFix24Divide);
+        return Zan_kFixedFailure;
+    }
+    const double x = static_cast<double>(numerator) / static_cast<double>(denominator);
+    return fix24FromDouble(x, Site::Fix24Ratio, Message::InFix24Divide);
+}

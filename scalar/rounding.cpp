@@ -1,0 +1,35 @@
+// Rounding of doubles to integers and of integers to a multiple, and the remainder of doubles.
+#include "scalar/rounding.h"
+
+#include <cmath>
+
+#include "scalar/integers.h"
+#include "zan/scalar.h"
+
+int32_t Zan_RoundToNearestMult(int32_t x, int32_t m) {
+    if (m == 0) return x;
+    const int32_t half = m / 2;
+    // In 64 bits, since the remainder of -2^31 by -1 is no legal 32-bit operation.
+    const auto remainder = [m](int32_t s) { return static_cast<int32_t>(int64_t{s} % int64_t{m}); };
+    if (x >= 0) {
+        const int32_t s = zan::wrapAdd(x, half);
+        return zan::wrapSubtract(s, remainder(s));
+    }
+    const int32_t s = zan::wrapSubtract(half, x);
+    return zan::wrapSubtract(remainder(s), s);
+}
+
+int32_t Zan_RoundDouble(double x) { return zan::roundDouble<int32_t>(x); }
+
+int32_t Zan_RoundDoubleSafe(double x) {
+    if (x > 0) {
+        if (x > 2147483646.5) return INT32_MAX;
+    } else if (x < -2147483647.5) {
+        return INT32_MIN;
+    }
+    return zan::roundDouble<int32_t>(x);
+}
+
+int64_t Zan_RoundDouble64(double x) { return zan::roundDouble<int64_t>(x); }
+
+double Zan_fmod(double x, double y) { return std::fmod(x, y); }
