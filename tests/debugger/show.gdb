@@ -1,0 +1,19 @@
+# What a programmer types.
+print fixed16
+print fixed24
+print plain
+print ratios
+print pt
+print lpt
+print fpt
+print rects
+print lrect
+print frects
+print drect
+print v2
+print v3
+print v4
+print kinds
+print solid
+print sameSolid
+print/r frects[0]
