@@ -85,6 +85,42 @@ struct Zan_Matrix3 {
     /// @param m            the larger matrix
     /// @param row, column  0 to 3; a smaller number drops the first, a larger one the last
     ZAN_API void AssignFromByDroppingIndices(const Zan_Matrix4& m, int32_t row, int32_t column);
+
+    /// @name Points, in place
+    /// The rules are those of @ref matrixpoints. A count below 1 does nothing.
+    /// @{
+    /// Affine: x' = x*m00 + y*m10 + m20, y' = x*m01 + y*m11 + m21. Column 2 is not read.
+    ZAN_API void TransformPoint(Zan_Vector2T<double>* point) const;
+    /// The whole product of the homogeneous point (x, y, z = w), not divided.
+    ZAN_API void TransformPoint(Zan_Vector3T<double>* point) const;
+    /// Affine, each point.
+    ZAN_API void TransformPoints(int32_t count, Zan_Vector2T<double>* points) const;
+    /// Zan_TransformVector3.
+    ZAN_API void TransformPoints(int32_t count, Zan_Vector3T<double>* points) const;
+    /// Zan_TransformPoints; throws Zan_Err_Overflow, reported, where that returns it.
+    ZAN_API void TransformPoints(int32_t count, Zan_Point* points) const;
+    /// Zan_TransformFixPoints; throws Zan_Err_Overflow, reported, where that returns it.
+    ZAN_API void TransformPoints(int32_t count, Zan_FixedPoint* points) const;
+    /// @}
+
+    /// @name Points, divided by their w
+    /// The whole product (X, Y, W), then x = X / W, y = Y / W, z = 1.0. A W with -1e-12 < W < 1e-12 is reported as
+    /// "homogeneous point has W=0" under the number named with each member, severity 8, and Zan_Err_HomogeneousWZero is
+    /// thrown: that point and all later ones are unchanged, earlier ones stay transformed. The Fast members divide by
+    /// whatever W is and report nothing. A Zan_Vector2T goes through as (x, y, 1). A count below 1 does nothing.
+    /// @{
+    ZAN_API void TransformPointAndDivide(Zan_Vector3T<double>* point) const;                       ///< 0x110039
+    ZAN_API void TransformPointAndDivide(Zan_Vector2T<double>* point) const;                       ///< 0x110039
+    ZAN_API void TransformPointsAndDivide(int32_t count, Zan_Vector3T<double>* points) const;      ///< 0x11003A
+    ZAN_API void TransformPointsAndDivide(int32_t count, Zan_Vector2T<double>* points) const;      ///< 0x110039
+    ZAN_API void TransformPointAndDivideFast(Zan_Vector3T<double>* point) const;                   ///< no test
+    ZAN_API void TransformPointsAndDivideFast(int32_t count, Zan_Vector3T<double>* points) const;  ///< no test
+    /// @}
+
+    /// Zan_TransformRect.
+    ZAN_API void TransformRect(Zan_Rect* rect, Zan_Vector2T<double>* corners, unsigned char* turned) const;
+    /// Zan_TransformFixRect; throws Zan_Err_Overflow, reported, where that returns it.
+    ZAN_API void TransformRect(Zan_FixedRect* rect, Zan_FixedPoint* corners, unsigned char* turned) const;
 };
 
 /// A homogeneous transform of space: sixteen doubles, row by row, and nothing else. As Zan_Matrix3 in everything; the
@@ -145,6 +181,31 @@ struct Zan_Matrix4 {
     [[nodiscard]] ZAN_API double Determinant() const;
     /// Mirrors the elements at the diagonal, in place.
     ZAN_API void Transpose();
+
+    /// @name Points, in place
+    /// The rules are those of @ref matrixpoints. A count below 1 does nothing.
+    /// @{
+    /// The whole product, not divided.
+    ZAN_API void TransformPoint(Zan_Vector4T<double>* point) const;
+    /// The whole product of (x, y, z, 1), of which w is dropped.
+    ZAN_API void TransformPoint(Zan_Vector3T<double>* point) const;
+    /// Zan_TransformVector4NoDivide.
+    ZAN_API void TransformPoints(int32_t count, Zan_Vector4T<double>* points) const;
+    /// Affine: x' = x*m00 + y*m10 + z*m20 + m30, y' and z' alike. Column 3 is not read.
+    ZAN_API void TransformPoints(int32_t count, Zan_Vector3T<double>* points) const;
+    /// @}
+
+    /// @name Points, divided by their w
+    /// As in Zan_Matrix3, but by one reciprocal: with r = 1 / W the point becomes (X*r, Y*r, Z*r, 1.0), so that the
+    /// last bit can differ from a division. A Zan_Vector3T goes through as (x, y, z, 1).
+    /// @{
+    ZAN_API void TransformPointAndDivide(Zan_Vector4T<double>* point) const;                       ///< 0x11003B
+    ZAN_API void TransformPointAndDivide(Zan_Vector3T<double>* point) const;                       ///< 0x11003B
+    ZAN_API void TransformPointsAndDivide(int32_t count, Zan_Vector4T<double>* points) const;      ///< 0x11003C
+    ZAN_API void TransformPointsAndDivide(int32_t count, Zan_Vector3T<double>* points) const;      ///< 0x11003B
+    ZAN_API void TransformPointAndDivideFast(Zan_Vector4T<double>* point) const;                   ///< no test
+    ZAN_API void TransformPointsAndDivideFast(int32_t count, Zan_Vector4T<double>* points) const;  ///< no test
+    /// @}
 };
 
 extern "C" {
@@ -234,7 +295,133 @@ ZAN_API int32_t Zan_Matrix3ToMatrix4Uniform(const Zan_Matrix3* m, Zan_Matrix4* w
 
 /// @}
 
+/// @defgroup matrixpoints Transforming points, vectors and rectangles
+/// All work in place on the caller's records. Sums are added from left to right in double precision. A count below 1
+/// leaves the array untouched and returns 0. Except where an entry says otherwise nothing is reported: NaN, infinities
+/// and w = 0 go through the arithmetic. Different arrays may go through one matrix on any number of threads at once.
+/// @{
+
+/// 16-bit points, affine: x' = x*m00 + y*m10 + m20, y' = x*m01 + y*m11 + m21, with x = h and y = v, each rounded by
+/// Zan_RoundDouble. Column 2 is not read.
+/// @param m       the transform
+/// @param count   number of points
+/// @param points  the points. After a failure the points before the failing one are transformed, those behind it are
+///                not; the failing one has its new h and its old v when v' is what does not fit
+/// @return        0; Zan_Err_Overflow (0x1102) for a coordinate >= 32767.0 or <= -32768.0 before rounding. NaN gives 0
+/// @reports       0x110026 severity 8, "overflow in point transformation."
+/// @threads       any
+[[nodiscard]] ZAN_API int32_t Zan_TransformPoints(const Zan_Matrix3* m, int32_t count, Zan_Point* points);
+
+/// 16.16 points, affine, on the raw numbers: x' = x*m00 + y*m10 + m20*65536.0, y' alike, each rounded by
+/// Zan_RoundDouble. The matrix is in whole units.
+/// @param m       the transform
+/// @param count   number of points
+/// @param points  the points; after a failure as in Zan_TransformPoints
+/// @return        0; Zan_Err_Overflow (0x1102) for a raw coordinate >= 2147483647.0 or <= -2147483648.0 before
+/// rounding.
+///                NaN gives 0x80000000
+/// @reports       0x110027 severity 8, "overflow in fixed point transformation."
+/// @threads       any
+[[nodiscard]] ZAN_API int32_t Zan_TransformFixPoints(const Zan_Matrix3* m, int32_t count, Zan_FixedPoint* points);
+
+/// Points of the plane, affine: x' = x*m00 + y*m10 + m20, y' = x*m01 + y*m11 + m21. Column 2 is not read.
+/// @param m       the transform
+/// @param count   number of points
+/// @param points  the points
+/// @return        0
+/// @threads       any
+ZAN_API int32_t Zan_TransformFloatPoints(const Zan_Matrix3* m, int32_t count, Zan_Vector2T<double>* points);
+
+/// Homogeneous points of the plane, the whole product, not divided: x' = x*m00 + y*m10 + z*m20, y' and z' alike.
+/// @param m        the transform
+/// @param count    number of vectors
+/// @param vectors  the vectors; z is the homogeneous w
+/// @return         0
+/// @threads        any
+ZAN_API int32_t Zan_TransformVector3(const Zan_Matrix3* m, int32_t count, Zan_Vector3T<double>* vectors);
+
+/// Homogeneous points of space: the whole product, then divided: with r = 1 / w' it becomes (x'*r, y'*r, z'*r, 1.0). A
+/// vector whose w' is near zero, -1e-12 < w' < 1e-12, stays undivided and keeps its w'.
+/// @param m        the transform
+/// @param count    number of vectors
+/// @param vectors  the vectors
+/// @return         0
+/// @threads        any
+ZAN_API int32_t Zan_TransformVector4(const Zan_Matrix4* m, int32_t count, Zan_Vector4T<double>* vectors);
+
+/// Homogeneous points of space, the whole product, not divided.
+/// @param m        the transform
+/// @param count    number of vectors
+/// @param vectors  the vectors
+/// @return         0
+/// @threads        any
+ZAN_API int32_t Zan_TransformVector4NoDivide(const Zan_Matrix4* m, int32_t count, Zan_Vector4T<double>* vectors);
+
+/// Points of space, (x, y, z, 1) as in Zan_TransformVector4; w' is not stored.
+/// @param m       the transform
+/// @param count   number of points
+/// @param points  the points
+/// @return        0
+/// @threads       any
+ZAN_API int32_t Zan_Transform3DFloatPoints(const Zan_Matrix4* m, int32_t count, Zan_Vector3T<double>* points);
+
+/// 16-bit points as the points (h, v, 0) of space: Zan_Transform3DFloatPoints, then x and y clamped to -32767 to 32766
+/// and truncated towards zero. NaN gives 0.
+/// @param m       the transform
+/// @param count   number of points
+/// @param points  the points
+/// @return        0
+/// @threads       any
+ZAN_API int32_t Zan_3DTransform2DPoints(const Zan_Matrix4* m, int32_t count, Zan_Point* points);
+
+/// The upright box around a transformed 16-bit rectangle. Its corners (left, top), (right, top), (right, bottom),
+/// (left, bottom) are transformed as by Zan_TransformFloatPoints, never divided; each bound of the box is clamped to
+/// -32767 to 32766 and rounded by Zan_RoundDouble. A corner that is NaN makes the bounds NaN, which is stored as 0.
+/// @param m        the transform
+/// @param rect     becomes the box
+/// @param corners  receives the four transformed corners, neither clamped nor rounded; may be null
+/// @param turned   receives 1 when the matrix is of kind Zan_MatrixType_Affine or _Perspective, so that the box is
+///                 larger than the shape and the corners tell more, else 0; may be null
+/// @return         0
+/// @threads        any
+ZAN_API int32_t Zan_TransformRect(const Zan_Matrix3* m, Zan_Rect* rect, Zan_Vector2T<double>* corners,
+                                  unsigned char* turned);
+
+/// The upright box around a transformed rectangle, as Zan_TransformRect but neither clamped nor rounded; NaN is stored
+/// as it is.
+/// @param m        the transform
+/// @param rect     becomes the box
+/// @param corners  receives the four transformed corners; may be null
+/// @param turned   as in Zan_TransformRect; may be null
+/// @return         0
+/// @threads        any
+ZAN_API int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect, Zan_Vector2T<double>* corners,
+                                       unsigned char* turned);
+
+/// The upright box around a transformed 16.16 rectangle, whose corners go through Zan_TransformFixPoints.
+/// @param m        the transform
+/// @param rect     becomes the box; unchanged after a failure
+/// @param corners  receives the four transformed corners; may be null. After a failure it holds the corners with those
+///                 transformed that came before, as in Zan_TransformPoints
+/// @param turned   as in Zan_TransformRect; not written after a failure; may be null
+/// @return         0; Zan_Err_Overflow (0x1102) where Zan_TransformFixPoints gives it
+/// @reports        0x110027 severity 8, "overflow in fixed point transformation."
+/// @threads        any
+[[nodiscard]] ZAN_API int32_t Zan_TransformFixRect(const Zan_Matrix3* m, Zan_FixedRect* rect, Zan_FixedPoint* corners,
+                                                   unsigned char* turned);
+
+/// @}
+
 }  // extern "C"
+
+/// The smallest rectangle of whole units around a transformed one: corners as in Zan_TransformRect, then the floor of
+/// the smallest and the ceiling of the largest coordinates. Bounds outside the 32-bit range stop at its ends; a NaN
+/// corner puts left and top at -2^31, right and bottom at 2^31 - 1.
+/// @param m     the transform, never divided by
+/// @param rect  the rectangle
+/// @return      the box; all zeros for an empty rectangle (right <= left or bottom <= top)
+/// @threads     any
+[[nodiscard]] ZAN_API Zan_LRect Zan_TransformBounds(const Zan_Matrix3& m, const Zan_LRect& rect);
 
 /// Compares values with a tolerance: false as soon as one pair of elements has |aij - bij| > eps. A NaN difference is
 /// not greater and passes.
