@@ -86,6 +86,25 @@ struct Zan_Matrix3 {
     /// @param row, column  0 to 3; a smaller number drops the first, a larger one the last
     ZAN_API void AssignFromByDroppingIndices(const Zan_Matrix4& m, int32_t row, int32_t column);
 
+    /// @name Building: this := this * step, so that the step is applied after what the matrix did before
+    /// The functions of @ref matrixbuilders; angles in degrees. A scale or a turn without a centre is about (0, 0).
+    /// @{
+    ZAN_API void Translate(double tx, double ty);                    ///< Zan_TranslateMatrix
+    ZAN_API void Rotate(double degrees);                             ///< Zan_RotateMatrix about (0, 0)
+    ZAN_API void Rotate(double degrees, double cx, double cy);       ///< Zan_RotateMatrix
+    ZAN_API void Scale(double sx, double sy);                        ///< Zan_ScaleMatrix about (0, 0)
+    ZAN_API void Scale(double sx, double sy, double cx, double cy);  ///< Zan_ScaleMatrix
+    /// Skews along an axis: turns by axisDegrees, then x' = x - y*t, y' = y with t = tan(skewDegrees), then turns back
+    /// by -axisDegrees. A skew by 0.0 changes nothing.
+    /// @libm sin, cos, tan
+    ZAN_API void Skew(double skewDegrees, double axisDegrees);
+    /// @}
+
+    /// The lengths of rows 0 and 1, projective column included: sqrt((m00^2 + m01^2) + m02^2) and the same of row 1.
+    [[nodiscard]] ZAN_API Zan_Vector2T<double> GetScale() const;
+    /// The squares of GetScale.
+    [[nodiscard]] ZAN_API Zan_Vector2T<double> GetScaleSquared() const;
+
     /// @name Points, in place
     /// The rules are those of @ref matrixpoints. A count below 1 does nothing.
     /// @{
@@ -181,6 +200,27 @@ struct Zan_Matrix4 {
     [[nodiscard]] ZAN_API double Determinant() const;
     /// Mirrors the elements at the diagonal, in place.
     ZAN_API void Transpose();
+
+    /// @name Building: this := this * step, so that the step is applied after what the matrix did before
+    /// The functions of @ref matrixbuilders; angles in radians.
+    /// @{
+    ZAN_API void Translate(double tx, double ty, double tz);  ///< Zan_TranslateMatrix4
+    ZAN_API void Scale(double sx, double sy, double sz);      ///< Zan_ScaleMatrix4
+    /// Zan_RotateMatrix4; throws Zan_Result_BadAxis, reported, where that returns it.
+    ZAN_API void RotateAxis(double ax, double ay, double az, double radians);
+    ZAN_API void RotateXYZ(double rx, double ry, double rz);  ///< Zan_RotateMatrix4XYZ
+    /// A projection: (x, y, z, w) becomes (x, y, z - w, z/d), and after the division by its w a point has its x and y
+    /// scaled by d/z. d = 0 gives an infinite element.
+    ZAN_API void Project(double d);
+    /// @}
+
+    /// this := the change of basis of Zan_SetMatrix4CoB, not appended.
+    ZAN_API void SetCOB(const Zan_Vector4T<double>& a, const Zan_Vector4T<double>& b, const Zan_Vector4T<double>& c);
+
+    /// The lengths of rows 0, 1 and 2 over all four columns.
+    [[nodiscard]] ZAN_API Zan_Vector3T<double> GetScale() const;
+    /// The squares of GetScale.
+    [[nodiscard]] ZAN_API Zan_Vector3T<double> GetScaleSquared() const;
 
     /// @name Points, in place
     /// The rules are those of @ref matrixpoints. A count below 1 does nothing.
@@ -292,6 +332,97 @@ ZAN_API int32_t Zan_Matrix3ToMatrix4(const Zan_Matrix3* m, Zan_Matrix4* wide);
 /// @return      0
 /// @threads     any
 ZAN_API int32_t Zan_Matrix3ToMatrix4Uniform(const Zan_Matrix3* m, Zan_Matrix4* wide);
+
+/// @}
+
+/// @defgroup matrixbuilders Building transforms
+/// Each appends one step T on the right, m := m * T: with row vectors T is applied after everything that m did before.
+/// Angles are in degrees for a Zan_Matrix3, in radians for a Zan_Matrix4. Only a rotation axis without direction fails;
+/// zeros, infinities and NaNs elsewhere go into the matrix.
+/// @{
+
+/// Appends the translation [1 0 0] [0 1 0] [tx ty 1].
+/// @param m       the transform
+/// @param tx, ty  the way along x and y
+/// @return        0
+/// @threads       any
+ZAN_API int32_t Zan_TranslateMatrix(Zan_Matrix3* m, double tx, double ty);
+
+/// Appends a turn about the point (cx, cy), from the x axis towards the y axis: with c and s the cosine and sine of the
+/// angle, [c s 0] [-s c 0] [(1-c)*cx + cy*s  (1-c)*cy - cx*s  1]. Multiples of 360 degrees leave the matrix as it is,
+/// bit for bit.
+/// @param m        the transform
+/// @param degrees  the angle; its remainder by 360 is what counts
+/// @param cx, cy   the point that stays
+/// @return         0
+/// @threads        any
+/// @libm           sin, cos
+ZAN_API int32_t Zan_RotateMatrix(Zan_Matrix3* m, double degrees, double cx, double cy);
+
+/// Appends a scale about the point (cx, cy): [sx 0 0] [0 sy 0] [(1-sx)*cx  (1-sy)*cy  1]. Scales of 1 leave the matrix
+/// as it is.
+/// @param m       the transform
+/// @param sx, sy  the factors along x and y
+/// @param cx, cy  the point that stays
+/// @return        0
+/// @threads       any
+ZAN_API int32_t Zan_ScaleMatrix(Zan_Matrix3* m, double sx, double sy, double cx, double cy);
+
+/// Appends the translation with row 3 = (tx, ty, tz, 1).
+/// @param tx, ty, tz  the way along the axes
+/// @param m           the transform
+/// @return            0
+/// @threads           any
+ZAN_API int32_t Zan_TranslateMatrix4(double tx, double ty, double tz, Zan_Matrix4* m);
+
+/// Appends the scale with the diagonal (sx, sy, sz, 1).
+/// @param sx, sy, sz  the factors along the axes
+/// @param m           the transform
+/// @return            0
+/// @threads           any
+ZAN_API int32_t Zan_ScaleMatrix4(double sx, double sy, double sz, Zan_Matrix4* m);
+
+/// Appends a turn about an axis through the origin, counter-clockwise when the axis points at the viewer. With (x, y,
+/// z) the unit axis, c and s the cosine and sine of the angle and t = 1 - c, the rows are (t*x*x + c, t*x*y + s*z,
+/// t*x*z - s*y), (t*x*y - s*z, t*y*y + c, t*y*z + s*x), (t*x*z + s*y, t*y*z - s*x, t*z*z + c).
+/// @param ax, ay, az  the axis, of any length but 0
+/// @param radians     the angle
+/// @param m           the transform; unchanged after a failure
+/// @return            0; Zan_Result_BadAxis (3) for an axis shorter than 1e-12
+/// @reports           0x11002E severity 8, "unable to build rotation matrix."
+/// @threads           any
+/// @libm              sin, cos
+[[nodiscard]] ZAN_API int32_t Zan_RotateMatrix4(double ax, double ay, double az, double radians, Zan_Matrix4* m);
+
+/// Appends turns about x, then about y as that turn has left it, then about z as both have left it: m := m * R with
+/// R = Rz * Ry * Rx in terms of turns about the fixed axes.
+/// @param rx, ry, rz  the angles in radians
+/// @param m           the transform
+/// @return            0
+/// @threads           any
+/// @libm              sin, cos
+ZAN_API int32_t Zan_RotateMatrix4XYZ(double rx, double ry, double rz, Zan_Matrix4* m);
+
+/// The same, or turns about m's own axes: each of x, y and z goes through m as it then is (as a direction, by
+/// Zan_TransformVector4) and m := m * turn about the result. An axis that comes out with all coordinates nearer to 0
+/// than 1e-12 is passed over.
+/// @param rx, ry, rz         the angles in radians
+/// @param startFromIdentity  not 0 for Zan_RotateMatrix4XYZ, 0 for m's own axes
+/// @param m                  the transform
+/// @return                   0
+/// @threads                  any
+/// @libm                     sin, cos
+ZAN_API int32_t Zan_RotateMatrix4XYZPlus(double rx, double ry, double rz, unsigned char startFromIdentity,
+                                         Zan_Matrix4* m);
+
+/// Sets, not appends, the change of basis with the columns a, b, c: a point p becomes (p.a, p.b, p.c), its coordinates
+/// along three orthonormal axes. The w of the vectors is not read.
+/// @param a, b, c  the axes
+/// @param out      receives the matrix
+/// @return         0
+/// @threads        any
+ZAN_API int32_t Zan_SetMatrix4CoB(const Zan_Vector4T<double>* a, const Zan_Vector4T<double>* b,
+                                  const Zan_Vector4T<double>* c, Zan_Matrix4* out);
 
 /// @}
 
@@ -431,6 +562,17 @@ ZAN_API int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect
 [[nodiscard]] ZAN_API bool Zan_EqualMatrixWithinEpsilon(const Zan_Matrix3& a, const Zan_Matrix3& b, double eps);
 /// @copydoc Zan_EqualMatrixWithinEpsilon(const Zan_Matrix3&,const Zan_Matrix3&,double)
 [[nodiscard]] ZAN_API bool Zan_EqualMatrixWithinEpsilon(const Zan_Matrix4& a, const Zan_Matrix4& b, double eps);
+
+/// The rotation that takes the z axis to the direction of view f, the x axis to s = up x f and the y axis to u = f x s,
+/// each of unit length. Nothing is translated. When up has the direction of view: a turn about x by +pi/2 when f.y < 0,
+/// else by -pi/2; when eye and target are the same point: the identity.
+/// @param eye, target  the direction of view is target - eye
+/// @param up           any vector that is not along it
+/// @return             the rotation
+/// @threads            any
+/// @libm               sin, cos, only when up has the direction of view
+[[nodiscard]] ZAN_API Zan_Matrix4 Zan_LookAtMatrix(const Zan_Vector3T<double>& eye, const Zan_Vector3T<double>& target,
+                                                   const Zan_Vector3T<double>& up);
 
 /// @cond
 namespace zan_layout {
