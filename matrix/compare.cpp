@@ -1,8 +1,9 @@
 // Comparison of matrices: by value, byte by byte, and within a tolerance, which a NaN always meets.
 #include "matrix/elements.h"
 
+#include <array>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 
 namespace {
 
@@ -34,6 +35,11 @@ bool equalWithin(const Matrix& a, const Matrix& b, double eps) {
     return within(
         a, [&](int i, int j) { return second.at[i][j]; }, eps);
 }
+template <class Matrix>
+bool sameBytes(const Matrix& a, const Matrix& b) {
+    using Words = std::array<uint64_t, sizeof(Matrix) / sizeof(uint64_t)>;
+    return std::bit_cast<Words>(a) == std::bit_cast<Words>(b);
+}
 double zero(int /*row*/, int /*column*/) { return 0.0; }
 
 }  // namespace
@@ -58,8 +64,8 @@ bool Zan_Matrix3::IsZero() const { return IsZeroWithinEpsilon(0.0); }
 bool Zan_Matrix3::IsIdentity() const { return IsIdentityWithinEpsilon(0.0); }
 bool Zan_Matrix3::IsZeroWithinEpsilon(double eps) const { return within(*this, zero, eps); }
 bool Zan_Matrix3::IsIdentityWithinEpsilon(double eps) const { return within(*this, zan::delta, eps); }
-bool Zan_Matrix3::operator==(const Zan_Matrix3& n) const { return std::memcmp(this, &n, sizeof n) == 0; }
-bool Zan_Matrix3::operator!=(const Zan_Matrix3& n) const { return std::memcmp(this, &n, sizeof n) != 0; }
+bool Zan_Matrix3::operator==(const Zan_Matrix3& n) const { return sameBytes(*this, n); }
+bool Zan_Matrix3::operator!=(const Zan_Matrix3& n) const { return !sameBytes(*this, n); }
 
 bool Zan_Matrix4::IsZero() const { return IsZeroWithinEpsilon(0.0); }
 bool Zan_Matrix4::IsIdentity() const { return IsIdentityWithinEpsilon(0.0); }
@@ -68,5 +74,5 @@ bool Zan_Matrix4::IsIdentityWithinEpsilon(double eps) const { return within(*thi
 bool Zan_Matrix4::IsFinite() const {
     return allOf(zan::elements(*this), zero, [](double x, double) { return std::isfinite(x); });
 }
-bool Zan_Matrix4::operator==(const Zan_Matrix4& n) const { return std::memcmp(this, &n, sizeof n) == 0; }
-bool Zan_Matrix4::operator!=(const Zan_Matrix4& n) const { return std::memcmp(this, &n, sizeof n) != 0; }
+bool Zan_Matrix4::operator==(const Zan_Matrix4& n) const { return sameBytes(*this, n); }
+bool Zan_Matrix4::operator!=(const Zan_Matrix4& n) const { return !sameBytes(*this, n); }
