@@ -120,6 +120,7 @@ private:
 // One per room.
 void addFrameEntries();
 void addMatrixEntries();
+void addScalarEntries();
 void addSpaceEntries();
 
 }  // namespace zan_bench

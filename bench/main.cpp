@@ -10,6 +10,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     zan_bench::addFrameEntries();
+    zan_bench::addScalarEntries();
     zan_bench::addMatrixEntries();
     zan_bench::addSpaceEntries();
     benchmark::Initialize(&argc, argv);

@@ -127,7 +127,7 @@ void addRounding() {
     }).peer("std::llround", [=](size_t i) { return static_cast<int64_t>(std::llround(x[i])); });
     Entry("round to a multiple", kMany, [=](size_t i) {
         return Zan_RoundToNearestMult(p[i].a, p[i].b);
-    }).peer("std::round(x / m) * m", [=](size_t i) { return nearestMultiple(p[i].a, p[i].b); });
+    }).peer("std::round of the quotient", [=](size_t i) { return nearestMultiple(p[i].a, p[i].b); });
     Entry("remainder of doubles", kMany, [=](size_t i) {
         return Zan_fmod(x[i], 360.0);
     }).peer("std::fmod", [=](size_t i) { return std::fmod(x[i], 360.0); });
