@@ -29,6 +29,10 @@ function(zan_exact_arithmetic target)
     # GCC 12 contracts u*c - d*s, u*s + d*c in spite of the option above where FMA instructions may be used.
     if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|amd64")
       target_compile_options(${target} PRIVATE -mno-fma -mno-fma4)
+      # On Windows, GCC spills 32-byte values to a stack that it leaves aligned to 16 (its bug 54412).
+      if(MINGW AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(${target} PRIVATE -Wa,-muse-unaligned-vector-move)
+      endif()
     endif()
   endif()
 endfunction()

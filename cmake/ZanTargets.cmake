@@ -7,7 +7,7 @@ function(zan_warnings target)
   endif()
 endfunction()
 
-# Links a library with an export list: a file with one symbol a line and comments behind '#'.
+# Links a library with an export list: a file with one symbol a line and comments behind '#', as Linux spells them.
 function(zan_link_export_list target list)
   set(path "${CMAKE_CURRENT_SOURCE_DIR}/${list}")
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${path}")
@@ -19,8 +19,8 @@ function(zan_link_export_list target list)
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
 endfunction()
 
-# A shared library with its export list. The caller adds the sources.
-function(zan_add_library target exports)
+# A shared library with its export list and the description that Windows shows. The caller adds the sources.
+function(zan_add_library target exports description)
   add_library(${target} SHARED)
   target_compile_features(${target} PUBLIC cxx_std_17 PRIVATE cxx_std_20)
   target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
@@ -34,5 +34,9 @@ function(zan_add_library target exports)
                SOVERSION ${PROJECT_VERSION_MAJOR})
   zan_warnings(${target})
   zan_exact_arithmetic(${target})
-  zan_link_export_list(${target} ${exports})
+  if(WIN32)
+    zan_windows_library(${target} ${exports} "${description}")
+  else()
+    zan_link_export_list(${target} ${exports})
+  endif()
 endfunction()

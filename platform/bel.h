@@ -9,7 +9,7 @@
 
 #if defined(_WIN32)
 #if defined(ZAN_PLATFORM_BUILDING)
-#define ZAN_PLATFORM_API __declspec(dllexport)
+#define ZAN_PLATFORM_API  // the .def file names the exports
 #else
 #define ZAN_PLATFORM_API __declspec(dllimport)
 #endif

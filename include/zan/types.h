@@ -11,7 +11,7 @@
 /// Marks what the library exports; on Windows, what a host imports from zan.dll.
 #if defined(_WIN32)
 #if defined(ZAN_BUILDING)
-#define ZAN_API __declspec(dllexport)
+#define ZAN_API  // the .def file names the exports
 #else
 #define ZAN_API __declspec(dllimport)
 #endif
