@@ -93,8 +93,450 @@ void addValues() {
       }).peer("Eigen", [=](size_t i) { return ((ea4[i] - ea4[i & 1 ? i : 0]).array().abs() <= 1e-9).all(); });
 }
 
+// Points go through a matrix, then in the same place through its inverse, so that they stay what they are.
+
+template <class Matrix>
+std::vector<Matrix> withInverses(std::vector<Matrix> matrices) {
+    constexpr int n = sizeof(Matrix) == sizeof(Zan_Matrix3) ? 3 : 4;
+    const size_t count = matrices.size();
+    for (size_t i = 0; i < count; ++i) {
+        Eigen::Matrix<double, n, n> m;
+        std::memcpy(m.data(), &matrices[i], sizeof(Matrix));
+        const Eigen::Matrix<double, n, n> inverse = m.inverse();
+        Matrix back;
+        std::memcpy(static_cast<void*>(&back), inverse.data(), sizeof back);
+        matrices.push_back(back);
+    }
+    return matrices;
+}
+
+/// The same numbers as points of one side; the others have their own, since each side changes its points.
+template <class Point>
+std::vector<Point> pointsOf(size_t count, uint32_t seed) {
+    Random random(seed);
+    std::vector<Point> points(count);
+    for (Point& point : points) {
+        double numbers[sizeof(Point) / sizeof(double)];
+        for (double& number : numbers) number = random.real(-1, 1);
+        // A homogeneous point in front of the camera.
+        if (std::size(numbers) == 4) numbers[std::size(numbers) - 1] = 1;
+        std::memcpy(static_cast<void*>(&point), numbers, sizeof point);
+    }
+    return points;
+}
+template <int Size>
+using EigenPoints = Eigen::Matrix<double, Size, Eigen::Dynamic>;
+template <int Size>
+EigenPoints<Size> eigenPoints(uint32_t seed) {
+    const auto points = pointsOf<std::array<double, Size>>(kPoints, seed);
+    EigenPoints<Size> columns(Size, kPoints);
+    std::memcpy(columns.data(), points.data(), points.size() * sizeof points[0]);
+    return columns;
+}
+
+/// Two matrices, one the inverse of the other.
+struct Pair3 {
+    std::vector<Zan_Matrix3> zan;
+    std::vector<glm::dmat3> glm;
+    std::vector<Eigen::Matrix3d> eigen;
+
+    Pair3(uint32_t seed, size_t count = 1)
+        : zan(withInverses(sameBytes<Zan_Matrix3>(inputs(count, seed, planeTransform)))),
+          glm(sameBytes<glm::dmat3>(zan)),
+          eigen(sameBytes<Eigen::Matrix3d>(zan)) {}
+};
+struct Pair4 {
+    std::vector<Zan_Matrix4> zan;
+    std::vector<glm::dmat4> glm;
+    std::vector<Eigen::Matrix4d> eigen;
+
+    Pair4(uint32_t seed, std::array<double, 16> (*make)(Random&), size_t count = 1)
+        : zan(withInverses(sameBytes<Zan_Matrix4>(inputs(count, seed, make)))),
+          glm(sameBytes<glm::dmat4>(zan)),
+          eigen(sameBytes<Eigen::Matrix4d>(zan)) {}
+};
+
+void transformByGlm(const glm::dmat3& m, size_t count, glm::dvec2* points) {
+    for (size_t i = 0; i < count; ++i) points[i] = glm::dvec2(m * glm::dvec3(points[i], 1.0));
+}
+void transformByGlm(const glm::dmat4& m, size_t count, glm::dvec3* points) {
+    for (size_t i = 0; i < count; ++i) points[i] = glm::dvec3(m * glm::dvec4(points[i], 1.0));
+}
+void divideByGlm(const glm::dmat4& m, size_t count, glm::dvec3* points) {
+    for (size_t i = 0; i < count; ++i) {
+        const glm::dvec4 p = m * glm::dvec4(points[i], 1.0);
+        points[i] = glm::dvec3(p) / p.w;
+    }
+}
+
+void addPoints2() {
+    static const Pair3 one(35), many(36, kManyLarge);
+    static auto ours = pointsOf<Zan_Vector2T<double>>(kPoints, 41),
+                ours4 = pointsOf<Zan_Vector2T<double>>(kManyLarge * 4, 42);
+    static auto glms = pointsOf<glm::dvec2>(kPoints, 41), glms4 = pointsOf<glm::dvec2>(kManyLarge * 4, 42);
+    static auto eigens = eigenPoints<2>(41);
+
+    Entry("1000 points of the plane", 2,
+          [](size_t i) {
+              Zan_TransformFloatPoints(&one.zan[i], kPoints, ours.data());
+              return ours.data();
+          })
+        .peer(
+            "glm",
+            [](size_t i) {
+                transformByGlm(one.glm[i], kPoints, glms.data());
+                return glms.data();
+            },
+            NearArrays{2 * kPoints})
+        .peer(
+            "Eigen, all at once",
+            [](size_t i) {
+                eigens = (one.eigen[i].topLeftCorner<2, 2>() * eigens).colwise() + one.eigen[i].topRightCorner<2, 1>();
+                return eigens.data();
+            },
+            NearArrays{2 * kPoints});
+    Entry("4 points of the plane", 2 * kManyLarge,
+          [](size_t i) {
+              Zan_Vector2T<double>* points = &ours4[i % kManyLarge * 4];
+              Zan_TransformFloatPoints(&many.zan[i], 4, points);
+              return points;
+          })
+        .peer(
+            "glm",
+            [](size_t i) {
+                glm::dvec2* points = &glms4[i % kManyLarge * 4];
+                transformByGlm(many.glm[i], 4, points);
+                return points;
+            },
+            NearArrays{8});
+}
+
+void addPoints3() {
+    static const Pair4 affine(37, spaceTransform), camera(38, cameraTransform),
+        cameras(39, cameraTransform, kManyLarge);
+    static auto ours = pointsOf<Zan_Vector3T<double>>(kPoints, 43), divided = ours;
+    static auto ours4 = pointsOf<Zan_Vector3T<double>>(kManyLarge * 4, 44);
+    static auto glms = pointsOf<glm::dvec3>(kPoints, 43), glmsDivided = glms;
+    static auto glms4 = pointsOf<glm::dvec3>(kManyLarge * 4, 44);
+    static auto eigens = eigenPoints<3>(43), eigensDivided = eigens;
+
+    Entry("1000 points of space, affine", 2,
+          [](size_t i) {
+              affine.zan[i].TransformPoints(kPoints, ours.data());
+              return ours.data();
+          })
+        .peer(
+            "glm",
+            [](size_t i) {
+                transformByGlm(affine.glm[i], kPoints, glms.data());
+                return glms.data();
+            },
+            NearArrays{3 * kPoints})
+        .peer(
+            "Eigen, all at once",
+            [](size_t i) {
+                eigens =
+                    (affine.eigen[i].topLeftCorner<3, 3>() * eigens).colwise() + affine.eigen[i].topRightCorner<3, 1>();
+                return eigens.data();
+            },
+            NearArrays{3 * kPoints});
+    Entry("1000 points of space, divided", 2,
+          [](size_t i) {
+              Zan_Transform3DFloatPoints(&camera.zan[i], kPoints, divided.data());
+              return divided.data();
+          })
+        .peer(
+            "glm",
+            [](size_t i) {
+                divideByGlm(camera.glm[i], kPoints, glmsDivided.data());
+                return glmsDivided.data();
+            },
+            NearArrays{3 * kPoints})
+        .peer(
+            "Eigen, all at once",
+            [](size_t i) {
+                eigensDivided =
+                    (camera.eigen[i] * eigensDivided.colwise().homogeneous()).colwise().hnormalized().eval();
+                return eigensDivided.data();
+            },
+            NearArrays{3 * kPoints});
+    Entry("4 points of space, divided", 2 * kManyLarge,
+          [](size_t i) {
+              Zan_Vector3T<double>* points = &ours4[i % kManyLarge * 4];
+              Zan_Transform3DFloatPoints(&cameras.zan[i], 4, points);
+              return points;
+          })
+        .peer(
+            "glm",
+            [](size_t i) {
+                glm::dvec3* points = &glms4[i % kManyLarge * 4];
+                divideByGlm(cameras.glm[i], 4, points);
+                return points;
+            },
+            NearArrays{12});
+}
+
+void addPoints4() {
+    static const Pair4 one(40, cameraTransform);
+    static auto ours = pointsOf<Zan_Vector4T<double>>(kPoints, 45), divided = ours;
+    static auto glms = pointsOf<glm::dvec4>(kPoints, 45), glmsDivided = glms;
+    static auto eigens = eigenPoints<4>(45), eigensDivided = eigens;
+
+    Entry("1000 homogeneous points", 2,
+          [](size_t i) {
+              Zan_TransformVector4NoDivide(&one.zan[i], kPoints, ours.data());
+              return ours.data();
+          })
+        .peer(
+            "glm",
+            [](size_t i) {
+                for (glm::dvec4& p : glms) p = one.glm[i] * p;
+                return glms.data();
+            },
+            NearArrays{4 * kPoints})
+        .peer(
+            "Eigen, all at once",
+            [](size_t i) {
+                eigens = one.eigen[i] * eigens;
+                return eigens.data();
+            },
+            NearArrays{4 * kPoints});
+    Entry("1000 homogeneous points, divided", 2,
+          [](size_t i) {
+              Zan_TransformVector4(&one.zan[i], kPoints, divided.data());
+              return divided.data();
+          })
+        .peer(
+            "glm",
+            [](size_t i) {
+                for (glm::dvec4& p : glmsDivided) {
+                    p = one.glm[i] * p;
+                    p /= p.w;
+                }
+                return glmsDivided.data();
+            },
+            NearArrays{4 * kPoints})
+        .peer(
+            "Eigen, all at once",
+            [](size_t i) {
+                eigensDivided = (one.eigen[i] * eigensDivided).colwise().hnormalized().eval().colwise().homogeneous();
+                return eigensDivided.data();
+            },
+            NearArrays{4 * kPoints});
+}
+
+/// Quarter turns and back about a point, so that whole numbers stay whole.
+void addIntegerPoints() {
+    static Zan_Matrix3 turns[2];
+    turns[0] = turns[1] = Zan_Matrix3(true);
+    turns[0].m00 = turns[0].m11 = turns[1].m00 = turns[1].m11 = 0;
+    turns[0].m01 = turns[1].m10 = 1;
+    turns[0].m10 = turns[1].m01 = -1;
+    turns[0].m20 = 3;
+    turns[0].m21 = 4;
+    turns[1].m20 = -4;
+    turns[1].m21 = 3;
+    static auto shorts = inputs(kPoints, 46, [](Random& random) {
+        return Zan_Point{static_cast<int16_t>(random.whole(-9999, 9999)),
+                         static_cast<int16_t>(random.whole(-9999, 9999))};
+    });
+    static auto shortsByHand = shorts;
+    static auto fixed = inputs(kPoints, 47, [](Random& random) {
+        return Zan_FixedPoint{random.whole(-0x20000000, 0x20000000), random.whole(-0x20000000, 0x20000000)};
+    });
+    static auto fixedByHand = fixed;
+    static const auto same = [](const auto* zan, const auto* peer) {
+        for (int i = 0; i < kPoints; ++i) {
+            if (zan[i].h != peer[i].h || zan[i].v != peer[i].v) return false;
+        }
+        return true;
+    };
+    /// The next whole number, or the nearest end of the range.
+    static const auto rounded = [](double value, double limit) {
+        return std::lround(std::clamp(value, -limit, limit));
+    };
+
+    Entry("1000 points, 16-bit", 2,
+          [](size_t i) {
+              static_cast<void>(Zan_TransformPoints(&turns[i], kPoints, shorts.data()));
+              return shorts.data();
+          })
+        .peer(
+            "std::lround",
+            [](size_t i) {
+                const Zan_Matrix3& m = turns[i];
+                for (Zan_Point& p : shortsByHand) {
+                    const double x = p.h, y = p.v;
+                    p.h = static_cast<int16_t>(rounded(x * m.m00 + y * m.m10 + m.m20, 32767));
+                    p.v = static_cast<int16_t>(rounded(x * m.m01 + y * m.m11 + m.m21, 32767));
+                }
+                return shortsByHand.data();
+            },
+            same);
+    Entry("1000 points, 16.16", 2,
+          [](size_t i) {
+              static_cast<void>(Zan_TransformFixPoints(&turns[i], kPoints, fixed.data()));
+              return fixed.data();
+          })
+        .peer(
+            "std::lround",
+            [](size_t i) {
+                const Zan_Matrix3& m = turns[i];
+                for (Zan_FixedPoint& p : fixedByHand) {
+                    const double x = p.h, y = p.v;
+                    p.h = static_cast<int32_t>(rounded(x * m.m00 + y * m.m10 + m.m20 * 65536, 2147483647));
+                    p.v = static_cast<int32_t>(rounded(x * m.m01 + y * m.m11 + m.m21 * 65536, 2147483647));
+                }
+                return fixedByHand.data();
+            },
+            same);
+}
+
+/// The box around a transformed rectangle.
+Zan_FloatRect boxByGlm(const glm::dmat3& m, double left, double top, double right, double bottom) {
+    const glm::dvec3 p[4] = {m * glm::dvec3(left, top, 1), m * glm::dvec3(right, top, 1),
+                             m * glm::dvec3(right, bottom, 1), m * glm::dvec3(left, bottom, 1)};
+    const glm::dvec3 low = glm::min(glm::min(p[0], p[1]), glm::min(p[2], p[3]));
+    const glm::dvec3 high = glm::max(glm::max(p[0], p[1]), glm::max(p[2], p[3]));
+    return {low.x, low.y, high.x, high.y};
+}
+
+void addRectangles() {
+    static const Matrices3 all(48);
+    static const auto rects = inputs(kManyLarge, 49, [](Random& random) {
+        const int32_t left = random.whole(-1000, 1000), top = random.whole(-1000, 1000);
+        return Zan_LRect{left, top, left + random.whole(1, 1000), top + random.whole(1, 1000)};
+    });
+    const Zan_Matrix3* m = all.zan.data();
+    const glm::dmat3* g = all.glm.data();
+    const Zan_LRect* r = rects.data();
+
+    Entry("box of a rectangle, double", kManyLarge,
+          [=](size_t i) {
+              Zan_FloatRect box = {static_cast<double>(r[i].left), static_cast<double>(r[i].top),
+                                   static_cast<double>(r[i].right), static_cast<double>(r[i].bottom)};
+              Zan_TransformFloatRect(&m[i], &box, nullptr, nullptr);
+              return box;
+          })
+        .peer(
+            "glm", [=](size_t i) { return boxByGlm(g[i], r[i].left, r[i].top, r[i].right, r[i].bottom); }, Near());
+    Entry("box of a rectangle, 32-bit", kManyLarge, [=](size_t i) { return Zan_TransformBounds(m[i], r[i]); })
+        .peer(
+            "glm, std::floor, std::ceil",
+            [=](size_t i) {
+                const Zan_FloatRect box = boxByGlm(g[i], r[i].left, r[i].top, r[i].right, r[i].bottom);
+                return Zan_LRect{static_cast<int32_t>(std::floor(box.left)), static_cast<int32_t>(std::floor(box.top)),
+                                 static_cast<int32_t>(std::ceil(box.right)),
+                                 static_cast<int32_t>(std::ceil(box.bottom))};
+            },
+            [](const Zan_LRect& zan, const Zan_LRect& peer) {
+                return zan.left == peer.left && zan.top == peer.top && zan.right == peer.right &&
+                       zan.bottom == peer.bottom;
+            });
+}
+
+struct Turn {
+    glm::dvec3 axis, angles;
+    double radians;
+};
+
+void addBuilders() {
+    static const Matrices3 all3(91);
+    static const Matrices4 all4(92);
+    static const auto turns = inputs(kManyLarge, 93, [](Random& random) {
+        const auto [x, y, z, w] = rotation(random);
+        return Turn{{x, y, z + 0.1}, {random.real(-3, 3), random.real(-1.5, 1.5), random.real(-3, 3)}, 3 * w};
+    });
+    const Zan_Matrix3* m3 = all3.zan.data();
+    const Eigen::Matrix3d* e3 = all3.eigen.data();
+    const Zan_Matrix4* m4 = all4.zan.data();
+    const glm::dmat4* g4 = all4.glm.data();
+    const Eigen::Matrix4d* e4 = all4.eigen.data();
+    const Turn* t = turns.data();
+
+    Entry("append a turn about a centre, 3x3", kManyLarge,
+          [=](size_t i) {
+              Zan_Matrix3 m = m3[i];
+              Zan_RotateMatrix(&m, t[i].radians * 57.29577951308232, 10, 20);
+              return m;
+          })
+        .peer(
+            "Eigen",
+            [=](size_t i) -> Eigen::Matrix3d {
+                Eigen::Affine2d m(e3[i]);
+                m.pretranslate(Eigen::Vector2d(-10, -20)).prerotate(t[i].radians).pretranslate(Eigen::Vector2d(10, 20));
+                return m.matrix();
+            },
+            Near());
+    Entry("append a translation, 4x4", kManyLarge,
+          [=](size_t i) {
+              Zan_Matrix4 m = m4[i];
+              Zan_TranslateMatrix4(t[i].axis.x, t[i].axis.y, t[i].axis.z, &m);
+              return m;
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::translate(glm::dmat4(1), t[i].axis) * g4[i]; }, Near())
+        .peer(
+            "Eigen",
+            [=](size_t i) -> Eigen::Matrix4d {
+                Eigen::Affine3d m(e4[i]);
+                m.pretranslate(Eigen::Vector3d(t[i].axis.x, t[i].axis.y, t[i].axis.z));
+                return m.matrix();
+            },
+            Near());
+    Entry("append a turn about an axis, 4x4", kManyLarge,
+          [=](size_t i) {
+              Zan_Matrix4 m = m4[i];
+              static_cast<void>(Zan_RotateMatrix4(t[i].axis.x, t[i].axis.y, t[i].axis.z, t[i].radians, &m));
+              return m;
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::rotate(glm::dmat4(1), t[i].radians, t[i].axis) * g4[i]; }, Near())
+        .peer(
+            "Eigen",
+            [=](size_t i) -> Eigen::Matrix4d {
+                Eigen::Affine3d m(e4[i]);
+                const Eigen::Vector3d axis(t[i].axis.x, t[i].axis.y, t[i].axis.z);
+                m.prerotate(Eigen::AngleAxisd(t[i].radians, axis.normalized()));
+                return m.matrix();
+            },
+            Near());
+    Entry("append turns by three angles, 4x4", kManyLarge,
+          [=](size_t i) {
+              Zan_Matrix4 m = m4[i];
+              Zan_RotateMatrix4XYZ(t[i].angles.x, t[i].angles.y, t[i].angles.z, &m);
+              return m;
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::eulerAngleXYZ(t[i].angles.x, t[i].angles.y, t[i].angles.z) * g4[i]; },
+            Near());
+    Entry("look at a point", kManyLarge,
+          [=](size_t i) {
+              const Zan_Vector3T<double> eye(t[i].axis.x, t[i].axis.y, t[i].axis.z), up(0, 1, 0);
+              const Zan_Vector3T<double> target(t[i].angles.x, t[i].angles.y, t[i].angles.z);
+              return Zan_LookAtMatrix(eye, target, up);
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::lookAtLH(t[i].axis, t[i].angles, glm::dvec3(0, 1, 0)); },
+            // glm gives the transform in the other direction, with the way to the eye in it.
+            [](const Zan_Matrix4& zan, const glm::dmat4& peer) {
+                const glm::dmat3 turn(glm::transpose(peer));
+                const double rows[9] = {zan.m00, zan.m01, zan.m02, zan.m10, zan.m11,
+                                        zan.m12, zan.m20, zan.m21, zan.m22};
+                return Near().arrays(rows, &turn, 9);
+            });
+}
+
 }  // namespace
 
-void addMatrixEntries() { addValues(); }
+void addMatrixEntries() {
+    addValues();
+    addPoints2();
+    addPoints3();
+    addPoints4();
+    addIntegerPoints();
+    addRectangles();
+    addBuilders();
+}
 
 }  // namespace zan_bench
