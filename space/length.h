@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "zan/types.h"
+#include "matrix/point_rules.h"
 
 namespace zan {
 
@@ -13,11 +13,17 @@ inline double dot(const Zan_Vector3T<double>& a, const Zan_Vector3T<double>& b) 
 }
 inline double length(const Zan_Vector3T<double>& v) { return std::sqrt(v.LengthSquared()); }
 
+/// Brings a vector to unit length; false, and it stays as it is, when it is too short.
+inline bool normalize(Zan_Vector3T<double>& v) {
+    const double size = length(v);
+    if (!(size > 1e-12)) return false;
+    const double reciprocal = 1 / size;
+    v = {v.x * reciprocal, v.y * reciprocal, v.z * reciprocal};
+    return true;
+}
+
 inline double dot(const Zan_Vector2T<double>& a, const Zan_Vector2T<double>& b) { return a.x * b.x + a.y * b.y; }
 inline double length(const Zan_Vector2T<double>& v) { return std::sqrt(v.x * v.x + v.y * v.y); }
-
-/// Strictly between -1e-12 and 1e-12: too short, too flat or too parallel to divide by.
-inline bool nearZero(double value) { return -1e-12 < value && value < 1e-12; }
 
 }  // namespace zan
 

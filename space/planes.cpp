@@ -22,11 +22,7 @@ int32_t Zan_GetPlaneEquation(const Zan_Vector3T<double>* points, int32_t count, 
         mean.y += p.y;
         mean.z += p.z;
     }
-    const double size = zan::length(normal);
-    if (size > 1e-12) {
-        const double reciprocal = 1 / size;
-        normal = {normal.x * reciprocal, normal.y * reciprocal, normal.z * reciprocal};
-    }
+    zan::normalize(normal);
     const double share = 1.0 / count;
     mean = {mean.x * share, mean.y * share, mean.z * share};
     if (centroid != nullptr) *centroid = mean;

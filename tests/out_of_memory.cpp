@@ -65,6 +65,16 @@ int main() {
               "answer and report", n);
         return result != 0;
     });
+    Zan_TransformPoly2D layer;
+    for (int32_t i = 0; i < 4; ++i) layer.SetLayerPoint(i, kSquare[i]);
+    eachAllocation("a layer throws the code", [&](int n) {
+        try {
+            check(layer.IsPointInside(&inner, 0), "layer hit", n);
+            return false;
+        } catch (long code) {
+            return code == kBel_Err_OutOfMemory && !host.takeAll().empty();
+        }
+    });
     unsigned char inside = 9;
     failingCountdown = 1;
     check(Zan_IsFloatPointInConcavePoly(&inner, kSquare, 0, 1.0, &inside) == 0 && inside == 0, "no vertices", 1);

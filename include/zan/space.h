@@ -2,7 +2,7 @@
 #ifndef ZAN_SPACE_H
 #define ZAN_SPACE_H
 
-#include "zan/types.h"
+#include "zan/matrix.h"
 
 /// @defgroup planes Planes, rays and lines
 /// A degenerate input (coincident points, a zero normal, a segment without length, a parallel ray) takes the fallback
@@ -96,6 +96,18 @@ ZAN_API int32_t Zan_PerpDistTo2DLine(const Zan_Vector2T<double>* p, const Zan_Ve
 /// @threads  any
 ZAN_API int32_t Zan_ClipLine2Rect(const Zan_FloatRect* rect, Zan_Vector2T<double>* a, Zan_Vector2T<double>* b,
                                   bool* visible);
+
+/// Whether a quadrilateral is seen edge-on after a transform: the cosine of the angle between its normal and the line
+/// of sight lies strictly between -tolerance and tolerance.
+/// @param m             layer to eye; divides as Zan_TransformVector4 does
+/// @param quad          four points
+/// @param tolerance     of the cosine
+/// @param orthographic  the line of sight is (0, 0, 1), not the direction from the origin to the middle of the four
+/// @param edgeOn        receives the answer; false where the normal or the line of sight is at most 1e-12 long
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_IsQuadEdgeOn(const Zan_Matrix4* m, const Zan_Vector3T<double>* quad, double tolerance,
+                                 bool orthographic, bool* edgeOn);
 
 }  // extern "C"
 

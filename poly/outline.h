@@ -1,0 +1,51 @@
+// What the outlines of layers in the plane and in space have in common.
+#ifndef ZAN_POLY_OUTLINE_H
+#define ZAN_POLY_OUTLINE_H
+
+#include <algorithm>
+#include <cmath>
+
+#include "frame/report.h"
+#include "space/segment_distance.h"
+#include "zan/poly.h"
+
+namespace zan {
+
+using Point = Zan_Vector2T<double>;
+using Edge = std::pair<Point, Point>;
+
+/// The corner at the end of edge i.
+inline int32_t nextCorner(int32_t i) { return (i + 1) % 4; }
+
+/// One of the first two rows has next to no length: the layer is seen as nothing, or as a line.
+template <class Matrix>
+bool degenerate(const Matrix& m) {
+    const auto squares = m.GetScaleSquared();
+    return nearZero(squares.x) || nearZero(squares.y);
+}
+
+inline bool pointInside(const Point& p, const Point* outline, int32_t count, double tolerance) {
+    unsigned char inside = 0;
+    throwIfFailed(Zan_IsFloatPointInConcavePoly(&p, outline, count, tolerance, &inside));
+    return inside != 0;
+}
+
+/// -1 when GetEdge gives none of the four edges.
+template <class Poly>
+double minimumEdgeDistance(const Poly& poly, const Point& p) {
+    double best = -1.0;
+    for (int32_t i = 0; i < 4; ++i) {
+        Edge edge;
+        if (!poly.GetEdge(i, &edge)) continue;
+        bool within = false;
+        double distance = 0;
+        throwIfFailed(perpDistTo2DLine(p, edge.first, edge.second, within, distance));
+        if (!within) distance = std::sqrt(std::min(p.DistanceSquared(edge.first), p.DistanceSquared(edge.second)));
+        if (best < 0 || best > distance) best = distance;
+    }
+    return best;
+}
+
+}  // namespace zan
+
+#endif  // ZAN_POLY_OUTLINE_H

@@ -1,0 +1,22 @@
+// The bodies of the allocator of outlines. Only the library has them, so the public header needs none of the
+// platform's.
+#ifndef ZAN_POLY_TRACKED_ALLOCATOR_H
+#define ZAN_POLY_TRACKED_ALLOCATOR_H
+
+#include <new>
+
+#include "platform/bel.h"
+#include "zan/poly.h"
+
+template <class T>
+T* Zan_TrackedAllocator<T>::allocate(size_t count) {
+    if (count > SIZE_MAX / sizeof(T)) throw std::bad_array_new_length();
+    return static_cast<T*>(Bel_MemTrackedObject::TrackedNew(count * sizeof(T), false));
+}
+
+template <class T>
+void Zan_TrackedAllocator<T>::deallocate(T* objects, size_t /*count*/) noexcept {
+    Bel_MemTrackedObject::TrackedDelete(objects);
+}
+
+#endif  // ZAN_POLY_TRACKED_ALLOCATOR_H

@@ -1,0 +1,38 @@
+// The outline of a layer in the plane. Nothing here allocates but the hit test.
+#include "poly/outline.h"
+
+Zan_TransformPoly2D::Zan_TransformPoly2D() : visible(true) {}
+Zan_TransformPoly2D::Zan_TransformPoly2D(const Zan_TransformPoly2D& other) = default;
+Zan_TransformPoly2D& Zan_TransformPoly2D::operator=(const Zan_TransformPoly2D& other) = default;
+Zan_TransformPoly2D::~Zan_TransformPoly2D() = default;
+
+void Zan_TransformPoly2D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[i] = p; }
+
+void Zan_TransformPoly2D::TransformPoints(const Zan_Matrix3& m) {
+    visible = !zan::degenerate(m);
+    if (visible) zan::throwIfFailed(Zan_TransformFloatPoints(&m, 4, corners));
+}
+
+bool Zan_TransformPoly2D::IsVisible() const { return visible; }
+void Zan_TransformPoly2D::InitPolyPoints() const {}
+int32_t Zan_TransformPoly2D::NumPolyPoints() const { return 4; }
+const zan::Point* Zan_TransformPoly2D::GetPolyPoints() const { return corners; }
+void Zan_TransformPoly2D::GetPolyPoint(int32_t i, zan::Point* out) const { *out = corners[i]; }
+
+bool Zan_TransformPoly2D::GetPoint(int32_t i, zan::Point* out) const {
+    *out = corners[i];
+    return true;
+}
+
+bool Zan_TransformPoly2D::GetEdge(int32_t i, zan::Edge* out) const {
+    *out = {corners[i], corners[zan::nextCorner(i)]};
+    return true;
+}
+
+bool Zan_TransformPoly2D::IsPointInside(const zan::Point* p, double tolerance) const {
+    return visible && zan::pointInside(*p, corners, 4, tolerance);
+}
+
+double Zan_TransformPoly2D::GetMinimumEdgeDistance(const zan::Point* p) const {
+    return zan::minimumEdgeDistance(*this, *p);
+}

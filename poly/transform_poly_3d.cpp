@@ -1,0 +1,95 @@
+// The outline of a layer in space: to the eye, clipped at the near plane, to the screen. The outline's points are the
+// only memory that is kept.
+#include "poly/outline.h"
+#include "poly/tracked_allocator.h"
+#include "zan/space.h"
+
+namespace {
+
+// Every outline fits: each edge adds two points at most.
+constexpr size_t kMostPoints = 8;
+
+zan::Point dropZ(const Zan_Vector3T<double>& p) { return {p.x, p.y}; }
+
+}  // namespace
+
+Zan_TransformPoly3D::Zan_TransformPoly3D() : cornerBehind{}, polyPointsInit(false) {}
+Zan_TransformPoly3D::Zan_TransformPoly3D(const Zan_TransformPoly3D& other) = default;
+Zan_TransformPoly3D& Zan_TransformPoly3D::operator=(const Zan_TransformPoly3D& other) = default;
+Zan_TransformPoly3D::~Zan_TransformPoly3D() = default;
+
+void Zan_TransformPoly3D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[i] = {p.x, p.y, 0.0}; }
+
+void Zan_TransformPoly3D::TransformPointsToEye(const Zan_Matrix4& layerToEye) {
+    if (zan::degenerate(layerToEye)) {
+        std::fill_n(cornerBehind, 4, false);
+        return;
+    }
+    zan::throwIfFailed(Zan_Transform3DFloatPoints(&layerToEye, 4, corners));
+}
+
+void Zan_TransformPoly3D::ClipEdgeToScreen(int32_t i) {
+    const int32_t j = zan::nextCorner(i);
+    zan::throwIfFailed(
+        Zan_Clip3DLine(&corners[i], &corners[j], &cornerBehind[i], &cornerBehind[j], &edgeClipPoints[i]));
+}
+
+void Zan_TransformPoly3D::TransformPointsToScreen(const Zan_Matrix4& eyeToScreen) {
+    if (zan::degenerate(eyeToScreen)) {
+        std::fill_n(cornerBehind, 4, false);
+        return;
+    }
+    for (int32_t i = 0; i < 4; ++i) ClipEdgeToScreen(i);
+    zan::throwIfFailed(Zan_Transform3DFloatPoints(&eyeToScreen, 4, corners));
+    zan::throwIfFailed(Zan_Transform3DFloatPoints(&eyeToScreen, 4, edgeClipPoints));
+    InvalidatePolyPoints();
+}
+
+void Zan_TransformPoly3D::InvalidatePolyPoints() {
+    polyPoints.clear();
+    polyPointsInit = false;
+}
+
+bool Zan_TransformPoly3D::PolyPointsInit() { return polyPointsInit; }
+
+void Zan_TransformPoly3D::InitPolyPoints() const {
+    if (polyPointsInit) return;
+    polyPoints.reserve(kMostPoints);
+    for (int32_t i = 0; i < 4; ++i) {
+        zan::Edge edge;
+        if (!GetEdge(i, &edge)) continue;
+        polyPoints.push_back(edge.first);
+        // Behind the next corner the outline goes on along the near plane, not from that corner.
+        if (cornerBehind[zan::nextCorner(i)]) polyPoints.push_back(edge.second);
+    }
+    polyPointsInit = true;
+}
+
+bool Zan_TransformPoly3D::IsVisible() const {
+    return std::any_of(cornerBehind, cornerBehind + 4, [](bool behind) { return !behind; });
+}
+int32_t Zan_TransformPoly3D::NumPolyPoints() const { return static_cast<int32_t>(polyPoints.size()); }
+const zan::Point* Zan_TransformPoly3D::GetPolyPoints() const { return polyPoints.data(); }
+void Zan_TransformPoly3D::GetPolyPoint(int32_t i, zan::Point* out) const { *out = polyPoints[static_cast<size_t>(i)]; }
+
+bool Zan_TransformPoly3D::GetPoint(int32_t i, zan::Point* out) const {
+    if (cornerBehind[i]) return false;
+    *out = dropZ(corners[i]);
+    return true;
+}
+
+bool Zan_TransformPoly3D::GetEdge(int32_t i, zan::Edge* out) const {
+    const int32_t j = zan::nextCorner(i);
+    if (cornerBehind[i] && cornerBehind[j]) return false;
+    const zan::Point clip = dropZ(edgeClipPoints[i]);
+    *out = {cornerBehind[i] ? clip : dropZ(corners[i]), cornerBehind[j] ? clip : dropZ(corners[j])};
+    return true;
+}
+
+bool Zan_TransformPoly3D::IsPointInside(const zan::Point* p, double tolerance) const {
+    return IsVisible() && !polyPoints.empty() && zan::pointInside(*p, polyPoints.data(), NumPolyPoints(), tolerance);
+}
+
+double Zan_TransformPoly3D::GetMinimumEdgeDistance(const zan::Point* p) const {
+    return zan::minimumEdgeDistance(*this, *p);
+}
