@@ -36,11 +36,7 @@ foreach(pc IN ITEMS zan zan-platform)
   install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc" DESTINATION "${pc_dir}" COMPONENT dev)
 endforeach()
 
-# For debuggers. gdb reads by itself what lies under its own data directory.
+# For debuggers, and to read.
 install(FILES debug/zan.natvis debug/zan_gdb.py DESTINATION "${CMAKE_INSTALL_DATADIR}/zan" COMPONENT dev)
-if(CMAKE_INSTALL_PREFIX STREQUAL "/usr" AND NOT WIN32)
-  file(CONFIGURE OUTPUT auto-load.py CONTENT "gdb.execute(\"source @CMAKE_INSTALL_FULL_DATADIR@/zan/zan_gdb.py\")\n" @ONLY)
-  install(FILES "${CMAKE_CURRENT_BINARY_DIR}/auto-load.py" COMPONENT dev
-          DESTINATION "${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR}"
-          RENAME "libzan.so.${PROJECT_VERSION}-gdb.py")
-endif()
+install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dev
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")

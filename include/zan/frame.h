@@ -59,7 +59,7 @@ extern ZAN_API Zan_Globals Zanp_G;
 extern ZAN_API const void* const Zan_G_zref;
 
 /// The package version: interface version in the high 16 bits, package version in the low 16 bits.
-/// @return  0x120004, that is 18.4
+/// @return  both versions in one number
 /// @threads any
 [[nodiscard]] ZAN_API uint32_t Zan_PkgObjectVersion();
 

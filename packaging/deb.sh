@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Makes the Debian packages in build/deb and checks them: lintian, and a stranger's program built from what they hold.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+out=build/deb
+
+# The same commit gives the same changelog.
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
+export SOURCE_DATE_EPOCH
+rm -f "$out"/*.deb
+cmake -S . -B "$out" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr -DCMAKE_SKIP_INSTALL_RPATH=ON \
+  -DCMAKE_INSTALL_DOCDIR=share/doc/libzan-dev -DZAN_DEBIAN_PACKAGES=ON "$@" >/dev/null
+cmake --build "$out"
+(cd "$out" && cpack) >"$out/cpack.log" 2>&1 || { cat "$out/cpack.log"; exit 1; }
+packages=("$out"/libzan[0-9]*.deb "$out"/libzan-dev_*.deb)
+
+lintian --allow-root --fail-on error,warning "${packages[@]}"
+
+rm -rf "$out/root"
+for package in "${packages[@]}"; do
+  dpkg-deb -f "$package" Package Version Depends
+  dpkg-deb -x "$package" "$out/root"
+done
+libraries=$(dirname "$(find "$out/root" -name libzan.so)")
+export PKG_CONFIG_PATH=$libraries/pkgconfig LD_LIBRARY_PATH=$libraries
+# shellcheck disable=SC2046
+g++ -std=c++17 tests/stranger/stranger.cpp $(pkg-config --cflags --libs zan zan-platform) -o "$out/stranger"
+"$out/stranger"
+echo "the packages: ${packages[*]}"
