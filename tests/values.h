@@ -71,7 +71,7 @@ inline constexpr double kNastyDoubles[] = {0.0,
                                            std::numeric_limits<double>::quiet_NaN()};
 inline constexpr int32_t kNastyInts[] = {0,           1,
                                          -1,          2,
-                                         -2,          7,
+                                         -2,          -32769,
                                          32767,       -32768,
                                          32768,       65535,
                                          65536,       -65536,

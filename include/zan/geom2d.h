@@ -1,7 +1,230 @@
 // Operations on points and rectangles.
+//
+// Nothing here allocates or reports. Vertical coordinates grow downward; integer and fixed rectangles are half-open and
+// cover the points with left <= h < right and top <= v < bottom; a rectangle with right <= left or bottom <= top is
+// empty. Sums wrap in the width of the field. The variants for 16-bit, 32-bit and 16.16 records follow one rule; the
+// fixed ones treat their values as plain 32-bit integers. Arguments name the horizontal value first, whatever the order
+// in the record. Pointers must be valid, and records of different types must not overlap.
 #ifndef ZAN_GEOM2D_H
 #define ZAN_GEOM2D_H
 
 #include "zan/types.h"
+
+extern "C" {
+
+/// @defgroup points Points
+/// @{
+
+/// Sets a point.
+/// @param point  receives both values
+/// @param h, v   the horizontal value, then the vertical one
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_SetPt(Zan_Point* point, int16_t h, int16_t v);
+/// @copydoc Zan_SetPt
+ZAN_API int32_t Zan_SetLPt(Zan_LPoint* point, int32_t h, int32_t v);
+/// @copydoc Zan_SetPt
+ZAN_API int32_t Zan_SetFixedPt(Zan_FixedPoint* point, Zan_Fixed h, Zan_Fixed v);
+
+/// Copies a point, also onto itself.
+/// @param source       the point
+/// @param destination  receives it
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_CopyPt(const Zan_Point* source, Zan_Point* destination);
+/// @copydoc Zan_CopyPt
+ZAN_API int32_t Zan_CopyLPt(const Zan_LPoint* source, Zan_LPoint* destination);
+/// @copydoc Zan_CopyPt
+ZAN_API int32_t Zan_CopyFixedPt(const Zan_FixedPoint* source, Zan_FixedPoint* destination);
+
+/// True when both fields are equal.
+/// @threads  any
+[[nodiscard]] ZAN_API bool Zan_EqualPt(const Zan_Point* a, const Zan_Point* b);
+/// @copydoc Zan_EqualPt
+[[nodiscard]] ZAN_API bool Zan_EqualLPt(const Zan_LPoint* a, const Zan_LPoint* b);
+/// @copydoc Zan_EqualPt
+[[nodiscard]] ZAN_API bool Zan_EqualFixedPt(const Zan_FixedPoint* a, const Zan_FixedPoint* b);
+
+/// Moves a point: target.v += delta.v, target.h += delta.h, in 16 bits that wrap.
+/// @param delta   by how much
+/// @param target  the point that is moved
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_AddPt(Zan_Point delta, Zan_Point* target);
+/// @}
+
+/// @defgroup rects Rectangles
+/// @{
+
+/// Sets a rectangle, which may be empty or inverted.
+/// @param rect                      receives the four values
+/// @param left, top, right, bottom  in this order, whatever the record's
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_SetRect(Zan_Rect* rect, int16_t left, int16_t top, int16_t right, int16_t bottom);
+/// @copydoc Zan_SetRect
+ZAN_API int32_t Zan_SetLRect(Zan_LRect* rect, int32_t left, int32_t top, int32_t right, int32_t bottom);
+/// @copydoc Zan_SetRect
+ZAN_API int32_t Zan_SetFixedRect(Zan_FixedRect* rect, Zan_Fixed left, Zan_Fixed top, Zan_Fixed right, Zan_Fixed bottom);
+/// Sets the four fields of a record whose meaning is the host's.
+/// @param rect        receives the values
+/// @param a, b, c, d  in the order of the fields
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_SetWHRect(Zan_WHRect* rect, int16_t a, int16_t b, int16_t c, int16_t d);
+
+/// Copies a rectangle, also onto itself.
+/// @param source       the rectangle
+/// @param destination  receives it
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_CopyRect(const Zan_Rect* source, Zan_Rect* destination);
+/// @copydoc Zan_CopyRect
+ZAN_API int32_t Zan_CopyLRect(const Zan_LRect* source, Zan_LRect* destination);
+/// @copydoc Zan_CopyRect
+ZAN_API int32_t Zan_CopyFixedRect(const Zan_FixedRect* source, Zan_FixedRect* destination);
+/// @copydoc Zan_CopyRect
+ZAN_API int32_t Zan_CopyWHRect(const Zan_WHRect* source, Zan_WHRect* destination);
+
+/// True when both rectangles are empty, or all four fields are equal.
+/// @threads  any
+[[nodiscard]] ZAN_API bool Zan_EqualRect(const Zan_Rect* a, const Zan_Rect* b);
+/// @copydoc Zan_EqualRect
+[[nodiscard]] ZAN_API bool Zan_EqualLRect(const Zan_LRect* a, const Zan_LRect* b);
+/// @copydoc Zan_EqualRect
+[[nodiscard]] ZAN_API bool Zan_EqualFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* b);
+/// True when all four fields are equal.
+/// @threads  any
+[[nodiscard]] ZAN_API bool Zan_EqualWHRect(const Zan_WHRect* a, const Zan_WHRect* b);
+
+/// True when right <= left or bottom <= top.
+/// @threads  any
+[[nodiscard]] ZAN_API bool Zan_EmptyRect(const Zan_Rect* rect);
+/// @copydoc Zan_EmptyRect
+[[nodiscard]] ZAN_API bool Zan_EmptyLRect(const Zan_LRect* rect);
+/// @copydoc Zan_EmptyRect
+[[nodiscard]] ZAN_API bool Zan_EmptyFixedRect(const Zan_FixedRect* rect);
+
+/// True when left <= h < right and top <= v < bottom: the left and top edges are inside, the right and bottom ones are
+/// not.
+/// @threads  any
+[[nodiscard]] ZAN_API bool Zan_PtInRect(const Zan_Point* point, const Zan_Rect* rect);
+/// @copydoc Zan_PtInRect
+[[nodiscard]] ZAN_API bool Zan_LPtInRect(const Zan_LPoint* point, const Zan_LRect* rect);
+/// @copydoc Zan_PtInRect
+[[nodiscard]] ZAN_API bool Zan_FixedPtInRect(const Zan_FixedPoint* point, const Zan_FixedRect* rect);
+
+/// The rectangle that two points span, in any order. Points on one line span an empty one.
+/// @param a, b  two opposite corners
+/// @param rect  receives the smaller and the larger value of each direction
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_Pt2Rect(const Zan_Point* a, const Zan_Point* b, Zan_Rect* rect);
+/// @copydoc Zan_Pt2Rect
+ZAN_API int32_t Zan_LPt2Rect(const Zan_LPoint* a, const Zan_LPoint* b, Zan_LRect* rect);
+/// @copydoc Zan_Pt2Rect
+ZAN_API int32_t Zan_FixedPt2Rect(const Zan_FixedPoint* a, const Zan_FixedPoint* b, Zan_FixedRect* rect);
+
+/// Moves every edge inward. An inset of more than half the size leaves an inverted rectangle.
+/// @param rect    the rectangle
+/// @param dh, dv  added to left and top, taken from right and bottom; negative values grow the rectangle
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_InsetRect(Zan_Rect* rect, int16_t dh, int16_t dv);
+/// @copydoc Zan_InsetRect
+ZAN_API int32_t Zan_InsetLRect(Zan_LRect* rect, int32_t dh, int32_t dv);
+/// @copydoc Zan_InsetRect
+ZAN_API int32_t Zan_InsetFixedRect(Zan_FixedRect* rect, Zan_Fixed dh, Zan_Fixed dv);
+
+/// Moves a rectangle.
+/// @param rect    the rectangle
+/// @param dh, dv  added to both horizontal and both vertical fields
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_OffsetRect(Zan_Rect* rect, int16_t dh, int16_t dv);
+/// @copydoc Zan_OffsetRect
+ZAN_API int32_t Zan_OffsetLRect(Zan_LRect* rect, int32_t dh, int32_t dv);
+/// @copydoc Zan_OffsetRect
+ZAN_API int32_t Zan_OffsetFixedRect(Zan_FixedRect* rect, Zan_Fixed dh, Zan_Fixed dv);
+
+/// Centres a rectangle in a frame, keeping its size: left becomes frame.left + (frame width - width) / 2 with the
+/// division truncated toward zero, likewise top. One larger than the frame hangs over on both sides, equally to within
+/// one unit. Widths and heights wrap in the width of the field, the rest is formed in 32 bits.
+/// @param frame  the frame, which may be the rectangle itself
+/// @param rect   the rectangle that is moved
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_CenterRect(const Zan_Rect* frame, Zan_Rect* rect);
+/// @copydoc Zan_CenterRect
+ZAN_API int32_t Zan_CenterLRect(const Zan_LRect* frame, Zan_LRect* rect);
+/// @copydoc Zan_CenterRect
+ZAN_API int32_t Zan_CenterFixedRect(const Zan_FixedRect* frame, Zan_FixedRect* rect);
+/// @}
+
+/// @defgroup rectconversions Conversions between rectangles
+/// @{
+
+/// A fixed rectangle rounded to the nearest integers, halves toward plus infinity: 0.5 gives 1, -0.5 gives 0.
+/// @param source       16.16
+/// @param destination  -32768 to 32767; 32767.5 and above wraps to -32768
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_FixedRect2Rect(const Zan_FixedRect* source, Zan_Rect* destination);
+/// @copydoc Zan_FixedRect2Rect
+ZAN_API int32_t Zan_FixedRect2LRect(const Zan_FixedRect* source, Zan_LRect* destination);
+
+/// The largest integer rectangle inside a fixed one: left and top rounded up, right and bottom down.
+/// @param source       16.16
+/// @param destination  -32768 to 32767; a left or top above 32767 wraps to -32768
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_FixedRect2RectIn(const Zan_FixedRect* source, Zan_Rect* destination);
+/// @copydoc Zan_FixedRect2RectIn
+ZAN_API int32_t Zan_FixedRect2LRectIn(const Zan_FixedRect* source, Zan_LRect* destination);
+
+/// The smallest integer rectangle that contains a fixed one: left and top rounded down, right and bottom up.
+/// @param source       16.16
+/// @param destination  -32768 to 32767; a right or bottom above 32767 wraps to -32768
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_FixedRect2RectOut(const Zan_FixedRect* source, Zan_Rect* destination);
+/// @copydoc Zan_FixedRect2RectOut
+ZAN_API int32_t Zan_FixedRect2LRectOut(const Zan_FixedRect* source, Zan_LRect* destination);
+
+/// An integer rectangle in 16.16.
+/// @param source       every value
+/// @param destination  each coordinate times 65536, of which the coordinate's low 16 bits survive
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_Rect2FixedRect(const Zan_Rect* source, Zan_FixedRect* destination);
+/// @copydoc Zan_Rect2FixedRect
+ZAN_API int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* destination);
+
+/// A 32-bit rectangle as a 16-bit one.
+/// @param source       left and top at least -32768, right and bottom at most 32767; no other bound is checked, so that
+///                     an inverted rectangle may pass and have its left or top cut to 16 bits
+/// @param destination  not written on failure
+/// @return   0; Zan_Result_OutOfRange (10) when the rectangle does not fit, which is not reported
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_LRect2Rect(const Zan_LRect* source, Zan_Rect* destination);
+/// @}
+
+}  // extern "C"
+
+/// @addtogroup points
+/// @{
+
+/// The difference of two points in one word.
+/// @return   a.v - b.v in the high 16 bits, a.h - b.h in the low 16 bits, each modulo 2^16
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_DeltaPoint(const Zan_Point& a, const Zan_Point& b);
+
+/// The top left corner of a rectangle as a point: what is written to it changes the rectangle's top and left.
+/// @threads  any
+[[nodiscard]] ZAN_API Zan_Point& Zan_TopLeft(Zan_Rect& rect);
+/// The bottom right corner of a rectangle as a point: what is written to it changes the rectangle's bottom and right.
+/// @threads  any
+[[nodiscard]] ZAN_API Zan_Point& Zan_BottomRight(Zan_Rect& rect);
+/// @}
 
 #endif  // ZAN_GEOM2D_H
