@@ -2,6 +2,8 @@
 #ifndef ZAN_SPACE_H
 #define ZAN_SPACE_H
 
+#include <utility>
+
 #include "zan/matrix.h"
 
 /// @defgroup planes Planes, rays and lines
@@ -110,6 +112,56 @@ ZAN_API int32_t Zan_IsQuadEdgeOn(const Zan_Matrix4* m, const Zan_Vector3T<double
                                  bool orthographic, bool* edgeOn);
 
 }  // extern "C"
+
+/// @}
+
+/// @defgroup projection Points to the screen
+/// Single points carried from a layer to the screen. Matrices apply from left to right.
+/// @{
+
+/// Carries a point of the plane through m1 and then m2, affinely: their whole product is formed, but its projective
+/// column is not used.
+/// @param m1, m2  layer to screen in two steps
+/// @param point   the point, replaced by its image
+/// @return   true
+/// @threads  any
+ZAN_API bool Zan_TransformPoint2DtoScreen(const Zan_Matrix3& m1, const Zan_Matrix3& m2, Zan_Vector2T<double>* point);
+
+/// Carries a point of space to the eye and, unless it is behind the near plane z = 0.1 there, through the projection
+/// and the screen matrix. Both steps divide by w as Zan_Matrix4::TransformPointAndDivide does.
+/// @param toEye       layer to eye
+/// @param projection  eye to projected
+/// @param screen      projected to screen, for x and y; z passes through, the projective column is not used
+/// @param point       the point, replaced by its image; unchanged when it is behind or cannot be divided
+/// @return   false for a point behind the near plane
+/// @reports  0x11003B "homogeneous point has W=0" for a w strictly between -1e-12 and 1e-12
+/// @throws   Zan_Err_HomogeneousWZero (0x110C) after that report, as a `long`
+/// @threads  any
+[[nodiscard]] ZAN_API bool Zan_TransformPoint3DtoScreen(const Zan_Matrix4& toEye, const Zan_Matrix4& projection,
+                                                        const Zan_Matrix3& screen, Zan_Vector3T<double>* point);
+/// The same for the point (x, y, 0) of a layer; x and y are stored.
+/// @threads any
+[[nodiscard]] ZAN_API bool Zan_TransformPoint3DtoScreen(const Zan_Matrix4& toEye, const Zan_Matrix4& projection,
+                                                        const Zan_Matrix3& screen, Zan_Vector2T<double>* point);
+
+/// Where the two unit vectors go: the images of (1, 0) and of (0, 1), each less the image of (0, 0), affinely. With a
+/// large translation the last bits differ from the elements of the matrix.
+/// @param m  the transform
+/// @return   the x direction and the y direction
+/// @threads  any
+[[nodiscard]] ZAN_API std::pair<Zan_Vector2T<double>, Zan_Vector2T<double>> Zan_ComputeDirectionalComponents(
+    const Zan_Matrix3& m);
+
+/// Rotates a point about a centre: counterclockwise with y upward, clockwise on a screen. Calculated in double
+/// precision from the single-precision difference of the two, by sine and cosine of degrees - 90, and rounded to single
+/// precision before the centre is added.
+/// @param centre   stays where it is
+/// @param degrees  the angle
+/// @param point    the point, replaced by its image
+/// @return   0
+/// @threads  any
+/// @libm     passes through sin and cos
+ZAN_API int32_t Zan_TransformPtF(Zan_Vector2T<float>* centre, double degrees, Zan_Vector2T<float>* point);
 
 /// @}
 
