@@ -1,7 +1,7 @@
 # Looks into what is shipped for what must never be in it: fused or x87 arithmetic, code that runs when it is loaded, on
 # Windows also wide moves that trust the stack's alignment.
 # cmake -DFILES=... -DOBJDUMP=... -DREADELF=... -P check_code.cmake
-# FILES is the library; on Windows its object files, since the C runtime's part of a DLL has x87 code of its own.
+# FILES is the library, on Windows its object files.
 cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND "${OBJDUMP}" -d --no-show-raw-insn ${FILES} OUTPUT_VARIABLE code COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "[\t ](mulsd|ret)" ordinary "${code}")
