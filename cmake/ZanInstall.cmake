@@ -40,3 +40,6 @@ endforeach()
 install(FILES debug/zan.natvis debug/zan_gdb.py DESTINATION "${CMAKE_INSTALL_DATADIR}/zan" COMPONENT dev)
 install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dev
         FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")
+if(WIN32)
+  zan_install_for_windows()
+endif()

@@ -44,6 +44,24 @@ foreach(name IN ITEMS libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll)
   endif()
 endforeach()
 
+# What an installation has on Windows alone: the .def files and the other family's import libraries, the compiler's DLLs
+# with their licences, and zan's own.
+function(zan_install_for_windows)
+  foreach(target IN ITEMS zan zan_platform)
+    install(FILES "${PROJECT_BINARY_DIR}/lib/${target}.def" DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev)
+    if(ZAN_LLVM_DLLTOOL)
+      install(FILES "${PROJECT_BINARY_DIR}/lib/${target}.lib" DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev)
+    endif()
+  endforeach()
+  install(FILES ${ZAN_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
+  # Debian's statements of the licences of its compiler and of its threads library, and the text that the first refers to.
+  install(FILES /usr/share/doc/gcc-mingw-w64-base/copyright DESTINATION licences COMPONENT runtime RENAME gcc.txt OPTIONAL)
+  install(FILES /usr/share/doc/mingw-w64-common/copyright DESTINATION licences COMPONENT runtime RENAME winpthreads.txt
+          OPTIONAL)
+  install(FILES /usr/share/common-licenses/GPL-3 DESTINATION licences COMPONENT runtime RENAME gpl-3.txt OPTIONAL)
+  install(FILES LICENSE CHANGELOG.md README.md DESTINATION . COMPONENT dev)
+endfunction()
+
 if(PROJECT_IS_TOP_LEVEL)
   # A program finds the DLLs that lie beside it.
   set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")

@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
 # wine.sh PROGRAM ARGUMENT...: runs a Windows program under wine, quietly and with a configuration of its own:
-# $WINEPREFIX, or the folder "wine" in the build tree around the program.
+# $WINEPREFIX, or the folder "wine" in the outermost build tree around the program.
 set -euo pipefail
 wine=$(command -v wine64 || command -v /usr/lib/wine/wine64) || { echo "wine64 is needed to run $1"; exit 127; }
 if [ -z "${WINEPREFIX:-}" ]; then
-  tree=$(dirname "$(realpath "$1")")
-  while [ "$tree" != / ] && [ ! -e "$tree/CMakeCache.txt" ]; do tree=$(dirname "$tree"); done
-  [ "$tree" != / ] || tree=${TMPDIR:-/tmp}
+  tree=${TMPDIR:-/tmp}
+  folder=$(dirname "$(realpath "$1")")
+  while [ "$folder" != / ]; do
+    [ ! -e "$folder/CMakeCache.txt" ] || tree=$folder
+    folder=$(dirname "$folder")
+  done
   WINEPREFIX=$tree/wine
 fi
 export WINEPREFIX WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='mscoree,mshtml='

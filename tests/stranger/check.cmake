@@ -1,5 +1,5 @@
 # Goes the ways from zan to a running program, each beginning where a host programmer begins.
-# cmake -DWAY=... -DBUILD=build directory of zan -DCXX=... -DGENERATOR=... -P check.cmake
+# cmake -DWAY=... -DBUILD=build directory of zan -DCXX=... -DGENERATOR=... [-DRUN=what runs the program] -P check.cmake
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH source)
 cmake_path(GET source PARENT_PATH source)
 set(work "${BUILD}/stranger")
@@ -13,7 +13,8 @@ function(build_project from)
 endfunction()
 
 function(run_program program expected)
-  execute_process(COMMAND "${program}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+  execute_process(COMMAND ${RUN} "${program}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+  string(REPLACE "\r" "" output "${output}")
   if(NOT output STREQUAL expected)
     message(FATAL_ERROR "${program} said\n${output}\nand not\n${expected}")
   endif()
@@ -59,6 +60,17 @@ elseif(WAY STREQUAL "add_subdirectory")
 elseif(WAY STREQUAL "own_platform")
   build_project("${source}/examples/own_platform")
   run_program("${work}/${WAY}/host" "the host was told 0x110014 (8): host's text for error 12\n")
+
+elseif(WAY STREQUAL "zip")
+  # The package for Windows: with the toolchain that made it, and found by the other tool family's build.
+  execute_process(COMMAND "${CMAKE_COMMAND}" "-DBUILD=${BUILD}" "-DVERSION=${VERSION}" -P "${source}/cmake/make_zip.cmake"
+                  COMMAND_ERROR_IS_FATAL ANY)
+  file(REMOVE_RECURSE "${prefix}")
+  file(ARCHIVE_EXTRACT INPUT "${BUILD}/package/zan-${VERSION}-windows-x86_64.zip" DESTINATION "${prefix}")
+  set(prefix "${prefix}/zan-${VERSION}-windows-x86_64")
+  build_project("${source}/tests/stranger" "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+  set(ENV{WINEPATH} "${prefix}/bin")
+  run_program("${work}/${WAY}/stranger.exe" "${stranger_says}")
 
 else()
   message(FATAL_ERROR "no such way: '${WAY}'")
