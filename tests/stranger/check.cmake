@@ -5,11 +5,16 @@ cmake_path(GET source PARENT_PATH source)
 set(work "${BUILD}/stranger")
 set(prefix "${work}/moved")
 
-# Configures afresh and builds; the objects are kept, so that zan's sources are not compiled anew each time.
+# Configures afresh and builds; the objects are kept, so that zan's sources are not compiled anew each time. For the same
+# reason the ways that compile them share a directory.
+set(directory "${work}/${WAY}")
+if(WAY MATCHES "add_subdirectory|own_platform")
+  set(directory "${work}/sources")
+endif()
 function(build_project from)
-  execute_process(COMMAND "${CMAKE_COMMAND}" --fresh -S "${from}" -B "${work}/${WAY}" -G "${GENERATOR}"
+  execute_process(COMMAND "${CMAKE_COMMAND}" --fresh -S "${from}" -B "${directory}" -G "${GENERATOR}"
                           "-DCMAKE_CXX_COMPILER=${CXX}" ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
-  execute_process(COMMAND "${CMAKE_COMMAND}" --build "${work}/${WAY}" COMMAND_ERROR_IS_FATAL ANY)
+  execute_process(COMMAND "${CMAKE_COMMAND}" --build "${directory}" COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
 function(run_program program expected)
@@ -30,7 +35,7 @@ if(WAY STREQUAL "install")
 
 elseif(WAY STREQUAL "find_package")
   build_project("${source}/tests/stranger" "-DCMAKE_PREFIX_PATH=${prefix}")
-  run_program("${work}/${WAY}/stranger" "${stranger_says}")
+  run_program("${directory}/stranger" "${stranger_says}")
 
 elseif(WAY STREQUAL "other_versions")
   foreach(version IN ITEMS 17 19 18.999)
@@ -46,20 +51,20 @@ elseif(WAY STREQUAL "pkg_config")
   cmake_path(GET pc_dir PARENT_PATH lib_dir)
   set(ENV{PKG_CONFIG_PATH} "${pc_dir}")
   set(ENV{LD_LIBRARY_PATH} "${lib_dir}")
-  file(MAKE_DIRECTORY "${work}/${WAY}")
+  file(MAKE_DIRECTORY "${directory}")
   execute_process(
     COMMAND sh -ec "$0 -std=c++17 stranger.cpp $(pkg-config --cflags --libs zan zan-platform) -o $1" "${CXX}"
-            "${work}/${WAY}/stranger" WORKING_DIRECTORY "${source}/tests/stranger" COMMAND_ERROR_IS_FATAL ANY)
-  run_program("${work}/${WAY}/stranger" "${stranger_says}")
+            "${directory}/stranger" WORKING_DIRECTORY "${source}/tests/stranger" COMMAND_ERROR_IS_FATAL ANY)
+  run_program("${directory}/stranger" "${stranger_says}")
 
 elseif(WAY STREQUAL "add_subdirectory")
   build_project("${source}/tests/stranger" "-DZAN_SOURCE=${source}"
                 "-DCMAKE_PROJECT_stranger_INCLUDE=${source}/tests/stranger/untouched.cmake")
-  run_program("${work}/${WAY}/stranger" "${stranger_says}")
+  run_program("${directory}/stranger" "${stranger_says}")
 
 elseif(WAY STREQUAL "own_platform")
   build_project("${source}/examples/own_platform")
-  run_program("${work}/${WAY}/host" "the host was told 0x110014 (8): host's text for error 12\n")
+  run_program("${directory}/host" "the host was told 0x110014 (8): host's text for error 12\n")
 
 elseif(WAY STREQUAL "zip")
   # The package for Windows: with the toolchain that made it, and found by the other tool family's build.
