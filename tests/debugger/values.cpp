@@ -25,6 +25,7 @@ Zan_LRect lrect = {INT32_MIN, 0, INT32_MAX, 1};
 Zan_FixedRect frects[] = {{-32768, 0, 65536, 16384}, {INT32_MIN, 0, 65536, 16384}};
 Zan_FloatRect drect = {0.1, 0.0, -0.0, 1e300};
 Zan_Vector2T<float> v2[] = {{0.1F, -2.5F}, {FLT_MAX, 16777216.0F}};
+extern const Zan_Vector3T<double> v3;
 const Zan_Vector3T<double> v3 = {0.1, -0.0, 1e-300};
 Zan_Vector4T<double> v4 = {1, 2, 3, 1};
 Zan_Matrix3 kinds[] = {
