@@ -120,6 +120,7 @@ private:
 // One per room.
 void addFrameEntries();
 void addMatrixEntries();
+void addPolyEntries();
 void addScalarEntries();
 void addSpaceEntries();
 

@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
     zan_bench::addScalarEntries();
     zan_bench::addMatrixEntries();
     zan_bench::addSpaceEntries();
+    zan_bench::addPolyEntries();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     benchmark::RunSpecifiedBenchmarks();
