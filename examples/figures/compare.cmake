@@ -1,0 +1,15 @@
+# Draws the figures anew and compares them with the ones that are kept.
+# cmake -DPROGRAM=... -DKEPT=... -DDRAWN=... -P compare.cmake
+file(MAKE_DIRECTORY "${DRAWN}")
+execute_process(COMMAND "${PROGRAM}" "${DRAWN}" COMMAND_ERROR_IS_FATAL ANY)
+file(GLOB figures RELATIVE "${DRAWN}" "${DRAWN}/*.svg")
+list(LENGTH figures count)
+if(NOT count EQUAL 4)
+  message(FATAL_ERROR "4 figures expected, ${count} drawn")
+endif()
+foreach(figure IN LISTS figures)
+  execute_process(COMMAND "${CMAKE_COMMAND}" -E compare_files "${DRAWN}/${figure}" "${KEPT}/${figure}" RESULT_VARIABLE differs)
+  if(differs)
+    message(FATAL_ERROR "${figure} is not what the library draws; draw it again with: zan-figures docs/figures")
+  endif()
+endforeach()
