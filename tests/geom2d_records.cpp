@@ -6,24 +6,18 @@
 
 namespace {
 
-#define FAMILY(name, prefix, coordinate)                         \
-    struct name {                                                \
-        using T = coordinate;                                    \
-        using Point = Zan_##prefix##Point;                       \
-        using Rect = Zan_##prefix##Rect;                         \
-        static constexpr auto setPt = Zan_Set##prefix##Pt;       \
-        static constexpr auto copyPt = Zan_Copy##prefix##Pt;     \
-        static constexpr auto equalPt = Zan_Equal##prefix##Pt;   \
-        static constexpr auto inRect = Zan_##prefix##PtInRect;   \
-        static constexpr auto span = Zan_##prefix##Pt2Rect;      \
-        static constexpr auto set = Zan_Set##prefix##Rect;       \
-        static constexpr auto copy = Zan_Copy##prefix##Rect;     \
-        static constexpr auto equal = Zan_Equal##prefix##Rect;   \
-        static constexpr auto inset = Zan_Inset##prefix##Rect;   \
-        static constexpr auto move = Zan_Offset##prefix##Rect;   \
-        static constexpr auto empty = Zan_Empty##prefix##Rect;   \
-        static constexpr auto center = Zan_Center##prefix##Rect; \
+// clang-format off
+#define FAMILY(name, prefix, coordinate)                                                                               \
+    struct name {                                                                                                      \
+        using T = coordinate; using Point = Zan_##prefix##Point; using Rect = Zan_##prefix##Rect;                      \
+        static constexpr auto setPt = Zan_Set##prefix##Pt; static constexpr auto copyPt = Zan_Copy##prefix##Pt;        \
+        static constexpr auto equalPt = Zan_Equal##prefix##Pt; static constexpr auto inRect = Zan_##prefix##PtInRect;  \
+        static constexpr auto span = Zan_##prefix##Pt2Rect; static constexpr auto set = Zan_Set##prefix##Rect;         \
+        static constexpr auto copy = Zan_Copy##prefix##Rect; static constexpr auto equal = Zan_Equal##prefix##Rect;    \
+        static constexpr auto inset = Zan_Inset##prefix##Rect; static constexpr auto move = Zan_Offset##prefix##Rect;  \
+        static constexpr auto empty = Zan_Empty##prefix##Rect; static constexpr auto center = Zan_Center##prefix##Rect; \
     }
+// clang-format on
 FAMILY(Short, , int16_t);
 FAMILY(Wide, L, int32_t);
 FAMILY(Fixed, Fixed, Zan_Fixed);
@@ -93,15 +87,17 @@ TEST_CASE("conversions between rectangles") {
     Random random(42);
     for (int i = 0; i < 5000; ++i) {
         const Zan_FixedRect fixed = {random.nastyInt(), random.nastyInt(), random.nastyInt(), random.nastyInt()};
-        const auto nearest = [](Zan_Fixed x) {
-            return static_cast<int16_t>(std::lround(std::floor(x / 65536.0 + 0.5)));
-        };
-        const auto up = [](Zan_Fixed x) { return static_cast<int16_t>(std::lround(std::ceil(x / 65536.0))); };
-        const auto down = [](Zan_Fixed x) { return static_cast<int16_t>(std::lround(std::floor(x / 65536.0))); };
+        const auto nearest = [](double x) { return std::floor(x + 0.5); };
+        const auto up = [](double x) { return std::ceil(x); };
+        const auto down = [](double x) { return std::floor(x); };
         const auto all = [&](auto low, auto high, auto toShort, auto toWide) {
+            const auto rounded = [](auto round, Zan_Fixed x) {
+                return static_cast<int16_t>(std::lround(round(x / 65536.0)));
+            };
+            const auto l = rounded(low, fixed.left), t = rounded(low, fixed.top);
+            const auto r = rounded(high, fixed.right), b = rounded(high, fixed.bottom);
             Zan_Rect s;
             Zan_LRect w;
-            const int16_t l = low(fixed.left), t = low(fixed.top), r = high(fixed.right), b = high(fixed.bottom);
             return (toShort(&fixed, &s) | toWide(&fixed, &w)) == 0 && holds(s, l, t, r, b) && holds(w, l, t, r, b);
         };
         CAPTURE(fixed.left, fixed.top, fixed.right, fixed.bottom);
@@ -136,8 +132,7 @@ TEST_CASE("sums, differences and corner views of 16-bit points, and the host's o
     CHECK((Zan_SetWHRect(&a, 1, 2, 3, 4) | Zan_CopyWHRect(&a, &b)) == 0);
     CHECK((b.a == 1 && b.b == 2 && b.c == 3 && b.d == 4 && Zan_EqualWHRect(&a, &b)));
     for (int16_t Zan_WHRect::*field : {&Zan_WHRect::a, &Zan_WHRect::b, &Zan_WHRect::c, &Zan_WHRect::d}) {
-        b = a;
-        ++(b.*field);
+        b = a, ++(b.*field);
         CHECK(!Zan_EqualWHRect(&a, &b));
     }
 }

@@ -209,6 +209,79 @@ ZAN_API int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* dest
 [[nodiscard]] ZAN_API int32_t Zan_LRect2Rect(const Zan_LRect* source, Zan_Rect* destination);
 /// @}
 
+/// @defgroup rectsets Sets and relations of rectangles
+/// @{
+
+/// True when a and b overlap: neither is empty, and more than an edge or a corner is shared.
+/// Without NaN: (1) the order of a and b does not matter (2) a overlaps itself unless it is empty (3) the intersection
+/// lies in both.
+/// @param a, b         the rectangles
+/// @param destination  receives the intersection, or zeros when there is none; null, or the same record as a or b. Of
+///                     two values p and q the larger is p > q ? p : q and the smaller q > p ? p : q, with p from b when
+///                     the destination is b and from a otherwise (and in the test), which only a NaN can tell
+/// @return   whether they overlap
+/// @threads  any
+ZAN_API bool Zan_SectRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination);
+/// @copydoc Zan_SectRect
+ZAN_API bool Zan_SectLRect(const Zan_LRect* a, const Zan_LRect* b, Zan_LRect* destination);
+/// @copydoc Zan_SectRect
+ZAN_API bool Zan_SectFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* b, Zan_FixedRect* destination);
+/// @copydoc Zan_SectRect
+ZAN_API bool Zan_SectFloatRect(const Zan_FloatRect* a, const Zan_FloatRect* b, Zan_FloatRect* destination);
+
+/// The smallest rectangle that contains a and b. An empty rectangle takes no part.
+/// @param a, b         the rectangles
+/// @param destination  receives the union; may be the same record as a or b. When both are empty it receives a, with
+/// its
+///                     coordinates as they are, or keeps b when it is b
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_UnionRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination);
+/// @copydoc Zan_UnionRect
+ZAN_API int32_t Zan_UnionLRect(const Zan_LRect* a, const Zan_LRect* b, Zan_LRect* destination);
+/// @copydoc Zan_UnionRect
+ZAN_API int32_t Zan_UnionFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* b, Zan_FixedRect* destination);
+
+/// Whether the relation holds that the selector names. Widths and heights are formed in 32 bits that wrap.
+///
+/// | selector | true when |
+/// |---|---|
+/// | 0 | all four fields are equal; empty rectangles are not treated specially |
+/// | 1 | a is wider and taller than b |
+/// | 2 | a is at least as wide and at least as tall as b |
+/// | 3 | b is wider and taller than a |
+/// | 4 | b is at least as wide and at least as tall as a |
+/// | 5 | a encloses b and no edges coincide |
+/// | 6 | a encloses b |
+/// | 7 | a and b overlap, as Zan_SectRect tells |
+/// | 8 | a and b overlap or touch, if only at a corner; meant for rectangles that are not inverted, not tested for
+/// emptiness |
+/// @param selector  0 to 8; false for any other
+/// @param a, b      the rectangles
+/// @threads  any
+[[nodiscard]] ZAN_API bool Zan_RectCompare(int16_t selector, const Zan_Rect* a, const Zan_Rect* b);
+/// @copydoc Zan_RectCompare
+[[nodiscard]] ZAN_API bool Zan_LRectCompare(int16_t selector, const Zan_LRect* a, const Zan_LRect* b);
+/// @copydoc Zan_RectCompare
+[[nodiscard]] ZAN_API bool Zan_FixedRectCompare(int16_t selector, const Zan_FixedRect* a, const Zan_FixedRect* b);
+/// @}
+
+/// @defgroup angles Compass angles
+/// Degrees clockwise from straight up on a screen whose vertical axis points down: up 360, right 90, down 180, left
+/// 270.
+/// @{
+
+/// The angle at which a point is seen from the centre of a rectangle, in whole degrees. It is formed with 3.1416 and
+/// 1.5708 for pi and its half and truncated: a point level with the centre on its left gives 269.
+/// @param rect   the rectangle
+/// @param point  the point
+/// @param angle  receives 0 to 360: 360 for a point straight above, 0 for one just clockwise of that, 90 for the centre
+/// @return   0
+/// @threads  any
+/// @libm     atan2
+ZAN_API int32_t Zan_PtToAngle(const Zan_Rect* rect, Zan_Point point, int16_t* angle);
+/// @}
+
 }  // extern "C"
 
 /// @addtogroup points
@@ -225,6 +298,26 @@ ZAN_API int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* dest
 /// The bottom right corner of a rectangle as a point: what is written to it changes the rectangle's bottom and right.
 /// @threads  any
 [[nodiscard]] ZAN_API Zan_Point& Zan_BottomRight(Zan_Rect& rect);
+/// @}
+
+/// @addtogroup angles
+/// @{
+
+/// The angle at which a point is seen from the centre of a rectangle, in degrees that are not rounded.
+/// @param rect   the rectangle
+/// @param point  the point, which is only read
+/// @param angle  receives more than 0 and up to 360; 90 for the centre
+/// @return   0
+/// @threads  any
+/// @libm     atan2
+ZAN_API int32_t Zan_Pt2Angle(const Zan_FloatRect* rect, Zan_Vector2T<double>* point, double* angle);
+
+/// The angle of a direction.
+/// @param direction  of any length
+/// @return   more than 0 and up to 360 degrees; 90 for the zero vector
+/// @threads  any
+/// @libm     atan2
+[[nodiscard]] ZAN_API double Zan_VecToAngle(const Zan_Vector2T<double>& direction);
 /// @}
 
 #endif  // ZAN_GEOM2D_H

@@ -1,0 +1,67 @@
+// Intersection and union of rectangles. Half-open edges, vertical grows downward. Nothing here rounds or wraps.
+#include "geom2d/records.h"
+#include "zan/geom2d.h"
+
+namespace {
+
+using zan::larger;
+using zan::smaller;
+
+template <class R>
+bool sect(const R* a, const R* b, R* destination) {
+    const bool hit = zan::intersecting(*a, *b);
+    if (destination == nullptr) return hit;
+    // The destination's own value comes first, which only matters to a NaN.
+    const R p = destination == b ? *b : *a;
+    const R q = destination == b ? *a : *b;
+    *destination = R{};
+    if (!hit) return false;
+    destination->left = larger(p.left, q.left);
+    destination->top = larger(p.top, q.top);
+    destination->right = smaller(p.right, q.right);
+    destination->bottom = smaller(p.bottom, q.bottom);
+    return true;
+}
+
+template <class R>
+void merge(const R& source, R* target) {
+    if (zan::emptyRect(source)) return;
+    if (zan::emptyRect(*target)) {
+        *target = source;
+        return;
+    }
+    target->left = smaller(target->left, source.left);
+    target->right = larger(target->right, source.right);
+    target->top = smaller(target->top, source.top);
+    target->bottom = larger(target->bottom, source.bottom);
+}
+
+template <class R>
+int32_t unite(const R* a, const R* b, R* destination) {
+    if (destination == b) {
+        merge(*a, destination);
+        return 0;
+    }
+    if (destination != a) *destination = *a;
+    merge(*b, destination);
+    return 0;
+}
+
+}  // namespace
+
+bool Zan_SectRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination) { return sect(a, b, destination); }
+bool Zan_SectLRect(const Zan_LRect* a, const Zan_LRect* b, Zan_LRect* destination) { return sect(a, b, destination); }
+bool Zan_SectFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* b, Zan_FixedRect* destination) {
+    return sect(a, b, destination);
+}
+bool Zan_SectFloatRect(const Zan_FloatRect* a, const Zan_FloatRect* b, Zan_FloatRect* destination) {
+    return sect(a, b, destination);
+}
+
+int32_t Zan_UnionRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination) { return unite(a, b, destination); }
+int32_t Zan_UnionLRect(const Zan_LRect* a, const Zan_LRect* b, Zan_LRect* destination) {
+    return unite(a, b, destination);
+}
+int32_t Zan_UnionFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* b, Zan_FixedRect* destination) {
+    return unite(a, b, destination);
+}
