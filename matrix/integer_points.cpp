@@ -1,29 +1,12 @@
 // 16-bit and 16.16 points through a matrix: the affine rule in double precision, rounded, with a test for what does not
 // fit; and 16-bit points as points of space, clamped.
 #include "frame/report.h"
+#include "matrix/point_kernels.h"
 #include "matrix/point_rules.h"
-#include "scalar/rounding.h"
 
 #include <cmath>
-#include <limits>
 
 namespace {
-
-// A point's h is stored before its v is tested, so that a failing v leaves the new h behind.
-template <class Point, class Coordinate>
-int32_t transformRounded(const Zan_Matrix3& m, int32_t count, Point* points, Coordinate Point::*h, Coordinate Point::*v,
-                         zan::Site site, zan::Message context) {
-    constexpr double low = std::numeric_limits<Coordinate>::min();
-    constexpr double high = std::numeric_limits<Coordinate>::max();
-    for (int32_t i = 0; i < count; ++i) {
-        const zan::Vector2 p = zan::affine(m, {double(points[i].*h), double(points[i].*v)});
-        if (p.x >= high || p.x <= low) return zan::report(site, Zan_Err_Overflow, context);
-        points[i].*h = static_cast<Coordinate>(zan::roundDouble<int32_t>(p.x));
-        if (p.y >= high || p.y <= low) return zan::report(site, Zan_Err_Overflow, context);
-        points[i].*v = static_cast<Coordinate>(zan::roundDouble<int32_t>(p.y));
-    }
-    return 0;
-}
 
 int16_t clampedAndTruncated(double x) {
     if (x <= -32767.0) return -32767;
@@ -34,16 +17,16 @@ int16_t clampedAndTruncated(double x) {
 }  // namespace
 
 int32_t Zan_TransformPoints(const Zan_Matrix3* m, int32_t count, Zan_Point* points) {
-    return transformRounded(*m, count, points, &Zan_Point::h, &Zan_Point::v, zan::Site::TransformPoints,
-                            zan::Message::InPointTransformation);
+    if (zan::transformPoints(zan::kRoundedPoint, m, count, points) >= count) return 0;
+    return zan::report(zan::Site::TransformPoints, Zan_Err_Overflow, zan::Message::InPointTransformation);
 }
 
 int32_t Zan_TransformFixPoints(const Zan_Matrix3* m, int32_t count, Zan_FixedPoint* points) {
     Zan_Matrix3 raw = *m;
     raw.m20 = m->m20 * 65536.0;
     raw.m21 = m->m21 * 65536.0;
-    return transformRounded(raw, count, points, &Zan_FixedPoint::h, &Zan_FixedPoint::v, zan::Site::TransformFixPoints,
-                            zan::Message::InFixedPointTransformation);
+    if (zan::transformPoints(zan::kRoundedFixedPoint, &raw, count, points) >= count) return 0;
+    return zan::report(zan::Site::TransformFixPoints, Zan_Err_Overflow, zan::Message::InFixedPointTransformation);
 }
 
 int32_t Zan_3DTransform2DPoints(const Zan_Matrix4* m, int32_t count, Zan_Point* points) {

@@ -49,7 +49,7 @@ Zan_FloatRect transformedBox(const Zan_Matrix3& m, const Rect& rect, Vector2* co
     Vector2 own[4];
     if (corners == nullptr) corners = own;
     putCorners<double>(rect, corners);
-    zan::forEach(4, corners, [&m](const Vector2& p) { return zan::affine(m, p); });
+    for (int i = 0; i < 4; ++i) corners[i] = zan::affine(m, corners[i]);
     return boxAround<Zan_FloatRect>(corners, &Vector2::x, &Vector2::y);
 }
 

@@ -1,6 +1,7 @@
 // Points and vectors in double precision through a matrix, without a division or where w allows one. Nothing here
 // reports.
 #include "frame/report.h"
+#include "matrix/point_kernels.h"
 #include "matrix/point_rules.h"
 
 using zan::Vector2;
@@ -8,25 +9,23 @@ using zan::Vector3;
 using zan::Vector4;
 
 int32_t Zan_TransformFloatPoints(const Zan_Matrix3* m, int32_t count, Vector2* points) {
-    zan::forEach(count, points, [m = *m](const Vector2& p) { return zan::affine(m, p); });
+    zan::transformPoints(zan::kAffine2, m, count, points);
     return 0;
 }
 int32_t Zan_TransformVector3(const Zan_Matrix3* m, int32_t count, Vector3* vectors) {
-    zan::forEach(count, vectors, [m = *m](const Vector3& p) { return zan::product(m, p); });
+    zan::transformPoints(zan::kProduct3, m, count, vectors);
     return 0;
 }
 int32_t Zan_TransformVector4(const Zan_Matrix4* m, int32_t count, Vector4* vectors) {
-    zan::forEach(count, vectors, [m = *m](const Vector4& p) { return zan::dividedUnlessNearZero(zan::product(m, p)); });
+    zan::transformPoints(zan::kUnlessNearZero4, m, count, vectors);
     return 0;
 }
 int32_t Zan_TransformVector4NoDivide(const Zan_Matrix4* m, int32_t count, Vector4* vectors) {
-    zan::forEach(count, vectors, [m = *m](const Vector4& p) { return zan::product(m, p); });
+    zan::transformPoints(zan::kProduct4, m, count, vectors);
     return 0;
 }
 int32_t Zan_Transform3DFloatPoints(const Zan_Matrix4* m, int32_t count, Vector3* points) {
-    zan::forEach(count, points, [m = *m](const Vector3& p) {
-        return zan::dropLast(zan::dividedUnlessNearZero(zan::product(m, Vector4(p))));
-    });
+    zan::transformPoints(zan::kUnlessNearZero3, m, count, points);
     return 0;
 }
 
@@ -45,5 +44,5 @@ void Zan_Matrix4::TransformPoints(int32_t count, Vector4* points) const {
     zan::throwIfFailed(Zan_TransformVector4NoDivide(this, count, points));
 }
 void Zan_Matrix4::TransformPoints(int32_t count, Vector3* points) const {
-    zan::forEach(count, points, [m = *this](const Vector3& p) { return zan::affine(m, p); });
+    zan::transformPoints(zan::kAffine3, this, count, points);
 }

@@ -1,0 +1,59 @@
+// The loops over arrays of points, in the forms that processors allow. Declarations only: the file of a kernel is
+// compiled for one processor, and no inline function may be shared with it, since the linker keeps whichever copy it
+// likes.
+#ifndef ZAN_MATRIX_POINT_KERNELS_H
+#define ZAN_MATRIX_POINT_KERNELS_H
+
+#include <cstdint>
+
+namespace zan {
+
+/// What becomes of each point of an array; the number is that of its components, point_rules.h has the rules.
+enum PointTransform {
+    kAffine2,             // Zan_Matrix3
+    kProduct3,            // Zan_Matrix3
+    kQuotient3,           // Zan_Matrix3, divided by w
+    kGuardedQuotient3,    // the same, up to a w near zero
+    kGuardedQuotient2,    // the same for (x, y, 1)
+    kAffine3,             // Zan_Matrix4
+    kProduct4,            // Zan_Matrix4
+    kReciprocal4,         // Zan_Matrix4, times 1 / w
+    kGuardedReciprocal4,  // the same, up to a w near zero
+    kGuardedReciprocal3,  // the same for (x, y, z, 1)
+    kUnlessNearZero4,     // Zan_Matrix4, times 1 / w unless w is near zero
+    kUnlessNearZero3,     // the same for (x, y, z, 1)
+    kRoundedPoint,        // Zan_Matrix3, Zan_Point, up to a coordinate that does not fit
+    kRoundedFixedPoint,   // the same for Zan_FixedPoint
+    kPointTransformCount
+};
+
+/// Transforms points from the front and returns how many. The plain form returns fewer than count only where its
+/// transform stops; another form may stop anywhere before that, and the plain form does the rest.
+using PointLoop = int32_t (*)(const void* matrix, int32_t count, void* points);
+
+struct PointKernel {
+    const char* name;
+    bool (*supported)();
+    PointLoop loops[kPointTransformCount];
+};
+
+/// Every kernel gives the bits of the plain one, for all that it transforms.
+extern const PointKernel kPlainPointKernel;
+extern const PointKernel kAvx2PointKernel;
+
+/// All the kernels of this build, the plain one first, null behind the last; the later, the faster.
+extern const PointKernel* const kPointKernels[];
+
+/// The processor and the system let AVX2 instructions be used.
+bool avx2Supported();
+
+/// Transforms an array, by the given kernel or by the fastest of the machine, and by the plain form what that leaves.
+/// Returns count, or where a guarded or rounded transform stops the index of that point: the points before it are
+/// transformed, those behind it are not. A count below 1 does nothing and returns what is not less than it.
+int32_t transformPoints(const PointKernel& kernel, PointTransform transform, const void* matrix, int32_t count,
+                        void* points);
+int32_t transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points);
+
+}  // namespace zan
+
+#endif  // ZAN_MATRIX_POINT_KERNELS_H

@@ -1,0 +1,109 @@
+// The plain form of the loops over arrays of points: one point after another, by its rule.
+#include "matrix/point_kernels.h"
+#include "matrix/point_rules.h"
+#include "scalar/rounding.h"
+
+#include <cstring>
+#include <limits>
+
+namespace {
+
+using zan::Vector2;
+using zan::Vector3;
+using zan::Vector4;
+
+// A local copy lets the elements stay in registers; one element at a time, since a copy of the whole would go through
+// memory in pieces that do not match the loads.
+template <class Matrix>
+Matrix copyOf(const void* matrix);
+template <>
+Zan_Matrix3 copyOf(const void* matrix) {
+    const auto& from = *static_cast<const Zan_Matrix3*>(matrix);
+    Zan_Matrix3 m;
+    m.m00 = from.m00, m.m01 = from.m01, m.m02 = from.m02;
+    m.m10 = from.m10, m.m11 = from.m11, m.m12 = from.m12;
+    m.m20 = from.m20, m.m21 = from.m21, m.m22 = from.m22;
+    return m;
+}
+template <>
+Zan_Matrix4 copyOf(const void* matrix) {
+    const auto& from = *static_cast<const Zan_Matrix4*>(matrix);
+    Zan_Matrix4 m;
+    m.m00 = from.m00, m.m01 = from.m01, m.m02 = from.m02, m.m03 = from.m03;
+    m.m10 = from.m10, m.m11 = from.m11, m.m12 = from.m12, m.m13 = from.m13;
+    m.m20 = from.m20, m.m21 = from.m21, m.m22 = from.m22, m.m23 = from.m23;
+    m.m30 = from.m30, m.m31 = from.m31, m.m32 = from.m32, m.m33 = from.m33;
+    return m;
+}
+
+template <class Matrix, class Point, Point (*rule)(const Matrix&, const Point&)>
+int32_t each(const void* matrix, int32_t count, void* array) {
+    const auto m = copyOf<Matrix>(matrix);
+    auto* points = static_cast<Point*>(array);
+    for (int32_t i = 0; i < count; ++i) points[i] = rule(m, points[i]);
+    return count;
+}
+
+Vector3 quotient(const Zan_Matrix3& m, const Vector3& p) { return zan::divided(zan::product(m, p)); }
+Vector4 reciprocal(const Zan_Matrix4& m, const Vector4& p) { return zan::divided(zan::product(m, p)); }
+Vector4 unlessNearZero4(const Zan_Matrix4& m, const Vector4& p) {
+    const Vector4 q = zan::product(m, p);
+    return zan::nearZero(q.w) ? q : zan::divided(q);
+}
+Vector3 unlessNearZero3(const Zan_Matrix4& m, const Vector3& p) {
+    return zan::dropLast(unlessNearZero4(m, Vector4(p)));
+}
+
+void store(const Vector3& from, Vector2& to) { to = zan::dropLast(from); }
+void store(const Vector4& from, Vector3& to) { to = zan::dropLast(from); }
+template <class Point>
+void store(const Point& from, Point& to) {
+    to = from;
+}
+double lastOf(const Vector3& p) { return p.z; }
+double lastOf(const Vector4& p) { return p.w; }
+
+// Stops at a w near zero. A point without a last component goes through with 1 in its place.
+template <class Matrix, class Point, class Wide>
+int32_t guarded(const void* matrix, int32_t count, void* array) {
+    const auto m = copyOf<Matrix>(matrix);
+    auto* points = static_cast<Point*>(array);
+    for (int32_t i = 0; i < count; ++i) {
+        const Wide q = zan::product(m, Wide(points[i]));
+        if (zan::nearZero(lastOf(q))) return i;
+        store(zan::divided(q), points[i]);
+    }
+    return count;
+}
+
+// Stops at what does not fit. A point's h is stored before its v is tested, so that a failing v leaves the new h
+// behind.
+template <class Point, class Coordinate>
+int32_t rounded(const void* matrix, int32_t count, void* array) {
+    constexpr double low = std::numeric_limits<Coordinate>::min();
+    constexpr double high = std::numeric_limits<Coordinate>::max();
+    const auto m = copyOf<Zan_Matrix3>(matrix);
+    auto* points = static_cast<Point*>(array);
+    for (int32_t i = 0; i < count; ++i) {
+        const Vector2 p = zan::affine(m, {double(points[i].h), double(points[i].v)});
+        if (p.x >= high || p.x <= low) return i;
+        points[i].h = static_cast<Coordinate>(zan::roundDouble<int32_t>(p.x));
+        if (p.y >= high || p.y <= low) return i;
+        points[i].v = static_cast<Coordinate>(zan::roundDouble<int32_t>(p.y));
+    }
+    return count;
+}
+
+bool always() { return true; }
+
+}  // namespace
+
+const zan::PointKernel zan::kPlainPointKernel = {
+    "plain",
+    always,
+    {each<Zan_Matrix3, Vector2, affine>, each<Zan_Matrix3, Vector3, product>, each<Zan_Matrix3, Vector3, quotient>,
+     guarded<Zan_Matrix3, Vector3, Vector3>, guarded<Zan_Matrix3, Vector2, Vector3>, each<Zan_Matrix4, Vector3, affine>,
+     each<Zan_Matrix4, Vector4, product>, each<Zan_Matrix4, Vector4, reciprocal>,
+     guarded<Zan_Matrix4, Vector4, Vector4>, guarded<Zan_Matrix4, Vector3, Vector4>,
+     each<Zan_Matrix4, Vector4, unlessNearZero4>, each<Zan_Matrix4, Vector3, unlessNearZero3>,
+     rounded<Zan_Point, int16_t>, rounded<Zan_FixedPoint, Zan_Fixed>}};
