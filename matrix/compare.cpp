@@ -2,6 +2,7 @@
 #include "matrix/elements.h"
 
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 

@@ -5,8 +5,6 @@
 
 #include "zan/matrix.h"
 
-#include <bit>
-
 namespace zan {
 
 template <int N>
@@ -21,10 +19,29 @@ inline constexpr int kSize<Zan_Matrix3> = 3;
 template <>
 inline constexpr int kSize<Zan_Matrix4> = 4;
 
-inline Elements<3> elements(const Zan_Matrix3& m) { return std::bit_cast<Elements<3>>(m); }
-inline Elements<4> elements(const Zan_Matrix4& m) { return std::bit_cast<Elements<4>>(m); }
-inline void assign(Zan_Matrix3& m, const Elements<3>& e) { m = std::bit_cast<Zan_Matrix3>(e); }
-inline void assign(Zan_Matrix4& m, const Elements<4>& e) { m = std::bit_cast<Zan_Matrix4>(e); }
+// One element at a time: a copy of the whole would go through memory in pieces that do not match the later loads.
+inline Elements<3> elements(const Zan_Matrix3& m) {
+    return {{{m.m00, m.m01, m.m02}, {m.m10, m.m11, m.m12}, {m.m20, m.m21, m.m22}}};
+}
+inline Elements<4> elements(const Zan_Matrix4& m) {
+    return {{{m.m00, m.m01, m.m02, m.m03},
+             {m.m10, m.m11, m.m12, m.m13},
+             {m.m20, m.m21, m.m22, m.m23},
+             {m.m30, m.m31, m.m32, m.m33}}};
+}
+inline void assign(Zan_Matrix3& m, const Elements<3>& e) {
+    const auto& a = e.at;
+    m.m00 = a[0][0], m.m01 = a[0][1], m.m02 = a[0][2];
+    m.m10 = a[1][0], m.m11 = a[1][1], m.m12 = a[1][2];
+    m.m20 = a[2][0], m.m21 = a[2][1], m.m22 = a[2][2];
+}
+inline void assign(Zan_Matrix4& m, const Elements<4>& e) {
+    const auto& a = e.at;
+    m.m00 = a[0][0], m.m01 = a[0][1], m.m02 = a[0][2], m.m03 = a[0][3];
+    m.m10 = a[1][0], m.m11 = a[1][1], m.m12 = a[1][2], m.m13 = a[1][3];
+    m.m20 = a[2][0], m.m21 = a[2][1], m.m22 = a[2][2], m.m23 = a[2][3];
+    m.m30 = a[3][0], m.m31 = a[3][1], m.m32 = a[3][2], m.m33 = a[3][3];
+}
 
 /// The identity's element.
 constexpr double delta(int row, int column) { return row == column ? 1.0 : 0.0; }
