@@ -1,5 +1,6 @@
 // Bel, the host's utility library, as Zan calls it: last error, reports, message strings, handles, tracked memory.
-// The first part is what a host's real library provides; the controls below it are this stand-in's own.
+// The first part is what a host's real library provides, to be called from any thread; the controls below it are this
+// stand-in's own. A pointer that is passed in is not null unless its entry says so.
 #ifndef ZAN_PLATFORM_BEL_H
 #define ZAN_PLATFORM_BEL_H
 
@@ -39,7 +40,7 @@ ZAN_PLATFORM_API char* Belp_GetThreadLoggingBuffer();
 /// Reports an error whose text is what the calling thread's logging buffer holds.
 ZAN_PLATFORM_API void Belp_ReportError(uint32_t errorNumber, int32_t severity);
 
-/// Reports an error with a ready text.
+/// Reports an error with a ready text; null counts as empty.
 ZAN_PLATFORM_API void Belp_ReportErrString(uint32_t errorNumber, int32_t severity, const char* text);
 
 /// Reports one of the platform's own errors; a null text stands for the platform's text for the code.
@@ -48,11 +49,12 @@ ZAN_PLATFORM_API int32_t Belp_ReportVamoErrString(uint32_t errorNumber, int32_t 
                                                   const char* textOrNull);
 
 /// The text of a message-table entry in the current language; the English text of the table when there is no catalogue,
-/// when it has no text for the entry, or when its text would not format with the same arguments. Empty for an index
-/// outside the table. The two trailing arguments are zero.
+/// when it has no text for the entry, when the conversions of its text are not those of the English text (the same in
+/// number, order and spelling, "%%" aside), or when the key is longer than 63 characters. Empty for an index outside
+/// the table. The two trailing arguments are zero.
 ZAN_PLATFORM_API const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t zero1, int32_t zero2);
 
-/// @return 0 when this library satisfies the interface version, else 1 after a report under errorNumber
+/// @return 0 when this library is of the interface version, else 1 after a report under errorNumber (severity 16)
 ZAN_PLATFORM_API int32_t Bel_CheckVersions(int32_t errorNumber, int32_t version);
 
 /// Allocates a block of zeros. Null after a report under errorNumber (severity 8, "not enough memory for NAME.").
@@ -61,7 +63,7 @@ ZAN_PLATFORM_API Bel_Handle Bel_AllocateHandle(uint32_t errorNumber, const char*
 /// The same, without a report.
 ZAN_PLATFORM_API Bel_Handle Bel_AllocateHandleQuiet(size_t bytes);
 
-/// Frees the block and its master pointer; null does nothing.
+/// Frees the block, reclaimed or not, and its master pointer, once; null does nothing.
 ZAN_PLATFORM_API void Bel_FreeHandle(Bel_Handle handle);
 
 }  // extern "C"
@@ -71,15 +73,15 @@ ZAN_PLATFORM_API int32_t Bel_TranslateAndReportException(const std::exception& e
 
 /// Memory that the host counts.
 struct Bel_MemTrackedObject {
-    /// @param bytes  size of the block
-    /// @param quiet  false, as Zan calls it: a failure is the exception alone
-    /// @throws std::bad_alloc
-    [[nodiscard]] ZAN_PLATFORM_API static void* TrackedNew(std::size_t bytes, bool quiet);
+    /// @param bytes   size of the block, which is aligned for any type
+    /// @param unused  false, as Zan calls it
+    /// @throws std::bad_alloc, without a report
+    [[nodiscard]] ZAN_PLATFORM_API static void* TrackedNew(std::size_t bytes, bool unused);
     /// Null does nothing.
     ZAN_PLATFORM_API static void TrackedDelete(void* block);
 };
 
-// --- The stand-in's own controls. All may be called from any thread at any time.
+// --- The stand-in's own controls. All but Bel_ReclaimHandle may be called from any thread at any time.
 
 /// One report as the host receives it.
 struct Bel_Report {
@@ -89,10 +91,13 @@ struct Bel_Report {
     int32_t platformCode;  ///< the platform's code, 0 where fromPlatform is false
     const char* text;      ///< never null; valid during the call
 };
+/// Called on the thread that reports, on several at once where several do. It may report and install handlers itself;
+/// it may not throw.
 using Bel_ReportHandler = void (*)(void* context, const Bel_Report* report);
 
-/// Translates a message: "$$$/Ko/Zan/LStr/0024" for the module "Zan". Null for a text that it does not have. The text
-/// must stay valid while the catalogue is installed.
+/// Translates a message: "$$$/Ko/Zan/LStr/0024" for the module "Zan". Null for a text that it does not have. Called on
+/// the thread that reports, on several at once where several do; it may not throw. A text must stay valid as long as
+/// the catalogue is installed, and longer where another thread has begun a report by then: until that is made.
 using Bel_Catalogue = const char* (*)(void* context, const char* module, const char* key);
 
 /// Which allocations a failure is meant for; the values combine.
@@ -113,10 +118,11 @@ struct Bel_MemoryCounts {
 extern "C" {
 
 /// Installs the report handler; null restores the default, one line on standard error. A report that another thread
-/// has begun may still reach the former handler.
+/// has begun may still reach the former handler and context.
 ZAN_PLATFORM_API void Bel_SetReportHandler(Bel_ReportHandler handler, void* context);
 
-/// Installs the message catalogue; null restores English.
+/// Installs the message catalogue; null restores English. A look-up that another thread has begun may still reach the
+/// former catalogue and context.
 ZAN_PLATFORM_API void Bel_SetCatalogue(Bel_Catalogue catalogue, void* context);
 
 /// The calling thread's last error.
@@ -125,13 +131,15 @@ ZAN_PLATFORM_API void Bel_SetCatalogue(Bel_Catalogue catalogue, void* context);
 /// Sets the interface version that Bel_CheckVersions stands for; 61 at first.
 ZAN_PLATFORM_API void Bel_SetInterfaceVersion(int32_t version);
 
-/// Reclaims a handle's memory: its master pointer becomes null. Null, or a handle already reclaimed, does nothing.
+/// Reclaims a handle's memory: its master pointer becomes null. Null, or a handle already reclaimed, does nothing. Not
+/// while another thread reads the block or its master pointer, as a Zan_Prepare call does.
 ZAN_PLATFORM_API void Bel_ReclaimHandle(Bel_Handle handle);
 
 /// Makes allocations of the given kinds fail: the n-th from now (1 is the next), and with andAllAfter every later one.
 /// n = 0 lets all succeed again. Replaces the former setting.
 ZAN_PLATFORM_API void Bel_SetAllocationFailure(uint32_t kinds, uint64_t n, bool andAllAfter);
 
+/// The counts at one moment.
 ZAN_PLATFORM_API void Bel_GetMemoryCounts(Bel_MemoryCounts* counts);
 
 }  // extern "C"

@@ -89,7 +89,7 @@ void Bel_ReclaimHandle(Bel_Handle handle) {
     releaseData(*reinterpret_cast<Master*>(handle));
 }
 
-void* Bel_MemTrackedObject::TrackedNew(std::size_t bytes, bool /*quiet*/) {
+void* Bel_MemTrackedObject::TrackedNew(std::size_t bytes, bool /*unused*/) {
     const std::lock_guard<std::mutex> lock(mutex);
     if (mustFail(kBel_TrackedAllocations) || bytes > SIZE_MAX - sizeof(TrackedHeader)) throw std::bad_alloc();
     auto* header = static_cast<TrackedHeader*>(std::malloc(sizeof(TrackedHeader) + bytes));

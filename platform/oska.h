@@ -4,7 +4,8 @@
 
 #include "platform/bel.h"
 
-/// Receives one log entry; the strings are valid during the call.
+/// Receives one log entry; the strings are valid during the call. Called on the thread that logs; it may log and
+/// install handlers itself, and may not throw.
 using OSKA_LogHandler = void (*)(void* context, int32_t kind, const char* category, const char* function,
                                  const char* text);
 
@@ -13,7 +14,8 @@ extern "C" {
 /// Logs one entry. Zan logs its start and its stop: kind 10, category "Zan".
 ZAN_PLATFORM_API void OSKA_Log(int32_t kind, const char* category, const char* function, const char* text);
 
-/// Installs the log handler; null restores the default, which drops the entry. Any thread.
+/// Installs the log handler; null restores the default, which drops the entry. Any thread. An entry that another thread
+/// has begun may still reach the former handler and context.
 ZAN_PLATFORM_API void OSKA_SetLogHandler(OSKA_LogHandler handler, void* context);
 
 }  // extern "C"

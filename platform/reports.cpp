@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cinttypes>
 #include <cstdio>
+#include <cstring>
 #include <new>
 #include <stdexcept>
 
@@ -66,12 +67,13 @@ char* Belp_GetThreadLoggingBuffer() { return loggingBuffer; }
 void Belp_ReportError(uint32_t errorNumber, int32_t severity) {
     // A copy, since a handler that reports would overwrite the buffer under the text that it was given.
     char text[kBel_LoggingBufferSize];
-    std::snprintf(text, sizeof text, "%s", loggingBuffer);
+    std::memcpy(text, loggingBuffer, sizeof text);
+    text[sizeof text - 1] = '\0';
     deliver({errorNumber, severity, false, 0, text});
 }
 
 void Belp_ReportErrString(uint32_t errorNumber, int32_t severity, const char* text) {
-    deliver({errorNumber, severity, false, 0, text});
+    deliver({errorNumber, severity, false, 0, text != nullptr ? text : ""});
 }
 
 int32_t Belp_ReportVamoErrString(uint32_t errorNumber, int32_t severity, int32_t platformCode, const char* textOrNull) {

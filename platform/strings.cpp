@@ -3,7 +3,7 @@
 #include "platform/handler.h"
 
 #include <cstring>
-#include <string>
+#include <string_view>
 
 namespace {
 
@@ -21,20 +21,27 @@ struct Table {
 
 zan_platform::Handler<Bel_Catalogue> catalogue;
 
-// The conversions of a printf text, in order: "%s" gives "s", "%-5d and %s" gives "ds". "%%" takes no argument.
-std::string conversions(const char* text) {
-    std::string found;
-    while ((text = std::strchr(text, '%')) != nullptr) {
-        ++text;
-        if (*text == '%') {
-            ++text;
-            continue;
-        }
-        text += std::strspn(text, "-+ #0123456789.");
-        found += *text;  // a text that ends in '%' gives a '\0', which no English text has
-        if (*text == '\0') break;
+// Cuts the text after its next conversion and returns that, from the '%' to the letter; empty when there is none. "%%"
+// takes no argument. A '%' without a letter gives what follows it, which no English text has.
+std::string_view takeConversion(std::string_view& text) {
+    for (size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 2)) {
+        if (text.substr(at, 2) == "%%") continue;
+        const size_t letter = text.find_first_not_of("-+ #0123456789.*$'hlLjztqwI", at + 1);
+        const size_t end = letter < text.size() ? letter + 1 : text.size();
+        const std::string_view conversion = text.substr(at, end - at);
+        text.remove_prefix(end);
+        return conversion;
     }
-    return found;
+    return {};
+}
+
+// Whether two printf texts read the same arguments: they do where their conversions are spelled alike, in order.
+bool sameConversions(std::string_view a, std::string_view b) {
+    for (;;) {
+        const std::string_view next = takeConversion(a);
+        if (next != takeConversion(b)) return false;
+        if (next.empty()) return true;
+    }
 }
 
 }  // namespace
@@ -51,8 +58,11 @@ const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t /*zero
 
     const auto installed = catalogue.get();
     if (installed.function == nullptr) return english;
-    const std::string key(keyAndText, equals);
-    const char* text = installed.function(installed.context, table->module, key.c_str());
-    if (text == nullptr || conversions(text) != conversions(english)) return english;
-    return text;
+    char key[64];  // not on the heap: a report of exhausted memory comes here too
+    const auto length = static_cast<size_t>(equals - keyAndText);
+    if (length >= sizeof key) return english;
+    std::memcpy(key, keyAndText, length);
+    key[length] = '\0';
+    const char* text = installed.function(installed.context, table->module, key);
+    return text != nullptr && sameConversions(text, english) ? text : english;
 }

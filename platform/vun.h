@@ -6,7 +6,7 @@
 
 extern "C" {
 
-/// @return 0 when this library satisfies the interface version, else 1 after a report under errorNumber
+/// @return 0 when this library is of the interface version, else 1 after a report under errorNumber (severity 16)
 ZAN_PLATFORM_API int32_t VUN_CheckVersions(int32_t errorNumber, int32_t version);
 
 /// Sets the interface version that VUN_CheckVersions stands for; 3 at first. Any thread.
