@@ -22,7 +22,7 @@ inline constexpr uint32_t Zan_Service_Gaussian = 8;      ///< not provided: its 
 /// pointer, which is null once the platform has reclaimed the memory.
 struct Zan_Globals {
     uint32_t headMagic;             ///< Zan_kGlobalsMagic while started, else 0
-    uint32_t services;              ///< the services that are running
+    uint32_t services;              ///< the services that run; after Zan_Death those that ran
     uint8_t reserved1[8];           ///< never read or written, copied with the block
     void** charMultiplyTable;       ///< handle, 65,536 bytes; null when not allocated
     void** charDivideTable;         ///< handle, 65,536 bytes; null when not allocated
@@ -69,33 +69,34 @@ extern ZAN_API const void* const Zan_G_zref;
 /// @param headerVersion  Zan_kInterfaceVersion as the host was compiled with
 /// @return   0; Zan_Result_VersionMismatch (7) when headerVersion is not 18 or, on the first call only, when the
 ///           platform refuses
-/// @reports  errorNumber, severity 16, "Plug-in version mismatch detected ..." for a wrong headerVersion; a platform
-/// that
-///           refuses reports for itself
+/// @reports  errorNumber, severity 16, "Plug-in version mismatch detected ..." for a wrong headerVersion, with the
+///           thread's last error set to 0; a platform that refuses reports for itself, under 0x110001
 /// @threads  one at a time
 [[nodiscard]] ZAN_API int32_t Zan_CheckVersions(int32_t errorNumber, int32_t headerVersion);
 
-/// Starts the library and the services asked for.
+/// Starts the library and the services asked for. The prepare counts stay as they are.
 /// @param services  any of Zan_Service_Basic, _FastTrig, _FastCharMath, _Gaussian; other bits are ignored
-/// @param started   receives the services that run; may be null. Not written when the library was already started
-/// @return   0 and the library is started; else the first failing service's result, and it is not: Zan_Result_Failed
-/// (4)
-///           for memory, the platform's result for the Gaussian service or for a second start. Services started before
-///           or after the failing one stay allocated
-/// @reports  0x110014 platform code 12 when already started; 0x11001D platform code 5, "Gaussian table
-/// initialization.";
+/// @param started   receives the services that run, after a failure those before the failing one; may be null. Not
+///                  written when the library was already started
+/// @return   0 and the library is started; the platform's result when it already was, and nothing changes; else the
+///           first failing service's result, and it is not started: Zan_Result_Failed (4) for memory, the platform's
+///           result for the Gaussian service. Tables made before and after the failure stay allocated
+/// @reports  0x110014 platform code 12 when already started;
+///           0x11001D platform code 5, "Gaussian table initialization.";
 ///           the platform reports failed allocations under 0x110019 and 0x11001B
 /// @threads  one at a time
 [[nodiscard]] ZAN_API int32_t Zan_Birth(uint32_t services, uint32_t* started);
 
-/// Stops every running service and the library. The services word and the prepare counts keep their values.
+/// Stops every running service and the library: table addresses that were handed out are no longer valid. The services
+/// word and the prepare counts keep their values.
 /// @return   the result of the last service stopped, 0 as a rule; the platform's result when the library is not started
-/// @reports  0x110015 platform code 11 when not started
+/// @reports  0x110015 platform code 11 when not started;
+///           0x11001E platform code 5, "Gaussian table initialization.", when a block from elsewhere has that service
 /// @threads  one at a time
 ZAN_API int32_t Zan_Death();
 
-/// Moves the state out: copies the globals block and leaves the library not started. The tables now belong to whoever
-/// holds the copy.
+/// Moves the state out: copies the globals block and leaves the library not started; of its own block only the magics
+/// change. The tables now belong to whoever holds the copy.
 /// @param destination  receives the 56 bytes; not written on failure
 /// @return   0; the platform's result when the library is not started
 /// @reports  0x110016 platform code 11 when not started
@@ -116,7 +117,8 @@ ZAN_API int32_t Zan_Death();
 /// @param code     0 does nothing at all; 0x1102 to 0x110A choose their message, anything else "unknown error (%d)."
 /// @param context  index of the message that fills the "%s" of messages 1, 2, 3, 7 and 10; ignored for the others
 /// @return   code, unchanged
-/// @reports  the message under 0x110000 | site, severity 4 for Zan_Err_Underflow and 8 for every other code
+/// @reports  the message under 0x110000 | site, severity 4 for Zan_Err_Underflow and 8 for every other code; the
+///           thread's last error is set to 0 before
 /// @threads  any
 ZAN_API int32_t Zanp_ReportErr(uint16_t site, int32_t code, int16_t context);
 

@@ -142,8 +142,9 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// @defgroup tables Lookup tables
 /// Tables of the services that Zan_Birth started. A prepare call hands out addresses that stay valid until the matching
 /// unprepare call; every prepare call that finds its service running must be matched by one unprepare call, whether or
-/// not it succeeded. An unprepare call too many makes the count wrap: the tables are then no longer checked for
-/// reclaimed memory.
+/// not it succeeded. Only the first of several open prepare calls looks for reclaimed memory; an unprepare call too
+/// many makes the count wrap, so that none does. Where memory to rebuild tables is lacking, the service no longer runs:
+/// this and every further call of it, unprepare calls too, fail until it is started again.
 /// @{
 
 /// Hands out the 256 by 256 tables of 8-bit products and quotients on a scale of 255, at index a * 256 + b:
@@ -154,8 +155,7 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// @param multiplyTable    receives the products, null on failure; may be null
 /// @param divideTable      receives the quotients, null on failure; may be null
 /// @return   0; Zan_Err_UnrequestedService (0x1105) when the service does not run; Zan_Result_Failed (4) when the
-/// tables
-///           cannot be made ready and reportFailure is set, 0 with ok false when it is not
+///           tables cannot be made ready and reportFailure is set, 0 with ok false when it is not
 /// @reports  0x11001F "attempt to use unrequested math service (fast char math).";
 ///           0x11001F "fast character math will be unavailable."
 /// @threads  one at a time: the prepare counts are not synchronized

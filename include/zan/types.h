@@ -35,18 +35,17 @@
 inline constexpr int32_t Zan_Err_Overflow = 0x1102;             ///< a result does not fit its type
 inline constexpr int32_t Zan_Err_Underflow = 0x1103;            ///< a result is too small for its type
 inline constexpr int32_t Zan_Err_DivideByZero = 0x1104;         ///< a divisor is zero
-inline constexpr int32_t Zan_Err_UnrequestedService = 0x1105;   ///< a service that Zan_Birth was not asked for
+inline constexpr int32_t Zan_Err_UnrequestedService = 0x1105;   ///< a service that Zan_Birth did not start
 inline constexpr int32_t Zan_Err_ZeroDenominator = 0x1106;      ///< a ratio with denominator zero
 inline constexpr int32_t Zan_Err_CannotInvert = 0x1107;         ///< the matrix is singular
 inline constexpr int32_t Zan_Err_CannotDecompose = 0x1108;      ///< the matrix is projective or has m33 = 0
 inline constexpr int32_t Zan_Err_NoNormal = 0x1109;             ///< a normal vector cannot be formed
 inline constexpr int32_t Zan_Err_NoPlaneIntersection = 0x110A;  ///< the ray misses the plane
-inline constexpr int32_t Zan_Err_HomogeneousWZero =
-    0x110C;                                               ///< a point with w near zero was to be divided; only thrown
-inline constexpr int32_t Zan_Result_BadAxis = 3;          ///< a rotation axis is shorter than 1e-12
-inline constexpr int32_t Zan_Result_Failed = 4;           ///< an allocation failed, or a service is unavailable
-inline constexpr int32_t Zan_Result_VersionMismatch = 7;  ///< host and library disagree about the interface version
-inline constexpr int32_t Zan_Result_OutOfRange = 10;      ///< a rectangle does not fit the 16-bit record
+inline constexpr int32_t Zan_Err_HomogeneousWZero = 0x110C;     ///< w near zero was to be divided by; only thrown
+inline constexpr int32_t Zan_Result_BadAxis = 3;                ///< a rotation axis is shorter than 1e-12
+inline constexpr int32_t Zan_Result_Failed = 4;                 ///< an allocation failed, or a service is unavailable
+inline constexpr int32_t Zan_Result_VersionMismatch = 7;        ///< host, library and platform do not fit together
+inline constexpr int32_t Zan_Result_OutOfRange = 10;            ///< a rectangle does not fit the 16-bit record
 /// @}
 
 /// @defgroup severities Severities of a report
