@@ -80,7 +80,7 @@ bool rebuild(const TableService& service) {
 
 template <class Entry>
 void handOut(Entry** output, void** Zan_Globals::*handle) {
-    if (output != nullptr) *output = handle != nullptr ? static_cast<Entry*>(*(Zanp_G.*handle)) : nullptr;
+    if (output != nullptr) *output = static_cast<Entry*>(*(Zanp_G.*handle));
 }
 
 template <class Entry>

@@ -1,7 +1,8 @@
 // The lookup tables and their prepare counts.
 #include <catch2/catch.hpp>
 #include <cmath>
-#include <cstring>
+#include <string>
+#include <utility>
 
 #include "host_reports.h"
 #include "zan/frame.h"
@@ -13,38 +14,47 @@ namespace {
 struct Service {
     const char* name;
     uint32_t flag;
-    uint64_t tables;
-    int32_t (*prepare)(bool reportFailure, bool failIfReclaimed, bool* ok, void** table);
+    size_t tables, bytes;
+    int32_t (*prepare)(bool reportFailure, bool failIfReclaimed, bool* ok, void** tables);
     int32_t (*unprepare)();
     uint16_t Zan_Globals::*count;
-    void** Zan_Globals::*lastTable;
+    void** Zan_Globals::*handles[2];
     const char* unrequestedPrepare;
     const char* unrequestedUnprepare;
     const char* unavailable;
 };
 const Service kServices[] = {
-    {"char math", 4, 2,
-     [](bool reportFailure, bool failIfReclaimed, bool* ok, void** table) {
-         auto* poison = reinterpret_cast<uint8_t*>(16);
-         uint8_t* products = poison;
-         uint8_t* quotients = poison;
+    {"char math",
+     4,
+     2,
+     65536,
+     [](bool reportFailure, bool failIfReclaimed, bool* ok, void** tables) {
+         auto* products = reinterpret_cast<uint8_t*>(16);
+         auto* quotients = products;
          const int32_t result = Zan_PrepareFCMD(reportFailure, failIfReclaimed, ok, &products, &quotients);
-         CHECK((products != poison && quotients != poison));
-         *table = quotients;
+         tables[0] = products;
+         tables[1] = quotients;
          return result;
      },
-     Zan_UnprepareFCMD, &Zan_Globals::charMathPrepareCount, &Zan_Globals::charDivideTable,
+     Zan_UnprepareFCMD,
+     &Zan_Globals::charMathPrepareCount,
+     {&Zan_Globals::charMultiplyTable, &Zan_Globals::charDivideTable},
      "0x11001F sev 8: attempt to use unrequested math service (fast char math).",
      "0x110020 sev 8: attempt to use unrequested math service (fast char math).",
      "0x11001F sev 8: fast character math will be unavailable."},
-    {"trig", 2, 1,
-     [](bool reportFailure, bool failIfReclaimed, bool* ok, void** table) {
+    {"trig",
+     2,
+     1,
+     1024,
+     [](bool reportFailure, bool failIfReclaimed, bool* ok, void** tables) {
          auto* sines = reinterpret_cast<float*>(16);
          const int32_t result = Zan_PrepareFTrig(reportFailure, failIfReclaimed, ok, &sines);
-         *table = sines;
+         tables[0] = sines;
          return result;
      },
-     Zan_UnprepareFTrig, &Zan_Globals::sinePrepareCount, &Zan_Globals::sineTable,
+     Zan_UnprepareFTrig,
+     &Zan_Globals::sinePrepareCount,
+     {&Zan_Globals::sineTable, nullptr},
      "0x11002A sev 8: attempt to use unrequested math service (fast trig).",
      "0x11002A sev 8: attempt to use unrequested math service (fast trig).",
      "0x11002A sev 8: fast trig will be unavailable."},
@@ -56,11 +66,17 @@ struct Started {
         REQUIRE(Zan_Birth(services, nullptr) == 0);
     }
     ~Started() {
-        Bel_SetAllocationFailure(0, 0, false);
         CHECK(Zan_Death() == 0);
         Zanp_G = {};
     }
 };
+
+// Handles and the bytes in them.
+std::pair<uint64_t, uint64_t> held() {
+    Bel_MemoryCounts counts;
+    Bel_GetMemoryCounts(&counts);
+    return {counts.handles, counts.handleBytes};
+}
 
 }  // namespace
 
@@ -105,9 +121,9 @@ TEST_CASE("a service that does not run is reported and counts nothing") {
         for (const uint32_t services : {Zanp_G.services, Zanp_G.services | s.flag}) {
             Zanp_G.services = services;
             bool ok = true;
-            void* table = nullptr;
-            CHECK(s.prepare(false, false, &ok, &table) == 0x1105);
-            CHECK((!ok && table == nullptr));
+            void* tables[2] = {};
+            CHECK(s.prepare(false, false, &ok, tables) == 0x1105);
+            CHECK((!ok && tables[0] == nullptr && tables[1] == nullptr));
             CHECK(host.takeAll() == s.unrequestedPrepare);
             CHECK(s.unprepare() == 0x1105);
             CHECK(host.takeAll() == s.unrequestedUnprepare);
@@ -119,57 +135,68 @@ TEST_CASE("a service that does not run is reported and counts nothing") {
 TEST_CASE("a reclaimed table is rebuilt at count zero only") {
     HostReports host;
     for (const Service& s : kServices) {
-        CAPTURE(s.name);
-        const Started started(s.flag);
-        bool ok = false;
-        void* first = nullptr;
-        CHECK(s.prepare(true, true, &ok, &first) == 0);
-        CHECK((ok && first == *(Zanp_G.*s.lastTable)));
-        const uint8_t entry = static_cast<uint8_t*>(first)[700];
-        Bel_ReclaimHandle(Zanp_G.*s.lastTable);
-        void* second = nullptr;
-        CHECK(s.prepare(true, true, nullptr, &second) == 0);  // somebody holds it: not looked at
-        CHECK(second == nullptr);
-        CHECK(Zanp_G.*s.count == 2);
-        CHECK(s.unprepare() == 0);
-        CHECK(s.unprepare() == 0);
-        CHECK(Zanp_G.*s.count == 0);
+        for (size_t t = 0; t < s.tables; ++t) {
+            CAPTURE(s.name, t);
+            const Started started(s.flag);
+            CHECK(held() == std::pair<uint64_t, uint64_t>(s.tables, s.tables * s.bytes));
+            bool ok = false;
+            void* tables[2] = {};
+            CHECK(s.prepare(true, true, &ok, tables) == 0);
+            REQUIRE(ok);
+            std::string contents[2];
+            for (size_t i = 0; i < s.tables; ++i) {
+                CHECK(tables[i] == *(Zanp_G.*s.handles[i]));
+                contents[i].assign(static_cast<char*>(tables[i]), s.bytes);
+            }
+            Bel_ReclaimHandle(Zanp_G.*s.handles[t]);
+            CHECK(s.prepare(true, true, nullptr, tables) == 0);  // somebody holds it: not looked at
+            CHECK((tables[t] == nullptr && Zanp_G.*s.count == 2));
+            CHECK(s.unprepare() == 0);
+            CHECK(s.unprepare() == 0);
+            CHECK(Zanp_G.*s.count == 0);
 
-        CHECK(s.prepare(false, true, &ok, &second) == 0);  // asked not to rebuild, and quietly
-        CHECK((!ok && second == nullptr));
-        CHECK(Zanp_G.*s.count == 1);
-        CHECK(s.unprepare() == 0);
-        CHECK(host.takeAll().empty());
-        CHECK(s.prepare(true, true, &ok, &second) == 4);  // the same, loudly
-        CHECK((!ok && second == nullptr));
-        CHECK(host.takeAll() == s.unavailable);
-        CHECK(s.unprepare() == 0);
+            CHECK(s.prepare(true, false, &ok, tables) == 0);
+            REQUIRE(ok);
+            for (size_t i = 0; i < s.tables; ++i) {
+                CHECK((contents[i] == std::string(static_cast<char*>(tables[i]), s.bytes)));
+            }
+            CHECK(held() == std::pair<uint64_t, uint64_t>(s.tables, s.tables * s.bytes));
+            CHECK(s.unprepare() == 0);
+            CHECK(host.takeAll().empty());
 
-        CHECK(s.prepare(true, false, &ok, &second) == 0);
-        REQUIRE((ok && second != nullptr));
-        CHECK(static_cast<uint8_t*>(second)[700] == entry);
-        CHECK(s.unprepare() == 0);
+            // One call too many wraps the count.
+            CHECK(s.unprepare() == 0);
+            CHECK(Zanp_G.*s.count == 65535);
+            Zanp_G.*s.count = 0;
+        }
+    }
+}
 
-        // One call too many wraps the count.
-        CHECK(s.unprepare() == 0);
-        CHECK(Zanp_G.*s.count == 65535);
-        Zanp_G.*s.count = 0;
-
-        for (uint64_t failing = 1; failing <= s.tables; ++failing) {
-            CAPTURE(failing);
-            const Zan_Globals before = Zanp_G;
-            Bel_ReclaimHandle(Zanp_G.*s.lastTable);
-            Bel_SetAllocationFailure(kBel_QuietAllocations, failing, false);
-            CHECK(s.prepare(true, false, &ok, &second) == 4);
-            CHECK((!ok && second == nullptr));
-            CHECK(host.takeAll() == s.unavailable);
-            CHECK(Zanp_G.*s.count == before.*s.count + 1);
-            // With a handle gone the service no longer runs.
-            CHECK(s.prepare(true, false, &ok, &second) == 0x1105);
-            CHECK(host.takeAll() == s.unrequestedPrepare);
-            CHECK(Zan_Death() == 0);
-            Zanp_G = {};
-            REQUIRE(Zan_Birth(s.flag, nullptr) == 0);
+TEST_CASE("a table that cannot be made ready") {
+    HostReports host;
+    for (const Service& s : kServices) {
+        // The allocation that fails; 0 asks for no rebuilding.
+        for (uint64_t failing = 0; failing <= s.tables; ++failing) {
+            for (const bool loud : {false, true}) {
+                CAPTURE(s.name, failing, loud);
+                const Started started(s.flag);
+                Bel_ReclaimHandle(Zanp_G.*s.handles[0]);
+                Bel_SetAllocationFailure(kBel_QuietAllocations, failing, false);
+                Belp_SetThreadLastError(77);
+                bool ok = true;
+                void* tables[2] = {};
+                CHECK(s.prepare(loud, failing == 0, &ok, tables) == (loud ? 4 : 0));
+                CHECK((!ok && tables[0] == nullptr && tables[1] == nullptr));
+                CHECK(host.takeAll() == (loud ? s.unavailable : ""));
+                CHECK(Bel_GetThreadLastError() == 77);
+                CHECK(Zanp_G.*s.count == 1);
+                CHECK(held().first == s.tables - (failing == 0 ? 0 : 1));
+                // With a handle gone the service no longer runs.
+                CHECK(s.unprepare() == (failing == 0 ? 0 : 0x1105));
+                CHECK(host.takeAll() == (failing == 0 ? "" : s.unrequestedUnprepare));
+                CHECK(Zanp_G.*s.count == (failing == 0 ? 0 : 1));
+                Bel_SetAllocationFailure(0, 0, false);
+            }
         }
     }
 }
