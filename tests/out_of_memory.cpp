@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <vector>
 
 #include "host_reports.h"
 #include "zan/poly.h"
@@ -55,10 +56,10 @@ void operator delete(void* block, std::size_t /*bytes*/) noexcept { operator del
 
 int main() {
     HostReports host;
-    const Point inner(5, 5);
+    const Point centre(5, 5);
     eachAllocation("point in polygon", [&](int n) {
         unsigned char inside = 9;
-        const int32_t result = Zan_IsFloatPointInConcavePoly(&inner, kSquare, 4, 1.0, &inside);
+        const int32_t result = Zan_IsFloatPointInConcavePoly(&centre, kSquare, 4, 1.0, &inside);
         const std::string report = host.takeAll();
         check(result == 0 ? inside == 1 && report.empty()
                           : result == kBel_Err_OutOfMemory && inside == 0 && report == "0x0 sev 8: std::bad_alloc",
@@ -69,15 +70,37 @@ int main() {
     for (int32_t i = 0; i < 4; ++i) layer.SetLayerPoint(i, kSquare[i]);
     eachAllocation("a layer throws the code", [&](int n) {
         try {
-            check(layer.IsPointInside(&inner, 0), "layer hit", n);
+            check(layer.IsPointInside(&centre, 0), "layer hit", n);
             return false;
         } catch (long code) {
             return code == kBel_Err_OutOfMemory && !host.takeAll().empty();
         }
     });
+    // These pass the exception on, and the clip leaves its result alone.
+    const auto fails = [](const auto& call) {
+        try {
+            call();
+            return false;
+        } catch (const std::bad_alloc&) {
+            return true;
+        }
+    };
+    eachAllocation("hull", [&](int /*n*/) {
+        std::vector<Point> hull;
+        return fails([&] { Zan_ComputeConvexHull(kSquare, kSquare + 4, hull); });
+    });
+    using Polygon = std::vector<Zan_Vector4T<double>>;
+    const Polygon square = {{0, 0, 0, 1}, {10, 0, 0, 1}, {10, 10, 0, 1}, {0, 10, 0, 1}};
+    const Polygon inner = {{1, 1, 0, 1}, {2, 1, 0, 1}, {1, 2, 0, 1}};
+    eachAllocation("clip", [&](int n) {
+        Polygon result;
+        const bool failed = fails([&] { Zan_PolyPolyClip2D(&square, &inner, &result); });
+        check(result.size() == (failed ? 0 : 3), "result of the clip", n);
+        return failed;
+    });
     unsigned char inside = 9;
     failingCountdown = 1;
-    check(Zan_IsFloatPointInConcavePoly(&inner, kSquare, 0, 1.0, &inside) == 0 && inside == 0, "no vertices", 1);
+    check(Zan_IsFloatPointInConcavePoly(&centre, kSquare, 0, 1.0, &inside) == 0 && inside == 0, "no vertices", 1);
     check(failingCountdown == 1, "no vertices need no memory", 1);
     failingCountdown = 0;
     return failures != 0;

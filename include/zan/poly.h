@@ -10,6 +10,13 @@
 
 #include "zan/matrix.h"
 
+/// @cond
+namespace kelvora::geom {
+template <class T>
+struct PointT;
+}
+/// @endcond
+
 /// @defgroup hittests Points in polygons
 /// Whether a point is inside an outline that may be concave; a self-crossing one follows the even-odd rule. A ray from
 /// the point toward increasing y counts the edges that it crosses. An edge takes part when it spans the point's x, its
@@ -237,6 +244,74 @@ private:
     mutable std::vector<Zan_Vector2T<double>, Zan_TrackedAllocator<Zan_Vector2T<double>>> polyPoints;
     mutable bool polyPointsInit;
 };
+
+/// @}
+
+/// @defgroup clipping Clipping
+/// @{
+
+/// The part of a polygon that lies inside a convex one, cut by the line of each of its edges in turn (Sutherland and
+/// Hodgman, 1974). Only x and y decide. A vertex is inside a line when their cross product is below -1e-6; on the line
+/// is outside, so polygons that touch have nothing in common.
+/// @param clipPolygon  convex, in either order; with fewer than three vertices it leaves nothing
+/// @param subject      any simple polygon; fewer than three vertices give nothing
+/// @param result       receives the vertices that are left, z and w included, and the cuts, whose z and w are
+///                     interpolated along the edge that is cut; may be one of the other two
+/// @throws   std::bad_alloc; result is then as it was
+/// @threads  any
+ZAN_API void Zan_PolyPolyClip2D(const std::vector<Zan_Vector4T<double>>* clipPolygon,
+                                const std::vector<Zan_Vector4T<double>>* subject,
+                                std::vector<Zan_Vector4T<double>>* result);
+
+/// @}
+
+/// @defgroup hulls Hulls and convexity
+/// In the plane of x and y. The library holds instantiations for the const iterators of vectors of
+/// Zan_Vector2T<double>, Zan_Vector3T<double>, Zan_Vector4T<double> and, for the hull, kelvora::geom::PointT<float>;
+/// for the hull also for pointers to const points of these types.
+/// @{
+
+/// The convex hull of some points, counterclockwise with y upward from the lowest one (the leftmost of several). The
+/// points are snapped to a grid of 2^29 steps across their bounds in x and in y, the hull is found exactly there
+/// (Andrew, 1979), and its vertices are mapped back: they are within half a step of input points. Points on an edge of
+/// the hull and repeated points are left out: what is left of points on a line is the two ends, of one repeated point
+/// itself.
+/// @param first, last  the points. A NaN coordinate is left out of the bounds and snaps to their low end; where the
+///                     extent is not finite, the coordinates of the result are NaN
+/// @param hull         a vector of these points, which must not share memory with them; receives the vertices, z and w
+///                     being 0. Three points or fewer are copied as they are
+/// @throws   std::bad_alloc, std::length_error; hull is then as it was or empty
+/// @threads  any
+template <class Iterator, class Container>
+void Zan_ComputeConvexHull(Iterator first, Iterator last, Container& hull);
+
+/// Whether a closed polygon turns the same way at all its vertices. A turn counts when its cross product exceeds its
+/// rounding error. Without such turns (fewer than three points, points on a line) it is convex; so is one that winds
+/// around more than once.
+/// @param first, last  the vertices; the turns at NaN vertices do not count
+/// @threads  any
+template <class Iterator>
+[[nodiscard]] bool Zan_IsConvex(Iterator first, Iterator last);
+
+/// @cond
+#define ZAN_HULL(...)                                                                            \
+    extern template ZAN_API void Zan_ComputeConvexHull(std::vector<__VA_ARGS__>::const_iterator, \
+                                                       std::vector<__VA_ARGS__>::const_iterator, \
+                                                       std::vector<__VA_ARGS__>&);               \
+    extern template ZAN_API void Zan_ComputeConvexHull(const __VA_ARGS__*, const __VA_ARGS__*,   \
+                                                       std::vector<__VA_ARGS__>&)
+ZAN_HULL(Zan_Vector2T<double>);
+ZAN_HULL(Zan_Vector3T<double>);
+ZAN_HULL(Zan_Vector4T<double>);
+ZAN_HULL(kelvora::geom::PointT<float>);
+#undef ZAN_HULL
+extern template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector2T<double>>::const_iterator,
+                                          std::vector<Zan_Vector2T<double>>::const_iterator);
+extern template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector3T<double>>::const_iterator,
+                                          std::vector<Zan_Vector3T<double>>::const_iterator);
+extern template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector4T<double>>::const_iterator,
+                                          std::vector<Zan_Vector4T<double>>::const_iterator);
+/// @endcond
 
 /// @}
 
