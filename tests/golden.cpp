@@ -1,0 +1,219 @@
+// The exports' golden sums; golden.sums has them, and for what is left out the reason: it passes through the C
+// library's sin, cos, tan, atan, atan2, asin or acos, or is about the library's state.
+//   zan_golden              prints them all: tests/golden.sums is made so
+//   zan_golden FILE         compares
+//   zan_golden NAME         the sum of each of its cases, to find where two builds part
+//   zan_golden NAME N       what case N gave
+#include "golden.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "platform/bel.h"
+
+using namespace golden;
+
+namespace {
+
+using V2 = Zan_Vector2T<double>;
+using V2f = Zan_Vector2T<float>;
+using V3 = Zan_Vector3T<double>;
+using V4 = Zan_Vector4T<double>;
+
+constexpr uint64_t kCases = 2000;
+
+// An index beyond the outline is not allowed.
+void polyPointsOneByOne(Draw& d, Sum& sum) {
+    const auto poly = d.draw<Zan_TransformPoly3D>();
+    for (int32_t i = 0; i < poly.NumPolyPoints(); ++i) {
+        V2 point;
+        poly.GetPolyPoint(i, &point);
+        sum.add(point);
+    }
+}
+
+// Where one edge alone is clipped, its neighbours' clip points may not have been set.
+void clipAllEdges(Draw& d, Sum& sum) {
+    auto poly = d.draw<Zan_TransformPoly3D>();
+    for (int32_t i = 0; i < 4; ++i) poly.ClipEdgeToScreen(i);
+    sum.add(poly);
+}
+
+// G: any arguments. N: 32-bit ones are counts of up to the eight values that a pointer points to. I: they are corners.
+// O, ON: an overload. L: a call written out.
+#define G(f) entry(#f, &f)
+#define N(f) entry(#f, &f, -1, 8)
+#define I(f) entry(#f, &f, 0, 3)
+#define O(f, ...) entry(#f "(" #__VA_ARGS__ ")", Taking<__VA_ARGS__>{}(&f))
+#define ON(f, ...) entry(#f "(" #__VA_ARGS__ ")", Taking<__VA_ARGS__>{}(&f), -1, 8)
+#define L(name, ...) \
+    Entry { name, __VA_ARGS__ }
+const Entry kEntries[] = {
+
+    // frame
+    G(Zan_PkgObjectVersion), G(Zanp_ReportErr),
+    // scalar
+    G(Zan_AddWouldOverflow), G(Zan_BitsUsed), G(Zan_Fix24Mul), G(Zan_Fix24Ratio), G(Zan_FixDiv), G(Zan_FixMul),
+    G(Zan_IsTopTwoBitsSame), G(Zan_LeadingZeros), G(Zan_MulWouldOverflow), G(Zan_RoundDouble), G(Zan_RoundDouble64),
+    G(Zan_RoundDoubleSafe), G(Zan_RoundDownToPowerOf2), G(Zan_RoundToNearestMult), G(Zan_RoundUpToPowerOf2),
+    G(Zan_SignedGCD), G(Zan_SignedLCM), G(Zan_TrailingZeros), G(Zan_UMulWouldOverflow), G(Zan_UnsignedGCD),
+    G(Zan_UnsignedLCM), G(Zan_fmod),
+    // geom2d
+    G(Zan_AddPt), G(Zan_CenterFixedRect), G(Zan_CenterLRect), G(Zan_CenterRect), G(Zan_CopyFixedPt),
+    G(Zan_CopyFixedRect), G(Zan_CopyLPt), G(Zan_CopyLRect), G(Zan_CopyPt), G(Zan_CopyRect), G(Zan_CopyWHRect),
+    G(Zan_EmptyFixedRect), G(Zan_EmptyLRect), G(Zan_EmptyRect), G(Zan_EqualFixedPt), G(Zan_EqualFixedRect),
+    G(Zan_EqualLPt), G(Zan_EqualLRect), G(Zan_EqualPt), G(Zan_EqualRect), G(Zan_EqualWHRect), G(Zan_FixedPt2Rect),
+    G(Zan_FixedPtInRect), G(Zan_FixedRect2LRect), G(Zan_FixedRect2LRectIn), G(Zan_FixedRect2LRectOut),
+    G(Zan_FixedRect2Rect), G(Zan_FixedRect2RectIn), G(Zan_FixedRect2RectOut), G(Zan_InsetFixedRect), G(Zan_InsetLRect),
+    G(Zan_InsetRect), G(Zan_LPt2Rect), G(Zan_LPtInRect), G(Zan_LRect2FixedRect), G(Zan_LRect2Rect),
+    G(Zan_OffsetFixedRect), G(Zan_OffsetLRect), G(Zan_OffsetRect), G(Zan_Pt2Rect), G(Zan_PtInRect),
+    G(Zan_Rect2FixedRect), G(Zan_SetFixedPt), G(Zan_SetFixedRect), G(Zan_SetLPt), G(Zan_SetLRect), G(Zan_SetPt),
+    G(Zan_SetRect), G(Zan_SetWHRect), G(Zan_TopLeft), G(Zan_DeltaPoint), G(Zan_BottomRight),
+    // matrix
+    N(Zan_3DTransform2DPoints), G(Zan_ConcatMatrix), G(Zan_ConcatMatrix4), G(Zan_EqualMatrix), G(Zan_EqualMatrix4),
+    G(Zan_GetMatrix4Determinant), G(Zan_GetMatrixType), G(Zan_IdentityMatrix4), G(Zan_Matrix3ToMatrix4),
+    G(Zan_Matrix3ToMatrix4Uniform), G(Zan_ScaleMatrix), G(Zan_ScaleMatrix4), G(Zan_SetIdentityMatrix),
+    G(Zan_SetMatrix4CoB), N(Zan_Transform3DFloatPoints), N(Zan_TransformFixPoints), G(Zan_TransformFixRect),
+    N(Zan_TransformFloatPoints), G(Zan_TransformFloatRect), N(Zan_TransformPoints), G(Zan_TransformRect),
+    N(Zan_TransformVector3), N(Zan_TransformVector4), N(Zan_TransformVector4NoDivide), G(Zan_TranslateMatrix),
+    G(Zan_TranslateMatrix4), G(Zan_TransposeMatrix4), G(Zan_ZeroMatrix4), G(Zan_TransformBounds),
+    O(Zan_EqualMatrixWithinEpsilon, const Zan_Matrix3&, const Zan_Matrix3&, double),
+    O(Zan_EqualMatrixWithinEpsilon, const Zan_Matrix4&, const Zan_Matrix4&, double), G(Zan_Matrix3::SetIdentity),
+    G(Zan_Matrix3::AssignFromByDroppingZ), N(Zan_Matrix3::AssignFromByDroppingIndices),
+    O(Zan_Matrix3::Scale, double, double), O(Zan_Matrix3::Scale, double, double, double, double),
+    G(Zan_Matrix3::SetZero), G(Zan_Matrix3::Translate), G(Zan_Matrix3::Transpose),
+    L("Zan_Matrix3::Zan_Matrix3", [](Draw&, Sum& sum) { sum.add(Zan_Matrix3(true)); }), G(Zan_Matrix3::operator-=),
+    G(Zan_Matrix3::operator*=), G(Zan_Matrix3::operator+=), G(Zan_Matrix4::SetIdentity), G(Zan_Matrix4::Scale),
+    G(Zan_Matrix4::SetCOB), G(Zan_Matrix4::Project), G(Zan_Matrix4::SetZero), G(Zan_Matrix4::Translate),
+    G(Zan_Matrix4::Transpose), L("Zan_Matrix4::Zan_Matrix4", [](Draw&, Sum& sum) { sum.add(Zan_Matrix4(true)); }),
+    O(Zan_Matrix4::operator=, const Zan_Matrix3&), G(Zan_Matrix4::operator-=),
+    O(Zan_Matrix4::operator*=, const Zan_Matrix3&), O(Zan_Matrix4::operator*=, const Zan_Matrix4&),
+    G(Zan_Matrix4::operator+=), G(Zan_Matrix3::IsIdentity), G(Zan_Matrix3::Determinant),
+    O(Zan_Matrix3::TransformRect, Zan_FixedRect*, Zan_FixedPoint*, unsigned char*),
+    O(Zan_Matrix3::TransformRect, Zan_Rect*, V2*, unsigned char*), O(Zan_Matrix3::TransformPoint, V2*),
+    O(Zan_Matrix3::TransformPoint, V3*), G(Zan_Matrix3::GetScaleSquared),
+    ON(Zan_Matrix3::TransformPoints, int32_t, V2*), ON(Zan_Matrix3::TransformPoints, int32_t, V3*),
+    ON(Zan_Matrix3::TransformPoints, int32_t, Zan_FixedPoint*), ON(Zan_Matrix3::TransformPoints, int32_t, Zan_Point*),
+    G(Zan_Matrix3::IsZeroWithinEpsilon), G(Zan_Matrix3::IsIdentityWithinEpsilon),
+    O(Zan_Matrix3::TransformPointAndDivide, V2*), O(Zan_Matrix3::TransformPointAndDivide, V3*),
+    ON(Zan_Matrix3::TransformPointsAndDivide, int32_t, V2*), ON(Zan_Matrix3::TransformPointsAndDivide, int32_t, V3*),
+    G(Zan_Matrix3::TransformPointAndDivideFast), N(Zan_Matrix3::TransformPointsAndDivideFast), G(Zan_Matrix3::IsZero),
+    G(Zan_Matrix3::GetType), G(Zan_Matrix3::GetScale), G(Zan_Matrix3::operator==), G(Zan_Matrix3::operator!=),
+    G(Zan_Matrix4::IsIdentity), G(Zan_Matrix4::Determinant), O(Zan_Matrix4::TransformPoint, V3*),
+    O(Zan_Matrix4::TransformPoint, V4*), G(Zan_Matrix4::GetScaleSquared),
+    ON(Zan_Matrix4::TransformPoints, int32_t, V3*), ON(Zan_Matrix4::TransformPoints, int32_t, V4*),
+    G(Zan_Matrix4::IsZeroWithinEpsilon), G(Zan_Matrix4::IsIdentityWithinEpsilon),
+    O(Zan_Matrix4::TransformPointAndDivide, V3*), O(Zan_Matrix4::TransformPointAndDivide, V4*),
+    ON(Zan_Matrix4::TransformPointsAndDivide, int32_t, V3*), ON(Zan_Matrix4::TransformPointsAndDivide, int32_t, V4*),
+    G(Zan_Matrix4::TransformPointAndDivideFast), N(Zan_Matrix4::TransformPointsAndDivideFast), G(Zan_Matrix4::IsZero),
+    G(Zan_Matrix4::GetScale), G(Zan_Matrix4::IsFinite), G(Zan_Matrix4::operator==), G(Zan_Matrix4::operator!=),
+    // space
+    G(Zan_Clip3DLine), G(Zan_ClipLine2Rect), G(Zan_GetPlaneEquation2), G(Zan_IsQuadEdgeOn), G(Zan_PerpDistTo2DLine),
+    G(Zan_RayIntersectPlane), N(Zan_GetPlaneEquation), G(Zan_TransformPoint2DtoScreen),
+    O(Zan_TransformPoint3DtoScreen, const Zan_Matrix4&, const Zan_Matrix4&, const Zan_Matrix3&, V2*),
+    O(Zan_TransformPoint3DtoScreen, const Zan_Matrix4&, const Zan_Matrix4&, const Zan_Matrix3&, V3*),
+    G(Zan_ComputeDirectionalComponents),
+    // poly
+    G(Zan_IsFloatPointInQuad), N(Zan_SignedPolygonArea2D), N(Zan_IsFloatPointInConcavePoly<V2>),
+    N(Zan_IsFloatPointInConcavePoly<V2f>), I(Zan_TransformPoly2D::SetLayerPoint),
+    G(Zan_TransformPoly2D::TransformPoints),
+    L("Zan_TransformPoly2D::Zan_TransformPoly2D(const Zan_TransformPoly2D&)",
+      [](Draw& d, Sum& sum) { sum.add(Zan_TransformPoly2D(d.draw<Zan_TransformPoly2D>())); }),
+    L("Zan_TransformPoly2D::Zan_TransformPoly2D()", [](Draw& d, Sum& sum) { sum.add(d.draw<Zan_TransformPoly2D>()); }),
+    G(Zan_TransformPoly2D::operator=), I(Zan_TransformPoly3D::SetLayerPoint), G(Zan_TransformPoly3D::PolyPointsInit),
+    L("Zan_TransformPoly3D::ClipEdgeToScreen", clipAllEdges), G(Zan_TransformPoly3D::InvalidatePolyPoints),
+    G(Zan_TransformPoly3D::TransformPointsToEye), G(Zan_TransformPoly3D::TransformPointsToScreen),
+    L("Zan_TransformPoly3D::Zan_TransformPoly3D(const Zan_TransformPoly3D&)",
+      [](Draw& d, Sum& sum) { sum.add(Zan_TransformPoly3D(d.draw<Zan_TransformPoly3D>())); }),
+    L("Zan_TransformPoly3D::Zan_TransformPoly3D()", [](Draw& d, Sum& sum) { sum.add(d.draw<Zan_TransformPoly3D>()); }),
+    G(Zan_TransformPoly3D::operator=), I(Zan_TransformPoly2D::GetPolyPoint), G(Zan_TransformPoly2D::GetPolyPoints),
+    G(Zan_TransformPoly2D::IsPointInside), G(Zan_TransformPoly2D::NumPolyPoints),
+    G(Zan_TransformPoly2D::InitPolyPoints), G(Zan_TransformPoly2D::GetMinimumEdgeDistance),
+    I(Zan_TransformPoly2D::GetEdge), I(Zan_TransformPoly2D::GetPoint), G(Zan_TransformPoly2D::IsVisible),
+    L("Zan_TransformPoly3D::GetPolyPoint", polyPointsOneByOne), G(Zan_TransformPoly3D::GetPolyPoints),
+    G(Zan_TransformPoly3D::IsPointInside), G(Zan_TransformPoly3D::NumPolyPoints),
+    G(Zan_TransformPoly3D::InitPolyPoints), G(Zan_TransformPoly3D::GetMinimumEdgeDistance),
+    I(Zan_TransformPoly3D::GetEdge), I(Zan_TransformPoly3D::GetPoint), G(Zan_TransformPoly3D::IsVisible)};
+
+struct Without {
+    const char* reason;
+    const char* names;
+};
+const Without kWithout[] = {
+    {"state",
+     "Zan_Birth Zan_CheckVersions Zan_Death Zan_GetGlobals Zan_SetGlobals Zan_PrepareFCMD Zan_PrepareFTrig "
+     "Zan_UnprepareFCMD Zan_UnprepareFTrig"},
+    {"libm",
+     "Zan_RotateMatrix Zan_RotateMatrix4 Zan_RotateMatrix4XYZ Zan_RotateMatrix4XYZPlus Zan_LookAtMatrix "
+     "Zan_Matrix3::Skew Zan_Matrix3::Rotate Zan_Matrix4::RotateAxis Zan_Matrix4::RotateXYZ Zan_TransformPtF"}};
+
+uint64_t runOne(const Entry& entry, uint64_t n, bool print) {
+    Draw draw(n);
+    Sum sum(print);
+    Bel_SetReportHandler(
+        [](void* context, const Bel_Report* report) { static_cast<Sum*>(context)->add(report->errorNumber); }, &sum);
+    entry.run(draw, sum);
+    Bel_SetReportHandler(nullptr, nullptr);
+    return sum.value();
+}
+
+std::string line(const Entry& entry) {
+    Sum sum(false);
+    for (uint64_t n = 0; n < kCases; ++n) sum.fold(runOne(entry, n, false));
+    char text[20];
+    std::snprintf(text, sizeof text, " %016llx", static_cast<unsigned long long>(sum.value()));
+    return entry.name + text;
+}
+
+std::vector<std::string> allLines() {
+    std::vector<std::string> lines;
+    for (const Entry& entry : kEntries) lines.push_back(line(entry));
+    for (const Without& without : kWithout) {
+        std::istringstream names(without.names);
+        for (std::string name; names >> name;) lines.push_back(name + " " + without.reason);
+    }
+    return lines;
+}
+
+// Prints the lines that only one of the two has.
+int compare(const char* path) {
+    std::ifstream file(path);
+    std::vector<std::string> kept;
+    for (std::string text; std::getline(file, text);) kept.push_back(text);
+    const std::vector<std::string> lines = allLines();
+    int differences = 0;
+    const auto printMissing = [&](const auto& in, const auto& from, const char* mark) {
+        for (const std::string& text : in) {
+            if (std::find(from.begin(), from.end(), text) != from.end()) continue;
+            std::printf("%s %s\n", mark, text.c_str());
+            ++differences;
+        }
+    };
+    printMissing(kept, lines, "kept:");
+    printMissing(lines, kept, "now: ");
+    std::printf("%zu sums, %d differences\n", lines.size(), differences);
+    return lines.empty() || differences != 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc == 1) {
+        for (const std::string& text : allLines()) std::printf("%s\n", text.c_str());
+        return 0;
+    }
+    for (const Entry& entry : kEntries) {
+        if (entry.name != argv[1]) continue;
+        const bool one = argc > 2;
+        const uint64_t first = one ? std::strtoull(argv[2], nullptr, 10) : 0;
+        for (uint64_t n = first; n < (one ? first + 1 : kCases); ++n) {
+            std::printf("%d", static_cast<int>(n));
+            const uint64_t sum = runOne(entry, n, one);
+            std::printf(" %016llx\n", static_cast<unsigned long long>(sum));
+        }
+        return 0;
+    }
+    return compare(argv[1]);
+}

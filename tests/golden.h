@@ -1,0 +1,276 @@
+// Golden sums: for an export, one 64-bit sum over a numbered batch of calls, the same from every compiler, system and
+// kernel. Arguments are drawn by their types; what is summed is the result, what every pointer and reference to
+// non-const then holds, the object, each report's number and a code that is thrown. A NaN counts as any other.
+#ifndef ZAN_TESTS_GOLDEN_H
+#define ZAN_TESTS_GOLDEN_H
+
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "platform/kelvora_point.h"
+#include "values.h"
+#include "zan/zan.h"
+
+namespace golden {
+
+template <class T, class... Others>
+inline constexpr bool kOneOf = (std::is_same_v<T, Others> || ...);
+
+/// What a record consists of: so many numbers of one type.
+template <class T>
+auto numberIn() {
+    if constexpr (std::is_arithmetic_v<T>) {
+        return T{};
+    } else if constexpr (kOneOf<T, Zan_Point, Zan_Rect, Zan_WHRect>) {
+        return int16_t{};
+    } else if constexpr (kOneOf<T, Zan_LPoint, Zan_FixedPoint, Zan_LRect, Zan_FixedRect, Zan_Ratio>) {
+        return int32_t{};
+    } else if constexpr (kOneOf<T, Zan_Vector2T<float>, kelvora::geom::PointT<float>>) {
+        return float{};
+    } else {
+        return double{};
+    }
+}
+template <class T>
+using NumberIn = decltype(numberIn<T>());
+
+/// The arguments of case n, which depend on n alone. Exact arithmetic only.
+class Draw {
+public:
+    explicit Draw(uint64_t n) : state_(n * 0xD1342543DE82EF95), mood_(n % 4) {}
+
+    uint64_t bits() {  // splitmix64 (Steele, Lea and Flood, 2014)
+        uint64_t z = state_ += 0x9E3779B97F4A7C15;
+        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9;
+        z = (z ^ (z >> 27)) * 0x94D049BB133111EB;
+        return z ^ (z >> 31);
+    }
+    int32_t below(int32_t limit) { return static_cast<int32_t>(bits() >> 33) % limit; }
+
+    /// A quarter of the cases is on a coarse grid, where values coincide, a quarter of middling size, a quarter of
+    /// every size, a quarter full of bad places.
+    template <class T>
+    T number() {
+        if constexpr (std::is_same_v<T, bool>) {
+            return below(2) != 0;
+        } else if constexpr (std::is_floating_point_v<T>) {
+            const double unit = static_cast<double>(static_cast<int64_t>(bits()) >> 11) * 0x1p-52;
+            if (mood_ == 0) return static_cast<T>(below(9) - 4) / 2;
+            if (mood_ == 3 && below(3) == 0) return static_cast<T>(kNastyDoubles[bits() % std::size(kNastyDoubles)]);
+            return static_cast<T>(std::ldexp(unit, mood_ == 1 ? 7 : below(40) - 8));
+        } else {
+            if (mood_ == 0) return static_cast<T>(below(9) - 4);
+            if (mood_ == 3) return static_cast<T>(kNastyInts[bits() % std::size(kNastyInts)]);
+            return static_cast<T>(static_cast<int64_t>(bits()) >> (mood_ == 1 ? 52 : 32 + below(31)));
+        }
+    }
+
+    template <class T>
+    void fill(T& record) {
+        using Number = NumberIn<T>;
+        Number numbers[sizeof(T) / sizeof(Number)];
+        for (Number& n : numbers) n = number<Number>();
+        std::memcpy(static_cast<void*>(&record), numbers, sizeof record);
+    }
+    void fill(Zan_Matrix3& m) {
+        fill<Zan_Matrix3>(m);
+        if (below(2) != 0) m.m02 = m.m12 = 0.0, m.m22 = 1.0;
+        if (below(4) == 0) m.m01 = m.m10 = 0.0;
+    }
+    void fill(Zan_Matrix4& m) {
+        fill<Zan_Matrix4>(m);
+        if (below(2) != 0) m.m03 = m.m13 = m.m23 = 0.0, m.m33 = 1.0;
+    }
+    template <class T>
+    void fill(std::vector<T>& vector) {
+        vector.resize(static_cast<size_t>(below(9)));
+        for (T& element : vector) fill(element);
+    }
+    template <class T>
+    void fill(std::pair<T, T>& pair) {
+        fill(pair.first);
+        fill(pair.second);
+    }
+    void fill(Zan_TransformPoly2D& poly) {
+        for (int32_t i = 0; i < 4; ++i) poly.SetLayerPoint(i, draw<Zan_Vector2T<double>>());
+        poly.TransformPoints(draw<Zan_Matrix3>());
+    }
+    void fill(Zan_TransformPoly3D& poly) {
+        for (int32_t i = 0; i < 4; ++i) poly.SetLayerPoint(i, draw<Zan_Vector2T<double>>());
+        poly.TransformPointsToEye(draw<Zan_Matrix4>());
+        poly.TransformPointsToScreen(draw<Zan_Matrix4>());
+        if (below(4) != 0) poly.InitPolyPoints();
+    }
+    template <class T>
+    T draw() {
+        T value;
+        fill(value);
+        return value;
+    }
+
+    /// From here on 32-bit arguments are counts or indexes from low to high, unless that is empty.
+    void limit(int32_t low, int32_t high) {
+        low_ = low;
+        high_ = high;
+    }
+    int32_t limited(int32_t value) { return low_ > high_ ? value : low_ + below(high_ - low_ + 1); }
+
+private:
+    uint64_t state_, mood_;
+    int32_t low_ = 0, high_ = -1;
+};
+
+/// The sum of what a case gave; prints it too when asked.
+class Sum {
+public:
+    explicit Sum(bool print) : print_(print) {}
+
+    uint64_t value() const { return value_; }
+    void fold(uint64_t word) {
+        value_ = (value_ ^ word) * 0x9FB21C651E98DF25;
+        value_ ^= value_ >> 29;
+    }
+    template <class T>
+    void add(const T& record) {
+        using Number = NumberIn<T>;
+        Number numbers[sizeof(T) / sizeof(Number)];
+        std::memcpy(numbers, &record, sizeof record);
+        for (const Number n : numbers) {
+            uint64_t word = 0;
+            std::memcpy(&word, &n, sizeof n);
+            if (n != n) word = 0x7FF8000000000000;
+            fold(word);
+            if (print_) std::printf(std::is_floating_point_v<Number> ? " %a" : " %.0f", static_cast<double>(n));
+        }
+    }
+    template <class T>
+    void add(const std::vector<T>& vector) {
+        add(static_cast<int32_t>(vector.size()));
+        for (const T& element : vector) add(element);
+    }
+    template <class T>
+    void add(const std::pair<T, T>& pair) {
+        add(pair.first);
+        add(pair.second);
+    }
+    template <class Poly>
+    void addPoly(const Poly& poly) {
+        add(poly.IsVisible());
+        for (int32_t i = 0; i < poly.NumPolyPoints(); ++i) add(poly.GetPolyPoints()[i]);
+        for (int32_t i = 0; i < 4; ++i) {
+            std::pair<Zan_Vector2T<double>, Zan_Vector2T<double>> edge{};
+            add(poly.GetEdge(i, &edge));
+            add(edge);
+        }
+    }
+    void add(const Zan_TransformPoly2D& poly) { addPoly(poly); }
+    void add(const Zan_TransformPoly3D& poly) { addPoly(poly); }
+
+private:
+    uint64_t value_ = 1;
+    bool print_;
+};
+
+/// An argument: a value, what a reference refers to, or the eight values behind a pointer.
+template <class P>
+struct Argument {
+    static constexpr bool kArray = std::is_pointer_v<P>;
+    using Target = std::remove_pointer_t<std::remove_reference_t<P>>;
+    using Value = std::remove_const_t<Target>;
+
+    explicit Argument(Draw& d) {
+        for (Value& value : values) d.fill(value);
+        if constexpr (std::is_same_v<P, int32_t>) values[0] = d.limited(values[0]);
+    }
+    P pass() {
+        if constexpr (kArray) {
+            return values;
+        } else {
+            return values[0];
+        }
+    }
+    void add(Sum& sum) const {
+        if constexpr (!std::is_const_v<Target> && (kArray || std::is_lvalue_reference_v<P>)) {
+            for (const Value& value : values) sum.add(value);
+        }
+    }
+
+    Value values[kArray ? 8 : 1];
+};
+
+struct Entry {
+    std::string name;
+    std::function<void(Draw&, Sum&)> run;
+};
+
+template <class... A, class Call>
+void runCase([[maybe_unused]] Draw& d, Sum& sum, const Call& call) {
+    std::tuple<Argument<A>...> arguments{Argument<A>(d)...};
+    try {
+        std::apply(
+            [&](auto&... a) {
+                using Result = decltype(call(a.pass()...));
+                if constexpr (std::is_void_v<Result> || std::is_pointer_v<Result>) {
+                    static_cast<void>(call(a.pass()...));
+                } else {
+                    const auto result = call(a.pass()...);
+                    sum.add(result);
+                }
+            },
+            arguments);
+    } catch (long code) {
+        sum.add(static_cast<int32_t>(code));
+    }
+    std::apply([&](auto&... a) { (a.add(sum), ...); }, arguments);
+}
+
+/// The entry of a function or member function; 32-bit arguments from low to high unless that is empty.
+template <class R, class... A>
+Entry entry(const char* name, R (*f)(A...), int32_t low = 0, int32_t high = -1) {
+    return {name, [=](Draw& d, Sum& sum) {
+                d.limit(low, high);
+                runCase<A...>(d, sum, f);
+            }};
+}
+template <class C, class R, class... A, class Member>
+Entry memberEntry(const char* name, Member f, int32_t low, int32_t high) {
+    return {name, [=](Draw& d, Sum& sum) {
+                d.limit(low, high);
+                C object = d.draw<C>();
+                runCase<A...>(d, sum, [&](auto&&... a) -> R { return (object.*f)(std::forward<decltype(a)>(a)...); });
+                sum.add(object);
+            }};
+}
+template <class C, class R, class... A>
+Entry entry(const char* name, R (C::*f)(A...), int32_t low = 0, int32_t high = -1) {
+    return memberEntry<C, R, A...>(name, f, low, high);
+}
+template <class C, class R, class... A>
+Entry entry(const char* name, R (C::*f)(A...) const, int32_t low = 0, int32_t high = -1) {
+    return memberEntry<C, R, A...>(name, f, low, high);
+}
+
+/// Chooses an overload by its arguments.
+template <class... A>
+struct Taking {
+    template <class R>
+    constexpr auto operator()(R (*f)(A...)) const {
+        return f;
+    }
+    template <class C, class R>
+    constexpr auto operator()(R (C::*f)(A...)) const {
+        return f;
+    }
+    template <class C, class R>
+    constexpr auto operator()(R (C::*f)(A...) const) const {
+        return f;
+    }
+};
+
+}  // namespace golden
+
+#endif  // ZAN_TESTS_GOLDEN_H
