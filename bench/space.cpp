@@ -230,12 +230,55 @@ void addSegments() {
             });
 }
 
+void addScreen() {
+    static const auto toEyes = sameBytes<Zan_Matrix4>(inputs(kManyLarge, 55, [](Random& random) {
+        auto m = spaceTransform(random);
+        m[14] = random.real(-200, 2000);
+        return m;
+    }));
+    static const auto screens = sameBytes<Zan_Matrix3>(inputs(kManyLarge, 56, planeTransform));
+    static const auto glmToEyes = sameBytes<glm::dmat4>(toEyes);
+    static const auto glmScreens = sameBytes<glm::dmat3>(screens);
+    // Perspective with a focal length of 1000 pixels.
+    static const std::array<double, 16> kProjection = {1000, 0, 0, 0, 0, 1000, 0, 0, 0, 0, 1, 1, 0, 0, -0.1, 0};
+    static const auto projections = sameBytes<Zan_Matrix4>(std::vector(1, kProjection));
+    static const auto glmProjections = sameBytes<glm::dmat4>(projections);
+    static const auto points = inputs(kManyLarge, 57, [](Random& random) { return pointOf(random, -100, 100); });
+    const Zan_Matrix4 *e = toEyes.data(), *projection = projections.data();
+    const Zan_Matrix3* s = screens.data();
+    const glm::dmat4 *ge = glmToEyes.data(), *glmProjection = glmProjections.data();
+    const glm::dmat3* gs = glmScreens.data();
+    const Vector3* p = points.data();
+
+    Entry("point of a layer in space to the screen", kManyLarge,
+          [=](size_t i) {
+              Vector3 point = p[i];
+              static_cast<void>(Zan_TransformPoint3DtoScreen(e[i], *projection, s[i], &point));
+              return point;
+          })
+        .peer(
+            "glm, by hand",
+            [=](size_t i) {
+                const glm::dvec4 eye = ge[i] * glm::dvec4(p[i].x, p[i].y, p[i].z, 1);
+                const glm::dvec3 before = glm::dvec3(eye) / eye.w;
+                if (before.z < 0.1) return p[i];
+                glm::dmat4 screen(1);
+                screen[0] = {gs[i][0].x, gs[i][0].y, 0, 0};
+                screen[1] = {gs[i][1].x, gs[i][1].y, 0, 0};
+                screen[3] = {gs[i][2].x, gs[i][2].y, 0, 1};
+                const glm::dvec4 shown = screen * *glmProjection * glm::dvec4(before, 1);
+                return Vector3(shown.x / shown.w, shown.y / shown.w, shown.z / shown.w);
+            },
+            Near());
+}
+
 }  // namespace
 
 void addSpaceEntries() {
     addPlanes();
     addRays();
     addSegments();
+    addScreen();
 }
 
 }  // namespace zan_bench
