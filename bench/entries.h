@@ -119,6 +119,7 @@ private:
 
 // One per room.
 void addFrameEntries();
+void addGeom2dEntries();
 void addMatrixEntries();
 void addPolyEntries();
 void addScalarEntries();

@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
     }
     zan_bench::addFrameEntries();
     zan_bench::addScalarEntries();
+    zan_bench::addGeom2dEntries();
     zan_bench::addMatrixEntries();
     zan_bench::addSpaceEntries();
     zan_bench::addPolyEntries();

@@ -1,0 +1,226 @@
+// Rectangles and angles beside what a host writes by hand: structures of its own and functions that inline.
+#include "zan/geom2d.h"
+#include "entries.h"
+
+namespace zan_bench {
+namespace {
+
+template <class Rect>
+struct RectPair {
+    Rect a, b;
+};
+using ShortPair = RectPair<Zan_Rect>;
+using LongPair = RectPair<Zan_LRect>;
+using FloatPair = RectPair<Zan_FloatRect>;
+
+/// A rectangle about as large as the field that it lies in, one in eight empty.
+template <class Rect, class Number>
+Rect rectOf(Random& random) {
+    const int32_t left = random.whole(-3000, 3000), top = random.whole(-3000, 3000);
+    const int32_t low = random.whole(0, 7) == 0 ? -50 : 1;
+    Rect rect;
+    rect.left = static_cast<Number>(left);
+    rect.top = static_cast<Number>(top);
+    rect.right = static_cast<Number>(left + random.whole(low, 3000));
+    rect.bottom = static_cast<Number>(top + random.whole(low, 3000));
+    return rect;
+}
+template <class Rect, class Number>
+RectPair<Rect> pairOf(Random& random) {
+    const Rect a = rectOf<Rect, Number>(random);
+    return {a, rectOf<Rect, Number>(random)};
+}
+
+/// Every field equal, whatever the order of storage.
+struct SameRect {
+    template <class Rect>
+    bool operator()(const Rect& a, const Rect& b) const {
+        return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+    }
+};
+
+template <class Rect>
+bool emptyByHand(const Rect& r) {
+    return r.right <= r.left || r.bottom <= r.top;
+}
+template <class Rect>
+Rect intersectionByHand(const Rect& a, const Rect& b) {
+    Rect r;
+    r.left = std::max(a.left, b.left);
+    r.top = std::max(a.top, b.top);
+    r.right = std::min(a.right, b.right);
+    r.bottom = std::min(a.bottom, b.bottom);
+    if (emptyByHand(a) || emptyByHand(b) || emptyByHand(r)) return Rect{};
+    return r;
+}
+template <class Rect>
+Rect unionByHand(const Rect& a, const Rect& b) {
+    if (emptyByHand(b)) return a;
+    if (emptyByHand(a)) return b;
+    Rect r;
+    r.left = std::min(a.left, b.left);
+    r.top = std::min(a.top, b.top);
+    r.right = std::max(a.right, b.right);
+    r.bottom = std::max(a.bottom, b.bottom);
+    return r;
+}
+template <class Rect>
+bool enclosesByHand(const Rect& a, const Rect& b) {
+    return a.left <= b.left && a.right >= b.right && a.top <= b.top && a.bottom >= b.bottom;
+}
+
+void addSets() {
+    static const auto shorts = inputs(kMany, 61, pairOf<Zan_Rect, int16_t>);
+    static const auto longs = inputs(kMany, 62, pairOf<Zan_LRect, int32_t>);
+    static const auto floats = inputs(kMany, 63, pairOf<Zan_FloatRect, double>);
+    const ShortPair* s = shorts.data();
+    const LongPair* l = longs.data();
+    const FloatPair* f = floats.data();
+
+    Entry("intersection, 16-bit", kMany,
+          [=](size_t i) {
+              Zan_Rect r;
+              static_cast<void>(Zan_SectRect(&s[i].a, &s[i].b, &r));
+              return r;
+          })
+        .peer(
+            "by hand", [=](size_t i) { return intersectionByHand(s[i].a, s[i].b); }, SameRect());
+    Entry("intersection, 32-bit", kMany,
+          [=](size_t i) {
+              Zan_LRect r;
+              static_cast<void>(Zan_SectLRect(&l[i].a, &l[i].b, &r));
+              return r;
+          })
+        .peer(
+            "by hand", [=](size_t i) { return intersectionByHand(l[i].a, l[i].b); }, SameRect());
+    Entry("intersection, double", kMany,
+          [=](size_t i) {
+              Zan_FloatRect r;
+              static_cast<void>(Zan_SectFloatRect(&f[i].a, &f[i].b, &r));
+              return r;
+          })
+        .peer(
+            "by hand", [=](size_t i) { return intersectionByHand(f[i].a, f[i].b); }, SameRect());
+    Entry("union, 16-bit", kMany,
+          [=](size_t i) {
+              Zan_Rect r;
+              Zan_UnionRect(&s[i].a, &s[i].b, &r);
+              return r;
+          })
+        .peer(
+            "by hand", [=](size_t i) { return unionByHand(s[i].a, s[i].b); }, SameRect());
+    Entry("union, 32-bit", kMany,
+          [=](size_t i) {
+              Zan_LRect r;
+              Zan_UnionLRect(&l[i].a, &l[i].b, &r);
+              return r;
+          })
+        .peer(
+            "by hand", [=](size_t i) { return unionByHand(l[i].a, l[i].b); }, SameRect());
+    Entry("one rectangle encloses the other, 32-bit", kMany, [=](size_t i) {
+        return Zan_LRectCompare(6, &l[i].a, &l[i].b);
+    }).peer("by hand", [=](size_t i) { return enclosesByHand(l[i].a, l[i].b); });
+}
+
+struct PointAndRect {
+    Zan_Point point;
+    Zan_Rect rect;
+};
+
+void addPoints() {
+    static const auto cases = inputs(kMany, 64, [](Random& random) {
+        return PointAndRect{
+            {static_cast<int16_t>(random.whole(-4000, 4000)), static_cast<int16_t>(random.whole(-4000, 4000))},
+            rectOf<Zan_Rect, int16_t>(random)};
+    });
+    static const auto fixed = inputs(kMany, 65, [](Random& random) {
+        Zan_FixedRect rect = rectOf<Zan_FixedRect, int32_t>(random);
+        for (int32_t* side : {&rect.left, &rect.top, &rect.right, &rect.bottom}) *side = *side * 5000;
+        return rect;
+    });
+    const PointAndRect* c = cases.data();
+    const Zan_FixedRect* x = fixed.data();
+
+    Entry("point in a rectangle, 16-bit", kMany, [=](size_t i) {
+        return Zan_PtInRect(&c[i].point, &c[i].rect);
+    }).peer("by hand", [=](size_t i) {
+        const auto& [p, r] = c[i];
+        return r.left <= p.h && p.h < r.right && r.top <= p.v && p.v < r.bottom;
+    });
+    Entry("fixed rectangle to 32-bit, outwards", kMany,
+          [=](size_t i) {
+              Zan_LRect r;
+              Zan_FixedRect2LRectOut(&x[i], &r);
+              return r;
+          })
+        .peer(
+            "std::floor, std::ceil",
+            [=](size_t i) {
+                const auto down = [](int32_t v) { return static_cast<int32_t>(std::floor(v / 65536.0)); };
+                const auto up = [](int32_t v) { return static_cast<int32_t>(std::ceil(v / 65536.0)); };
+                return Zan_LRect{down(x[i].left), down(x[i].top), up(x[i].right), up(x[i].bottom)};
+            },
+            SameRect())
+        .peer(
+            "shifts by hand",
+            [=](size_t i) {
+                return Zan_LRect{x[i].left >> 16, x[i].top >> 16, (x[i].right + 0xFFFF) >> 16,
+                                 (x[i].bottom + 0xFFFF) >> 16};
+            },
+            SameRect());
+    Entry("centre a rectangle, 16-bit", kMany,
+          [=](size_t i) {
+              const Zan_Rect frame = {-2000, -1000, 2000, 1000};
+              Zan_Rect r = c[i].rect;
+              Zan_CenterRect(&frame, &r);
+              return r;
+          })
+        .peer(
+            "by hand",
+            [=](size_t i) {
+                const Zan_Rect& r = c[i].rect;
+                const int width = r.right - r.left, height = r.bottom - r.top;
+                const int left = -1000 + (2000 - width) / 2, top = -2000 + (4000 - height) / 2;
+                return Zan_Rect{static_cast<int16_t>(top), static_cast<int16_t>(left),
+                                static_cast<int16_t>(top + height), static_cast<int16_t>(left + width)};
+            },
+            SameRect());
+}
+
+/// Degrees clockwise from straight up, in (0, 360].
+double compassByHand(double x, double y) {
+    const double degrees = std::atan2(x, -y) * (180.0 / 3.141592653589793);
+    return degrees > 0 ? degrees : degrees + 360.0;
+}
+
+void addAngles() {
+    static const auto directions = inputs(kMany, 66, [](Random& random) {
+        const double x = random.real(-100, 100);
+        return Zan_Vector2T<double>(x, random.real(-100, 100));
+    });
+    const Zan_Vector2T<double>* d = directions.data();
+
+    Entry("compass angle of a direction", kMany, [=](size_t i) { return Zan_VecToAngle(d[i]); })
+        .peer(
+            "std::atan2", [=](size_t i) { return compassByHand(d[i].x, d[i].y); }, Near());
+    Entry("compass angle of a point about a rectangle", kMany,
+          [=](size_t i) {
+              const Zan_FloatRect rect = {-10, -20, 30, 40};
+              Zan_Vector2T<double> point = d[i];
+              double angle = 0;
+              Zan_Pt2Angle(&rect, &point, &angle);
+              return angle;
+          })
+        .peer(
+            "std::atan2", [=](size_t i) { return compassByHand(d[i].x - 10, d[i].y - 10); }, Near());
+}
+
+}  // namespace
+
+void addGeom2dEntries() {
+    addSets();
+    addPoints();
+    addAngles();
+}
+
+}  // namespace zan_bench
