@@ -1,0 +1,24 @@
+// The answers as pictures: one SVG a camera, and a page that shows them side by side.
+#ifndef ZAN_SCENE_PICTURE_H
+#define ZAN_SCENE_PICTURE_H
+
+#include <string>
+#include <vector>
+
+#include "look.h"
+
+namespace scene {
+
+/// The window as SVG: layers back to front and named, those hit filled, edges that the near plane cuts in red, the hit
+/// points marked with their tolerance.
+std::string toSvg(const Deck& deck, Size window, const CameraAnswer& answer);
+
+/// A file name for a camera's picture, safe on any file system and different for every camera: "03-overview.svg".
+std::string pictureName(const Deck& deck, size_t camera);
+
+/// The page beside the pictures.
+std::string toPage(const Deck& deck, Size window, const std::vector<CameraAnswer>& answers);
+
+}  // namespace scene
+
+#endif  // ZAN_SCENE_PICTURE_H

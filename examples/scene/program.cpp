@@ -1,0 +1,134 @@
+// The run from the command line to the files.
+#include "program.h"
+
+#include <zan/zan.h>
+
+#include <algorithm>
+#include <new>
+
+#include "answer.h"
+#include "files.h"
+#include "messages.h"
+#include "options.h"
+#include "picture.h"
+#include "platform/bel.h"
+#include "progress.h"
+#include "table.h"
+
+namespace scene {
+namespace {
+
+/// The number under which zan reports that this program was built for another version of it.
+constexpr int32_t kVersionReport = 0x5CE4E;
+
+/// zan, started; its reports go to `err` as they come.
+class Library {
+public:
+    explicit Library(std::ostream& err) {
+        Bel_SetReportHandler(show, &err);
+        if (Zan_CheckVersions(kVersionReport, Zan_kInterfaceVersion) != 0 ||
+            Zan_Birth(Zan_Service_Basic, nullptr) != 0) {
+            Bel_SetReportHandler(nullptr, nullptr);
+            throw Stop(kFailed, "the library does not start");
+        }
+    }
+    ~Library() {
+        Zan_Death();
+        Bel_SetReportHandler(nullptr, nullptr);
+    }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+private:
+    static void show(void* err, const Bel_Report* report) {
+        char number[16];
+        std::snprintf(number, sizeof number, "0x%X", report->errorNumber);
+        std::ostream& lines = *static_cast<std::ostream*>(err);
+        lines << "zan-scene: report " << number << ", severity " << report->severity;
+        if (report->fromPlatform) lines << ", platform code " << report->platformCode;
+        lines << ": " << report->text << '\n';
+    }
+};
+
+std::vector<size_t> chooseCameras(const Deck& deck, const Options& options) {
+    std::vector<size_t> cameras;
+    for (size_t i = 0; i < deck.layers.size(); ++i) {
+        const bool wanted = options.camera ? deck.layers[i].id == *options.camera : true;
+        if (wanted) cameras.push_back(i);
+        if (wanted && !options.allCameras) return cameras;
+    }
+    if (cameras.empty()) {
+        std::string known;
+        for (size_t i = 0; i < std::min<size_t>(deck.layers.size(), 8); ++i) {
+            known += (i > 0 ? ", " : "") + oneLine(deck.layers[i].id);
+        }
+        throw Stop(kBadInput, quoted("--camera", *options.camera) + ": no step of " + oneLine(deck.path, 1000) +
+                                  " has this name; there are " + known + (deck.layers.size() > 8 ? ", ..." : ""));
+    }
+    return cameras;
+}
+
+void addPictures(Files& files, const Options& options, const Deck& deck, const std::vector<CameraAnswer>& answers) {
+    if (!options.allCameras) {
+        files.add(*options.svg, toSvg(deck, options.window, answers.front()));
+        return;
+    }
+    const std::filesystem::path folder = *options.svg;
+    files.folder(folder);
+    for (const CameraAnswer& answer : answers) {
+        files.add(folder / pictureName(deck, answer.camera), toSvg(deck, options.window, answer));
+    }
+    files.add(folder / "index.html", toPage(deck, options.window, answers));
+}
+
+void answer(const Options& options, std::ostream& out, std::ostream& err) {
+    const Deck deck = readDeck(options.deck, err);
+    const Size layerSize = options.layer.value_or(deck.size);
+    const std::vector<size_t> cameras = chooseCameras(deck, options);
+
+    std::vector<CameraAnswer> answers;
+    {
+        const Library library(err);
+        Progress progress(err, cameras.size());
+        for (const size_t camera : cameras) {
+            answers.push_back(lookAt(deck, camera, options.window, layerSize, options.hits));
+            progress.done(answers.size());
+        }
+    }
+
+    Files files;
+    const bool jsonToOut = options.json == "-";
+    if (options.svg) addPictures(files, options, deck, answers);
+    if (options.json && !jsonToOut) files.add(*options.json, toJson(deck, options.window, layerSize, answers));
+    files.commit();
+
+    if (jsonToOut) {
+        out << toJson(deck, options.window, layerSize, answers);
+    } else {
+        writeHead(out, deck, options.window, layerSize, !options.layer);
+        for (const CameraAnswer& one : answers) writeCamera(out, deck, options.window, one, !options.allCameras);
+    }
+    if (!out.flush()) throw Stop(kFailed, "standard output cannot be written");
+}
+
+}  // namespace
+
+int run(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
+    try {
+        if (const std::optional<Options> options = readOptions(argc, argv, out)) answer(*options, out, err);
+        return kDone;
+    } catch (const Stop& stop) {
+        // A deck's own lines have been written already.
+        if (*stop.what() != '\0') err << "zan-scene: error: " << stop.what() << '\n';
+        return stop.code();
+    } catch (const std::bad_alloc&) {
+        err << "zan-scene: error: not enough memory\n";
+    } catch (const std::exception& exception) {
+        err << "zan-scene: error: " << oneLine(exception.what(), 300) << '\n';
+    } catch (long code) {
+        err << "zan-scene: error: the library gave up with code " << code << '\n';
+    }
+    return kFailed;
+}
+
+}  // namespace scene
