@@ -20,45 +20,33 @@ Polygon clipped(const Polygon& clip, const Polygon& subject) {
     Zan_PolyPolyClip2D(&clip, &subject, &result);
     return result;
 }
-std::vector<Zan_Vector2T<double>> flat(const Polygon& polygon) {
-    std::vector<Zan_Vector2T<double>> points;
-    for (const Point& p : polygon) points.emplace_back(p.x, p.y);
-    return points;
-}
 double area(const Polygon& polygon) {
-    return Zan_SignedPolygonArea2D(flat(polygon).data(), static_cast<int32_t>(polygon.size()));
+    std::vector<Zan_Vector2T<double>> flat;
+    for (const Point& p : polygon) flat.emplace_back(p.x, p.y);
+    return Zan_SignedPolygonArea2D(flat.data(), static_cast<int32_t>(flat.size()));
 }
 
 }  // namespace
 
 TEST_CASE("polygons clipped by a square") {
-    const Polygon square = {at(0, 0), at(10, 0), at(10, 10), at(0, 10)}, reversed(square.rbegin(), square.rend());
-    const Polygon corner = {at(5, 5), at(15, 5), at(15, 15), at(5, 15)}, inner = {at(1, 1), at(9, 2), at(2, 9)};
-    const struct {
-        const char* what;
-        Polygon clip, subject, result;
-    } rows[] = {
-        {"a corner", square, corner, {at(10, 10), at(5, 10), at(5, 5), at(10, 5)}},
-        {"inside", square, inner, inner},
-        {"on an edge is outside", square, {at(0, 2), at(5, 5), at(0, 8)}, {at(0, 2), at(5, 5), at(0, 8)}},
-        {"touching along an edge", square, {at(10, 2), at(15, 5), at(10, 8)}, {}},
-        {"outside", square, {at(20, 20), at(30, 20), at(30, 30)}, {}},
-        {"two vertices", square, {at(1, 1), at(2, 2)}, {}},
-        {"two clip vertices", {at(-1e9, 3), at(1e9, 5)}, inner, {}},
-        {"one", {at(0, 0)}, inner, {}},
-        {"none", {}, inner, {}},
+    const auto check = [](const Polygon& clip, const Polygon& subject, const Polygon& expected) {
+        CAPTURE(clip.size(), subject.size(), expected.size());
+        const Polygon other = clipped({clip.rbegin(), clip.rend()}, subject);  // starts at another vertex
+        CHECK((other.size() == expected.size() &&
+               std::is_permutation(other.begin(), other.end(), expected.begin(), nearly)));
+        Polygon result = subject;
+        Zan_PolyPolyClip2D(&clip, &result, &result);
+        CHECK(std::equal(result.begin(), result.end(), expected.begin(), expected.end(), nearly));
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.what);
-        const Polygon result = clipped(r.clip, r.subject);
-        CHECK(std::equal(result.begin(), result.end(), r.result.begin(), r.result.end(), nearly));
-        const Polygon other = clipped(r.clip.size() == 4 ? reversed : r.clip, r.subject);
-        CHECK((other.size() == r.result.size() &&
-               std::is_permutation(other.begin(), other.end(), r.result.begin(), nearly)));
-        Polygon both = r.subject;
-        Zan_PolyPolyClip2D(&r.clip, &both, &both);
-        CHECK(std::equal(result.begin(), result.end(), both.begin(), both.end(), nearly));
+    const Polygon square = {at(0, 0), at(10, 0), at(10, 10), at(0, 10)}, inner = {at(1, 1), at(9, 2), at(2, 9)};
+    const Polygon corner = {at(5, 5), at(15, 5), at(15, 15), at(5, 15)}, onEdge = {at(0, 2), at(5, 5), at(0, 8)};
+    check(square, corner, {at(10, 10), at(5, 10), at(5, 5), at(10, 5)});
+    check(square, inner, inner);
+    check(square, onEdge, onEdge);  // on an edge is outside
+    for (const Polygon& subject : {Polygon{at(10, 2), at(15, 5), at(10, 8)}, {at(1, 1), at(2, 2)}}) {
+        check(square, subject, {});
     }
+    for (const Polygon& clip : {Polygon{at(-1e9, 3), at(1e9, 5)}, {at(0, 0)}, {}}) check(clip, inner, {});
     CHECK((sameDoubles(clipped(square, corner)[2], corner[0]) && sameDoubles(clipped(square, inner)[1], inner[1])));
 }
 
@@ -68,9 +56,7 @@ TEST_CASE("what is left lies inside both") {
         Polygon polygons[2];
         for (Polygon& polygon : polygons) {
             const double x = random.plain(-3, 3), y = random.plain(-3, 3), size = random.plain(1, 6);
-            const int count = 3 + random.below(6);
-            for (int i = 0; i < count; ++i) {
-                const double angle = (i + random.plain(0, 0.8)) * 6.283185307179586 / count;
+            for (double angle = 0; angle < 6.28; angle += random.plain(0.5, 2)) {
                 polygon.push_back(at(x + size * std::cos(angle), y + size * std::sin(angle)));
             }
         }
@@ -79,11 +65,8 @@ TEST_CASE("what is left lies inside both") {
         for (const Point& p : result) {
             CHECK(nearly(p, at(p.x, p.y)));
             for (const Polygon& polygon : polygons) {
-                const Zan_Vector2T<double> q(p.x, p.y);
-                unsigned char inside = 0;
-                CHECK(Zan_IsFloatPointInConcavePoly(&q, flat(polygon).data(), static_cast<int32_t>(polygon.size()),
-                                                    1e-5, &inside) == 0);
-                CHECK(inside == 1);
+                const Point* before = &polygon.back();
+                for (const Point& next : polygon) CHECK(area({*std::exchange(before, &next), next, p}) > -1e-5);
             }
         }
     }

@@ -10,12 +10,12 @@ namespace {
 
 using Point = Zan_Vector2T<double>;
 using Edge = std::pair<Point, Point>;
+using Points = std::vector<Point>;
 
 static_assert(std::has_virtual_destructor_v<Zan_TransformPoly2D> && sizeof(Zan_TransformPoly2D) == 80);
 static_assert(std::has_virtual_destructor_v<Zan_TransformPoly3D> && sizeof(Zan_TransformPoly3D) == 240);
 
-constexpr Point kSquare[] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-constexpr Point kBowTie[] = {{0, 0}, {10, 10}, {10, 0}, {0, 10}};
+const Points kSquare = {{0, 0}, {10, 0}, {10, 10}, {0, 10}}, kBowTie = {{0, 0}, {10, 10}, {10, 0}, {0, 10}};
 
 // z becomes z0 + zx x + zy y.
 Zan_Matrix4 tilted(double z0, double zx, double zy) {
@@ -24,13 +24,13 @@ Zan_Matrix4 tilted(double z0, double zx, double zy) {
     return m;
 }
 template <class Poly>
-Poly withCorners(const Point* corners) {
+Poly withCorners(const Points& corners) {
     Poly poly;
-    for (int32_t i = 0; i < 4; ++i) poly.SetLayerPoint(i, corners[i]);
+    for (int32_t i = 0; i < 4; ++i) poly.SetLayerPoint(i, corners[static_cast<size_t>(i)]);
     return poly;
 }
 template <class Poly>
-std::vector<Point> outlineOf(const Poly& poly) {
+Points outlineOf(const Poly& poly) {
     return {poly.GetPolyPoints(), poly.GetPolyPoints() + poly.NumPolyPoints()};
 }
 Bel_MemoryCounts memory() {
@@ -42,34 +42,28 @@ Bel_MemoryCounts memory() {
 }  // namespace
 
 TEST_CASE("a layer in the plane") {
-    const struct {
-        double row0[3], row1[3];  // row 2 moves by (20, 30)
-        bool visible;
-        Point first, third;
-    } rows[] = {
-        {{1, 0, 0}, {0, 1, 0}, true, {20, 30}, {30, 40}},
-        {{0, 0, 1}, {0, 1, 0}, true, {20, 30}, {20, 40}},  // the projective column counts
-        {{1, 0, 0}, {0, 0, 0}, false, {0, 0}, {10, 10}},
-        {{0, 9e-7, 0}, {0, 1, 0}, false, {0, 0}, {10, 10}},
-        {{0, 1e-6, 0x1p-40}, {0, 1, 0}, true, {20, 30}, {20, 40 + 1e-5}},
-    };
-    for (const auto& r : rows) {
-        CAPTURE(&r - rows);
+    // Where a matrix with these rows, that moves by (20, 30), sends the third corner, (10, 10).
+    const auto check = [](double m00, double m01, double m02, double m11, bool visible, const Point& third) {
+        CAPTURE(m00, m01, m02, m11);
         Zan_Matrix3 m(true);
-        std::memcpy(&m.m00, r.row0, sizeof r.row0), std::memcpy(&m.m10, r.row1, sizeof r.row1);
-        m.m20 = 20, m.m21 = 30;
+        m.m00 = m00, m.m01 = m01, m.m02 = m02, m.m11 = m11, m.m20 = 20, m.m21 = 30;
         auto poly = withCorners<Zan_TransformPoly2D>(kSquare);
         poly.TransformPoints(m);
         const Zan_TransformPoly2D copy(poly);
-        Point third, alsoThird;
-        copy.GetPolyPoint(2, &alsoThird);
-        CHECK((copy.IsVisible() == r.visible && copy.NumPolyPoints() == 4 && copy.GetPoint(2, &third)));
-        CHECK((*copy.GetPolyPoints() == r.first && third == alsoThird && third.x == r.third.x));
-        CHECK(third.y == Approx(r.third.y));
+        Point corner, point;
         Edge edge;
-        CHECK((copy.GetEdge(3, &edge) && edge.first == copy.GetPolyPoints()[3] && edge.second == r.first));
-        CHECK(copy.IsPointInside(&third, 1) == r.visible);
-    }
+        copy.GetPolyPoint(2, &point);
+        CHECK((copy.IsVisible() == visible && copy.GetPoint(2, &corner) && corner == third && point == third));
+        CHECK((copy.IsPointInside(&third, 1) == visible && copy.GetEdge(3, &edge)));
+        CHECK((outlineOf(copy).size() == 4 && edge == Edge(outlineOf(copy)[3], outlineOf(copy)[0])));
+        poly.TransformPoints(Zan_Matrix3(true));
+        CHECK(poly.IsVisible());
+    };
+    check(1, 0, 0, 1, true, {30, 40});
+    check(0, 0, 1, 1, true, {20, 40});  // the projective column counts
+    check(0, 0x1p-20, 0, 1, false, {10, 10});
+    check(0, 0x1p-19, 0, 1, true, {20, 40 + 0x1.4p-16});
+    check(1, 0, 0, 0, false, {10, 10});
     const auto poly = withCorners<Zan_TransformPoly2D>(kSquare);
     const Point centre(5, 5), aside(13, 14), beside(9, -5);
     CHECK((poly.IsPointInside(&centre, 0) && !poly.IsPointInside(&aside, 4.9) && poly.IsPointInside(&aside, 5)));
@@ -80,59 +74,43 @@ TEST_CASE("a layer in the plane") {
 
 TEST_CASE("a layer in space") {
     Zan_Matrix4 flat(true), perspective(true), line(true);
-    perspective.m23 = 1, perspective.m33 = 0;
-    line.m11 = 1e-7;
-    const double cut = 10 * (0.9 / 2);  // along an edge from z = 1 to z = -1
-    const struct {
-        const char* what;
-        const Point* corners;
-        Zan_Matrix4 toEye, toScreen;
-        unsigned behind;  // bit i for corner i
-        std::vector<Point> outline;
-        double fromOrigin;
-    } rows[] = {
-        {"in front", kSquare, tilted(2, 0, 0), perspective, 0, {{0, 0}, {5, 0}, {5, 5}, {0, 5}}, 0},
-        {"just in front", kSquare, tilted(0.1, 0, 0), flat, 0, {{0, 0}, {10, 0}, {10, 10}, {0, 10}}, 0},
-        {"just behind", kSquare, tilted(0x1.9999999999999p-4, 0, 0), flat, 15, {}, -1},
-        {"half", kSquare, tilted(1, 0, -0.2), perspective, 12, {{0, 0}, {10, 0}, {100, 45}, {0, 45}}, 0},
-        {"one in front", kSquare, tilted(1, -0.2, -0.2), flat, 14, {{0, 0}, {cut, 0}, {0, cut}}, 0},
-        {"one behind", kSquare, tilted(-1, 0.2, 0.2), flat, 1, {{5.5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 5.5}}, 5.5},
-        {"two cuts",
-         kBowTie,
-         tilted(1, 0, -0.2),
-         flat,
-         10,
-         {{0, 0}, {cut, cut}, {10, cut}, {10, 0}, {5.5, cut}, {0, cut}},
-         0},
-    };
-    for (const auto& r : rows) {
-        CAPTURE(r.what);
-        auto poly = withCorners<Zan_TransformPoly3D>(r.corners);
+    perspective.m23 = 1, perspective.m33 = 0, line.m11 = 1e-7;
+    // Bit i of `behind` is for corner i.
+    const auto check = [&](const Points& corners, const Zan_Matrix4& toEye, const Zan_Matrix4& toScreen,
+                           unsigned behind, const Points& expected, double fromOrigin) {
+        CAPTURE(toEye.m32, behind, expected.size());
+        auto poly = withCorners<Zan_TransformPoly3D>(corners);
         CHECK((poly.IsVisible() && !poly.PolyPointsInit()));
-        poly.TransformPointsToEye(r.toEye);
-        poly.TransformPointsToScreen(r.toScreen);
+        poly.TransformPointsToEye(toEye);
+        poly.TransformPointsToScreen(toScreen);
         const Point origin(0, 0), inner(0.5, 1);
         CHECK((poly.NumPolyPoints() == 0 && !poly.IsPointInside(&inner, 100)));
-        CHECK(poly.GetMinimumEdgeDistance(&origin) == Approx(r.fromOrigin));
+        CHECK(poly.GetMinimumEdgeDistance(&origin) == Approx(fromOrigin));
         poly.InitPolyPoints();
-        const std::vector<Point> outline = outlineOf(poly);
-        REQUIRE(outline.size() == r.outline.size());
-        for (size_t i = 0; i < outline.size(); ++i) {
-            CHECK((outline[i].x == Approx(r.outline[i].x) && outline[i].y == Approx(r.outline[i].y)));
-        }
-        CHECK((poly.IsVisible() == (r.behind != 15) && poly.IsPointInside(&inner, 0) == (r.behind % 2 == 0)));
+        const Points outline = outlineOf(poly);
+        CHECK(std::equal(outline.begin(), outline.end(), expected.begin(), expected.end(),
+                         [](auto& a, auto& b) { return std::abs(a.x - b.x) + std::abs(a.y - b.y) < 1e-9; }));
+        CHECK((poly.IsVisible() == (behind != 15) && poly.IsPointInside(&inner, 0) == (behind % 2 == 0)));
         for (int32_t i = 0; i < 4; ++i) {
             Point corner(-9, -9);
             Edge edge(corner, corner);
-            const bool behind = (r.behind >> i & 1) != 0, none = behind && (r.behind >> (i + 1) % 4 & 1) != 0;
-            CHECK((poly.GetPoint(i, &corner) == !behind && (corner.x == -9) == behind));
-            CHECK((poly.GetEdge(i, &edge) == !none && (edge.first.x == -9) == none));
-            CHECK((behind || edge.first == corner));
+            const bool gone = (behind >> i & 1) != 0, none = gone && (behind >> (i + 1) % 4 & 1) != 0;
+            CHECK((poly.GetPoint(i, &corner) == !gone && (corner.x == -9) == gone));
+            CHECK((poly.GetEdge(i, &edge) == !none && (edge.first.x == -9) == none && (gone || edge.first == corner)));
         }
         // A layer that would be seen as a line has no corner behind, and keeps everything else.
-        poly.TransformPointsToScreen(line);
-        CHECK((poly.IsVisible() && poly.PolyPointsInit() && outlineOf(poly) == outline));
-    }
+        auto same = poly;
+        poly.TransformPointsToScreen(line), same.TransformPointsToEye(line);
+        for (auto* p : {&poly, &same}) CHECK((p->IsVisible() && p->PolyPointsInit() && outlineOf(*p) == outline));
+    };
+    const double cut = 4.5;  // from 10 times the way from z = 1 to z = -1
+    check(kSquare, tilted(2, 0, 0), perspective, 0, {{0, 0}, {5, 0}, {5, 5}, {0, 5}}, 0);
+    check(kSquare, tilted(0.1, 0, 0), flat, 0, kSquare, 0);
+    check(kSquare, tilted(0x1.9999999999999p-4, 0, 0), flat, 15, {}, -1);
+    check(kSquare, tilted(1, 0, -0.2), perspective, 12, {{0, 0}, {10, 0}, {100, 45}, {0, 45}}, 0);
+    check(kSquare, tilted(1, -0.2, -0.2), flat, 14, {{0, 0}, {cut, 0}, {0, cut}}, 0);
+    check(kSquare, tilted(-1, 0.2, 0.2), flat, 1, {{5.5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 5.5}}, 5.5);
+    check(kBowTie, tilted(1, 0, -0.2), flat, 10, {{0, 0}, {cut, cut}, {10, cut}, {10, 0}, {5.5, cut}, {0, cut}}, 0);
 }
 
 TEST_CASE("an outline's memory is the host's") {
@@ -149,17 +127,14 @@ TEST_CASE("an outline's memory is the host's") {
             if (round == 1) poly->InvalidatePolyPoints();
             if (round == 2) poly->TransformPointsToScreen(Zan_Matrix4(true));
             CHECK((poly->NumPolyPoints() == 0 && !poly->PolyPointsInit()));
-            poly->InitPolyPoints();
-            poly->InitPolyPoints();
-            CHECK((poly->PolyPointsInit() && poly->NumPolyPoints() > 2));
-            CHECK(memory().trackedNews == start.trackedNews + 1);
-            CHECK(memory().trackedBytes == start.trackedBytes + 8 * sizeof(Point));
+            for (int again = 0; again < 2; ++again) poly->InitPolyPoints();
+            CHECK(
+                (poly->PolyPointsInit() && poly->NumPolyPoints() > 2 && memory().trackedNews == start.trackedNews + 1));
         }
         Zan_TransformPoly3D copy(*poly);
         CHECK(memory().trackedBytes == start.trackedBytes + (8 + outlineOf(copy).size()) * sizeof(Point));
         copy = *&copy;
         CHECK((copy.PolyPointsInit() && outlineOf(copy) == outlineOf(*poly)));
-        CHECK(copy.GetPolyPoints() != poly->GetPolyPoints());
         copy = none;
         CHECK((copy.NumPolyPoints() == 0 && !copy.PolyPointsInit() && copy.IsVisible()));
         poly.reset();

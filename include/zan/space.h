@@ -30,9 +30,8 @@ struct Zan_Ray {
 /// counterclockwise.
 /// @param points    the outline in order, the last joined to the first
 /// @param count     how many; for a count below 1 plane and centroid are all zeros
-/// @param plane     receives a unit normal, or a shorter one as it is when the sums give at most 1e-12 (fewer than
-/// three
-///                  points, points on one line: zeros), and d = -(centroid . normal)
+/// @param plane     receives a unit normal, or the sums as they are when their length is at most 1e-12 (zeros for fewer
+///                  than three points and for points on one line), and d = -(centroid . normal)
 /// @param centroid  receives the mean of the points; may be null
 /// @return   0
 /// @threads  any
@@ -90,9 +89,8 @@ ZAN_API int32_t Zan_PerpDistTo2DLine(const Zan_Vector2T<double>* p, const Zan_Ve
 /// Clips a segment to a closed rectangle. A segment with an end outside counts as visible only where its bounding box
 /// and the rectangle overlap with positive area, so a horizontal or vertical one is visible only with both ends inside.
 /// @param rect     left <= x <= right and top <= y <= bottom is inside
-/// @param a, b     the ends, moved to the sides of the rectangle where they are outside. Unchanged when the boxes do
-/// not
-///                 overlap; partly clipped when the segment turns out to pass a corner outside
+/// @param a, b     the ends, moved to the sides of the rectangle where they are outside; unchanged when the boxes do
+///                 not overlap, partly clipped when the segment turns out to pass a corner outside
 /// @param visible  receives whether part of the segment is inside
 /// @return   0
 /// @threads  any
