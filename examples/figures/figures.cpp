@@ -113,8 +113,8 @@ bool drawOrder(const std::string& folder) {
         picture.polygon(carried(square, m), kFirst, kFirst);
         const std::string corner = "(0, 0) goes to (" + std::to_string(static_cast<int>(moved[0].x)) + ", " +
                                    std::to_string(static_cast<int>(moved[0].y)) + ")";
-        picture.text({origin.x, 212},
-                     (translateFirst ? "Translate(40, 20), then Scale(2, 2): " : "Scale(2, 2), then Translate(40, 20): "));
+        picture.text({origin.x, 212}, (translateFirst ? "Translate(40, 20), then Scale(2, 2): "
+                                                      : "Scale(2, 2), then Translate(40, 20): "));
         picture.text({origin.x, 228}, corner, kFirst);
     }
     return picture.write(folder + "/order.svg");
@@ -170,7 +170,7 @@ bool drawNearPlane(const std::string& folder) {
         picture.text({corner.x > 320 ? corner.x + 12 : corner.x - 70, corner.y + 6}, "corner " + std::to_string(i));
     }
     picture.text({8, 24}, std::to_string(count) + " outline points; corners behind z = 0.1: " + corners.str() +
-                               "; the cut lies far below the window");
+                              "; the cut lies far below the window");
     return picture.write(folder + "/near_plane.svg");
 }
 
