@@ -40,3 +40,20 @@ function(zan_add_library target exports description)
     zan_link_export_list(${target} ${exports})
   endif()
 endfunction()
+
+# The loops over arrays of points, for the library and, the same way, for the test that tries each form of them.
+function(zan_add_point_kernels target)
+  set(room "${PROJECT_SOURCE_DIR}/matrix")
+  target_sources(${target} PRIVATE "${room}/point_kernels.cpp" "${room}/point_kernels_plain.cpp")
+  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|amd64")
+    set(avx2 -mavx2 -mno-fma)
+    if(WIN32 AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      # GCC moves wide registers to the stack as if it were aligned, which it is not on Windows.
+      list(APPEND avx2 -Wa,-muse-unaligned-vector-move)
+    endif()
+    target_sources(${target} PRIVATE "${room}/point_kernels_avx2.cpp")
+    set_source_files_properties("${room}/point_kernels_avx2.cpp" TARGET_DIRECTORY ${target} PROPERTIES COMPILE_OPTIONS
+                                                                                                       "${avx2}")
+    target_compile_definitions(${target} PRIVATE ZAN_AVX2_KERNEL)
+  endif()
+endfunction()
