@@ -231,9 +231,8 @@ ZAN_API bool Zan_SectFloatRect(const Zan_FloatRect* a, const Zan_FloatRect* b, Z
 
 /// The smallest rectangle that contains a and b. An empty rectangle takes no part.
 /// @param a, b         the rectangles
-/// @param destination  receives the union; may be the same record as a or b. When both are empty it receives a, with
-/// its
-///                     coordinates as they are, or keeps b when it is b
+/// @param destination  receives the union; may be the same record as a or b. When both are empty it receives a as it
+///                     is, or keeps b when it is b
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_UnionRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination);
@@ -254,8 +253,8 @@ ZAN_API int32_t Zan_UnionFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* 
 /// | 5 | a encloses b and no edges coincide |
 /// | 6 | a encloses b |
 /// | 7 | a and b overlap, as Zan_SectRect tells |
-/// | 8 | a and b overlap or touch, if only at a corner; meant for rectangles that are not inverted, not tested for
-/// emptiness |
+/// | 8 | a and b overlap or touch, if only at a corner; no test for emptiness, meant for rectangles not inverted |
+///
 /// @param selector  0 to 8; false for any other
 /// @param a, b      the rectangles
 /// @threads  any
