@@ -80,8 +80,8 @@ TEST_CASE("a NaN loses to the value that is tested against it, a width wraps in 
     CHECK((Zan_SectFloatRect(&first, &b, &first) && same(first, {5, 5, 10, 15})));
     CHECK((Zan_SectFloatRect(&a, &second, &second) && std::isnan(second.left) && std::isnan(second.bottom)));
     CHECK(!Zan_SectFloatRect(&b, &a, nullptr));
-    const Zan_LRect wide = {INT32_MIN, 0, INT32_MAX, 1}, unit = {0, 0, 1, 1};
-    const Zan_Rect wide16 = {0, -32768, 1, 32767}, unit16 = {0, 0, 1, 1};
+    const Zan_LRect wide = {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, unit = {0, 0, 1, 1};
+    const Zan_Rect wide16 = {-32768, -32768, 32767, 32767}, unit16 = {0, 0, 1, 1};
     CHECK((Zan_LRectCompare(4, &wide, &unit) && !Zan_LRectCompare(2, &wide, &unit)));
     CHECK(Zan_RectCompare(2, &wide16, &unit16));
 }
