@@ -1,20 +1,14 @@
 // The rotation that turns the z axis into a direction of view.
 #include "frame/report.h"
 #include "matrix/elements.h"
-#include "matrix/point_rules.h"
-
-#include <cmath>
+#include "matrix/vectors.h"
 
 namespace {
 
-using zan::Vector3;
+using Vector3 = Zan_Vector3T<double>;
 
 constexpr double kHalfPi = 1.5707963267948966;
 
-Vector3 cross(const Vector3& a, const Vector3& b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-double length(const Vector3& v) { return std::sqrt(v.LengthSquared()); }
 // The vector itself when its length is 0.
 Vector3 scaledToUnit(const Vector3& v, double length) {
     if (length == 0.0) return v;
@@ -27,12 +21,12 @@ Vector3 scaledToUnit(const Vector3& v, double length) {
 Zan_Matrix4 Zan_LookAtMatrix(const Vector3& eye, const Vector3& target, const Vector3& up) {
     Zan_Matrix4 turn(true);
     const Vector3 view(target.x - eye.x, target.y - eye.y, target.z - eye.z);
-    const double distance = length(view);
+    const double distance = zan::length(view);
     const Vector3 f = scaledToUnit(view, distance);
-    const Vector3 side = cross(up, f);
-    const Vector3 upright = cross(f, side);
-    const double sideLength = length(side);
-    const double uprightLength = length(upright);
+    const Vector3 side = zan::cross(up, f);
+    const Vector3 upright = zan::cross(f, side);
+    const double sideLength = zan::length(side);
+    const double uprightLength = zan::length(upright);
     if (uprightLength == 0.0 && sideLength == 0.0) {
         if (distance != 0.0) turn.RotateAxis(1.0, 0.0, 0.0, f.y < 0.0 ? kHalfPi : -kHalfPi);
         return turn;

@@ -12,6 +12,20 @@
 
 struct Zan_Matrix4;
 
+/// A quaternion, vector part first. The turn by an angle about a unit axis a is (a * sin(angle/2), cos(angle/2)).
+struct Zan_Quat {
+    double x, y, z, w;
+};
+
+/// A transform of space taken apart: what is done to a row vector is scale, then shear, then rotation, then
+/// translation.
+struct Zan_Matrix4Decomp {
+    double tx, ty, tz;                 ///< translation
+    double sx, sy, sz;                 ///< scale along the three rows; all negative when the matrix mirrors
+    double shearXY, shearXZ, shearYZ;  ///< products of the rows while they are made orthogonal, not divided by a scale
+    double rx, ry, rz;                 ///< angles in radians, in the order of the operation that filled the record
+};
+
 /// @defgroup matrixkinds Kinds of a Zan_Matrix3
 /// The first condition that holds, tested in this order with exact comparisons: perspective when column 2 is not
 /// (0, 0, 1), affine when m01 or m10 is not 0, then by whether m00 and m11 are both 1 and m20 and m21 both 0. A NaN
@@ -77,6 +91,15 @@ struct Zan_Matrix3 {
     [[nodiscard]] ZAN_API double Determinant() const;
     /// Mirrors the elements at the diagonal, in place.
     ZAN_API void Transpose();
+    /// Zan_InverseMatrix in place; throws Zan_Err_CannotInvert, reported, and leaves the matrix as it was where that
+    /// fails.
+    ZAN_API void Invert();
+    /// The same without report or exception.
+    /// @return true when there is no inverse and the matrix is as it was; false when it was replaced by its inverse
+    [[nodiscard]] ZAN_API bool InvertQuiet();
+    /// this := its adjugate, the transpose of the matrix of cofactors: M * adj(M) is the determinant times the
+    /// identity. A singular matrix has one too.
+    ZAN_API void Adjoint();
 
     /// this := rows 0, 1, 3 and columns 0, 1, 3 of m: what m does in the plane z = 0.
     /// @param m  a transform of space
@@ -200,6 +223,19 @@ struct Zan_Matrix4 {
     [[nodiscard]] ZAN_API double Determinant() const;
     /// Mirrors the elements at the diagonal, in place.
     ZAN_API void Transpose();
+    /// Zan_InverseMatrix4 in place; throws Zan_Err_CannotInvert, reported, and leaves the matrix as it was where that
+    /// fails.
+    ZAN_API void Invert();
+    /// The same without report or exception.
+    /// @return true when there is no inverse and the matrix is as it was; false when it was replaced by its inverse
+    [[nodiscard]] ZAN_API bool InvertQuiet();
+
+    /// Zan_DecomposeMatrix4 without a flag; throws Zan_Err_CannotDecompose, reported, where that fails.
+    /// @param out  receives the parts; all zeros after a failure
+    ZAN_API void Decompose(Zan_Matrix4Decomp* out) const;
+    /// Zan_DecomposeMatrix4ZYX without a flag; throws Zan_Err_CannotDecompose, reported, where that fails.
+    /// @param out  receives the parts; all zeros after a failure
+    ZAN_API void DecomposeZYX(Zan_Matrix4Decomp* out) const;
 
     /// @name Building: this := this * step, so that the step is applied after what the matrix did before
     /// The functions of @ref matrixbuilders; angles in radians.
@@ -332,6 +368,62 @@ ZAN_API int32_t Zan_Matrix3ToMatrix4(const Zan_Matrix3* m, Zan_Matrix4* wide);
 /// @return      0
 /// @threads     any
 ZAN_API int32_t Zan_Matrix3ToMatrix4Uniform(const Zan_Matrix3* m, Zan_Matrix4* wide);
+
+/// @}
+
+/// @defgroup matrixinverse Inverses
+/// The output may be the input. The two sizes use different methods and different limits: the pivots of an elimination
+/// for a Zan_Matrix3, the determinant for a Zan_Matrix4, so that a scale by 1e-5 on all four axes counts as singular.
+/// @{
+
+/// The inverse, by elimination with partial pivoting (Gauss and Jordan), quietly.
+/// @param in        the matrix
+/// @param out       receives the inverse; after a failure the identity
+/// @param singular  receives 1 when there is no inverse, else 0; may be null
+/// @return          0; Zan_Err_CannotInvert (0x1107) for a pivot p with -1e-20 < p < 1e-20
+/// @threads         any
+[[nodiscard]] ZAN_API int32_t Zan_InverseMatrixQuiet(const Zan_Matrix3* in, Zan_Matrix3* out, unsigned char* singular);
+
+/// As Zan_InverseMatrixQuiet, with a report.
+/// @param in   the matrix
+/// @param out  receives the inverse; after a failure the identity
+/// @return     0; Zan_Err_CannotInvert (0x1107) for a pivot p with -1e-20 < p < 1e-20
+/// @reports    0x110023 severity 8, "unable to invert matrix."
+/// @threads    any
+[[nodiscard]] ZAN_API int32_t Zan_InverseMatrix(const Zan_Matrix3* in, Zan_Matrix3* out);
+
+/// The inverse, each element of the adjugate divided by the determinant, quietly.
+/// @param in        the matrix
+/// @param out       receives the inverse; after a failure the adjugate, not divided
+/// @param singular  receives 1 when there is no inverse, else 0; may be null
+/// @return          0; Zan_Err_CannotInvert (0x1107) for a determinant with |d| < 1e-16. A NaN determinant gives NaNs
+/// @threads         any
+[[nodiscard]] ZAN_API int32_t Zan_InverseMatrix4Quiet(const Zan_Matrix4* in, Zan_Matrix4* out, unsigned char* singular);
+
+/// As Zan_InverseMatrix4Quiet, with a report.
+/// @param in   the matrix
+/// @param out  receives the inverse; after a failure the adjugate, not divided
+/// @return     0; Zan_Err_CannotInvert (0x1107) for a determinant with |d| < 1e-16
+/// @reports    0x11002D severity 8, "unable to invert matrix."
+/// @threads    any
+[[nodiscard]] ZAN_API int32_t Zan_InverseMatrix4(const Zan_Matrix4* in, Zan_Matrix4* out);
+
+/// The normal matrix, the transpose of the inverse, which carries the normals of surfaces.
+/// @param in   the matrix
+/// @param out  receives the normal matrix; after a failure the adjugate, neither divided nor transposed
+/// @return     0; Zan_Err_CannotInvert (0x1107) for a determinant with |d| < 1e-16
+/// @reports    0x11002D severity 8, "unable to invert matrix."
+/// @threads    any
+[[nodiscard]] ZAN_API int32_t Zan_CalcNormalMatrix4(const Zan_Matrix4* in, Zan_Matrix4* out);
+
+/// The normal matrix, quietly.
+/// @param in        the matrix
+/// @param out       receives the normal matrix; after a failure the transpose of the adjugate
+/// @param singular  receives 1 when there is no inverse, else 0; may be null
+/// @return          0; Zan_Err_CannotInvert (0x1107) for a determinant with |d| < 1e-16
+/// @threads         any
+[[nodiscard]] ZAN_API int32_t Zan_CalcNormalMatrix4Quiet(const Zan_Matrix4* in, Zan_Matrix4* out,
+                                                         unsigned char* singular);
 
 /// @}
 
@@ -543,6 +635,78 @@ ZAN_API int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect
 
 /// @}
 
+/// @defgroup matrixparts Transforms taken apart, quaternions
+/// Angles in radians.
+/// @{
+
+/// Takes a transform apart, after a division of all elements by m33. Row 0 gives sx and the first axis; row 1 without
+/// its share shearXY along that axis gives sy and the second; row 2 without its shares shearXZ and shearYZ gives sz and
+/// the third. Where the three axes mirror, they and the scales are negated, the shears are not. The angles are those of
+/// the axes as rows of R = Rz * Ry * Rx, which Zan_RotateMatrix4XYZ appends. Where |cos ry| < 1e-5 only what the
+/// other two turns make together is known: then rx = 0.
+/// @param m       the transform
+/// @param out     receives the parts; all zeros after a failure
+/// @param failed  set to 1 by a failure, which is then not reported, and otherwise left alone; null to have it reported
+/// @return        0; Zan_Err_CannotDecompose (0x1108) when m33 is 0 or column 3 is otherwise not 0 after the division
+/// @reports       0x11002D severity 8, "unable to decompose matrix.", only without the flag
+/// @threads       any
+/// @libm          asin, cos, atan2, in the angles alone
+[[nodiscard]] ZAN_API int32_t Zan_DecomposeMatrix4(const Zan_Matrix4* m, Zan_Matrix4Decomp* out, unsigned char* failed);
+
+/// The same with the angles of R = Rx * Ry * Rz. Where |cos ry| < 1e-5, rx takes the whole turn and rz = 0; but when
+/// the element (2, 1) is nearer to 0 than 1e-5, rx = 0 and rz is pi if the element (1, 1) is nearly -1, else 0.
+/// @copydetails Zan_DecomposeMatrix4
+[[nodiscard]] ZAN_API int32_t Zan_DecomposeMatrix4ZYX(const Zan_Matrix4* m, Zan_Matrix4Decomp* out,
+                                                      unsigned char* failed);
+
+/// The angles of Zan_DecomposeMatrix4.
+/// @param m           the transform
+/// @param rx, ry, rz  receive the angles; zeros after a failure
+/// @return            0; Zan_Err_CannotDecompose (0x1108) where that gives it
+/// @reports           0x11002D severity 8, "unable to decompose matrix."
+/// @threads           any
+/// @libm              asin, cos, atan2
+[[nodiscard]] ZAN_API int32_t Zan_GetOrderedXYZRotationFromMatrix(const Zan_Matrix4* m, double* rx, double* ry,
+                                                                  double* rz);
+
+/// The angles that Zan_RotateMatrix4XYZ takes for the turn that Zan_RotateMatrix4 makes.
+/// @param ax, ay, az  the axis, of any length but 0
+/// @param radians     the angle
+/// @param rx, ry, rz  receive the angles; zeros after a failure
+/// @return            0; Zan_Result_BadAxis (3) for an axis shorter than 1e-12
+/// @reports           0x11002E severity 8, "unable to build rotation matrix."
+/// @threads           any
+/// @libm              sin, cos, asin, atan2
+[[nodiscard]] ZAN_API int32_t Zan_ConvertAxisAngleToOrderedXYZRotation(double ax, double ay, double az, double radians,
+                                                                       double* rx, double* ry, double* rz);
+
+/// The matrix of a quaternion, which is not brought to unit length: one of length L gives its rotation scaled by L^2.
+/// @param q    the quaternion
+/// @param out  receives the matrix
+/// @return     0
+/// @threads    any
+ZAN_API int32_t Zan_QuatToMatrix4(const Zan_Quat* q, Zan_Matrix4* out);
+
+/// The quaternion of a rotation (Shoemake, 1985), of which only the upper left 3 by 3 elements are read. What is not a
+/// rotation gives a quaternion without meaning.
+/// @param m    the rotation
+/// @param out  receives the quaternion, its w or else its largest component positive
+/// @return     0
+/// @threads    any
+ZAN_API int32_t Zan_Matrix4ToQuat(const Zan_Matrix4* m, Zan_Quat* out);
+
+/// The quaternion between two, along the shorter arc at even speed (Shoemake, 1985); along the straight line when they
+/// are so nearly parallel that 1 - |q0.q1| <= 1e-5. Not brought to unit length.
+/// @param q0, q1  where the way begins and ends; when all components are nearly equal the result is q0
+/// @param t       the share of the way; outside 0 to 1 beyond the ends
+/// @param out     receives the quaternion; may be q0 or q1
+/// @return        0
+/// @threads       any
+/// @libm          acos, sin
+ZAN_API int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_Quat* out);
+
+/// @}
+
 }  // extern "C"
 
 /// The smallest rectangle of whole units around a transformed one: corners as in Zan_TransformRect, then the floor of
@@ -576,6 +740,10 @@ ZAN_API int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect
 
 /// @cond
 namespace zan_layout {
+static_assert(kPlainData<Zan_Quat> && sizeof(Zan_Quat) == 32 && offsetof(Zan_Quat, w) == 24);
+static_assert(kPlainData<Zan_Matrix4Decomp> && sizeof(Zan_Matrix4Decomp) == 96 &&
+              offsetof(Zan_Matrix4Decomp, sx) == 24 && offsetof(Zan_Matrix4Decomp, shearXY) == 48 &&
+              offsetof(Zan_Matrix4Decomp, rx) == 72);
 static_assert(kPlainData<Zan_Matrix3> && sizeof(Zan_Matrix3) == 72 && offsetof(Zan_Matrix3, m01) == 8 &&
               offsetof(Zan_Matrix3, m10) == 24 && offsetof(Zan_Matrix3, m20) == 48 && offsetof(Zan_Matrix3, m22) == 64);
 static_assert(kPlainData<Zan_Matrix4> && sizeof(Zan_Matrix4) == 128 && offsetof(Zan_Matrix4, m01) == 8 &&

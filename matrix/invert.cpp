@@ -1,0 +1,129 @@
+// Inverses: by elimination for a transform of the plane, by the adjugate for one of space; the adjugate and the normal
+// matrix.
+#include "frame/report.h"
+#include "matrix/minors.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double kSmallestPivot = 1e-20;
+constexpr double kSmallestDeterminant = 1e-16;
+
+// A row of the matrix under elimination beside its row of the inverse, whose columns stand in the order of the pivots.
+struct Row {
+    double a[3];
+    double inverse[3];
+    int from;  // the row of the matrix that it was
+};
+
+// The pivot is the first of the rows whose element is larger than that of every later one, so ties go to the later row.
+int pivotAmong(const Row (&rows)[3], int step) {
+    for (int i = step; i < 2; ++i) {
+        const auto larger = [&](int other) { return std::fabs(rows[i].a[step]) > std::fabs(rows[other].a[step]); };
+        if (larger(i + 1) && (i == 1 || larger(2))) return i;
+    }
+    return 2;
+}
+
+// Gauss and Jordan's elimination with partial pivoting; false when there is no inverse.
+bool invert(const Zan_Matrix3& m, zan::Elements<3>& inverse) {
+    Row rows[3] = {{{m.m00, m.m01, m.m02}, {}, 0}, {{m.m10, m.m11, m.m12}, {}, 1}, {{m.m20, m.m21, m.m22}, {}, 2}};
+    for (int step = 0; step < 3; ++step) {
+        // The pivot row comes next, the others keep their order.
+        const int chosen = pivotAmong(rows, step);
+        std::rotate(rows + step, rows + chosen, rows + chosen + 1);
+        Row& pivot = rows[step];
+        if (-kSmallestPivot < pivot.a[step] && pivot.a[step] < kSmallestPivot) return false;
+        const double k = 1.0 / pivot.a[step];
+        for (int c = step + 1; c < 3; ++c) pivot.a[c] *= k;
+        for (int c = 0; c < step; ++c) pivot.inverse[c] *= k;
+        pivot.inverse[step] = k;
+        for (Row& row : rows) {
+            if (&row == &pivot) continue;
+            const double f = -row.a[step];
+            for (int c = step + 1; c < 3; ++c) row.a[c] += f * pivot.a[c];
+            for (int c = 0; c < step; ++c) row.inverse[c] += f * pivot.inverse[c];
+            row.inverse[step] = f * k;
+        }
+    }
+    for (int i = 0; i < 3; ++i) {
+        for (int j = 0; j < 3; ++j) inverse.at[i][rows[j].from] = rows[i].inverse[j];
+    }
+    return true;
+}
+
+int32_t answer(bool inverted, unsigned char* singular) {
+    if (singular != nullptr) *singular = inverted ? 0 : 1;
+    return inverted ? 0 : Zan_Err_CannotInvert;
+}
+
+// The members keep the matrix when it has no inverse.
+template <class Matrix, class Inverse>
+int32_t replace(Matrix& m, Inverse inverse) {
+    Matrix result;
+    const int32_t code = inverse(&m, &result);
+    if (code == 0) m = result;
+    return code;
+}
+
+}  // namespace
+
+int32_t Zan_InverseMatrixQuiet(const Zan_Matrix3* in, Zan_Matrix3* out, unsigned char* singular) {
+    zan::Elements<3> inverse = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
+    const bool inverted = invert(*in, inverse);
+    zan::assign(*out, inverse);
+    return answer(inverted, singular);
+}
+
+int32_t Zan_InverseMatrix(const Zan_Matrix3* in, Zan_Matrix3* out) {
+    const int32_t code = Zan_InverseMatrixQuiet(in, out, nullptr);
+    return code == 0 ? 0 : zan::report(zan::Site::InverseMatrix, code, zan::kNoContext);
+}
+
+int32_t Zan_InverseMatrix4Quiet(const Zan_Matrix4* in, Zan_Matrix4* out, unsigned char* singular) {
+    zan::Elements<4> minors;
+    const double determinant = zan::minorsAndDeterminant(*in, &minors);
+    const bool inverted = !(std::fabs(determinant) < kSmallestDeterminant);
+    zan::Elements<4> result;
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < 4; ++j) {
+            const double cofactor = (i + j) % 2 == 0 ? minors.at[j][i] : -minors.at[j][i];
+            result.at[i][j] = inverted ? cofactor / determinant : cofactor;
+        }
+    }
+    zan::assign(*out, result);
+    return answer(inverted, singular);
+}
+
+int32_t Zan_InverseMatrix4(const Zan_Matrix4* in, Zan_Matrix4* out) {
+    const int32_t code = Zan_InverseMatrix4Quiet(in, out, nullptr);
+    return code == 0 ? 0 : zan::report(zan::Site::TakeApartMatrix4, code, zan::kNoContext);
+}
+
+int32_t Zan_CalcNormalMatrix4(const Zan_Matrix4* in, Zan_Matrix4* out) {
+    const int32_t code = Zan_InverseMatrix4(in, out);
+    return code != 0 ? code : Zan_TransposeMatrix4(out, out);
+}
+
+int32_t Zan_CalcNormalMatrix4Quiet(const Zan_Matrix4* in, Zan_Matrix4* out, unsigned char* singular) {
+    const int32_t code = Zan_InverseMatrix4Quiet(in, out, singular);
+    Zan_TransposeMatrix4(out, out);
+    return code;
+}
+
+void Zan_Matrix3::Invert() { zan::throwIfFailed(replace(*this, Zan_InverseMatrix)); }
+bool Zan_Matrix3::InvertQuiet() {
+    return replace(*this, [](auto* in, auto* out) { return Zan_InverseMatrixQuiet(in, out, nullptr); }) != 0;
+}
+void Zan_Matrix4::Invert() { zan::throwIfFailed(replace(*this, Zan_InverseMatrix4)); }
+bool Zan_Matrix4::InvertQuiet() {
+    return replace(*this, [](auto* in, auto* out) { return Zan_InverseMatrix4Quiet(in, out, nullptr); }) != 0;
+}
+
+void Zan_Matrix3::Adjoint() {
+    zan::assign(*this, {{{m11 * m22 - m12 * m21, m02 * m21 - m01 * m22, m01 * m12 - m02 * m11},
+                         {m20 * m12 - m10 * m22, m00 * m22 - m02 * m20, m02 * m10 - m00 * m12},
+                         {m10 * m21 - m20 * m11, m01 * m20 - m00 * m21, m00 * m11 - m01 * m10}}});
+}
