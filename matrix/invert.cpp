@@ -3,8 +3,8 @@
 #include "frame/report.h"
 #include "matrix/minors.h"
 
-#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -18,36 +18,43 @@ struct Row {
     int from;  // the row of the matrix that it was
 };
 
-// The pivot is the first of the rows whose element is larger than that of every later one, so ties go to the later row.
-int pivotAmong(const Row (&rows)[3], int step) {
-    for (int i = step; i < 2; ++i) {
-        const auto larger = [&](int other) { return std::fabs(rows[i].a[step]) > std::fabs(rows[other].a[step]); };
-        if (larger(i + 1) && (i == 1 || larger(2))) return i;
-    }
-    return 2;
+// Moves the pivot row up to its step; the others keep their order. It is the first of the rows whose element is larger
+// than that of every later one, so ties go to the later row.
+template <int step>
+void movePivotUp(Row (&rows)[3]) {
+    const double sizes[] = {std::fabs(rows[0].a[step]), std::fabs(rows[1].a[step]), std::fabs(rows[2].a[step])};
+    if (step == 0 && sizes[0] > sizes[1] && sizes[0] > sizes[2]) return;
+    const bool last = !(sizes[1] > sizes[2]);
+    if (step < 2 && last) std::swap(rows[1], rows[2]);
+    if (step == 0) std::swap(rows[0], rows[1]);
 }
 
-// Gauss and Jordan's elimination with partial pivoting; false when there is no inverse.
+// One step of Gauss and Jordan's elimination with partial pivoting; false when the pivot is too small. All indices are
+// constants, so that the rows stay in registers.
+template <int step>
+bool eliminate(Row (&rows)[3]) {
+    movePivotUp<step>(rows);
+    Row& pivot = rows[step];
+    if (-kSmallestPivot < pivot.a[step] && pivot.a[step] < kSmallestPivot) return false;
+    const double k = 1.0 / pivot.a[step];
+    for (int c = step + 1; c < 3; ++c) pivot.a[c] *= k;
+    for (int c = 0; c < step; ++c) pivot.inverse[c] *= k;
+    pivot.inverse[step] = k;
+    for (int r = 0; r < 3; ++r) {
+        if (r == step) continue;
+        Row& row = rows[r];
+        const double f = -row.a[step];
+        for (int c = step + 1; c < 3; ++c) row.a[c] += f * pivot.a[c];
+        for (int c = 0; c < step; ++c) row.inverse[c] += f * pivot.inverse[c];
+        row.inverse[step] = f * k;
+    }
+    return true;
+}
+
+// False when there is no inverse.
 bool invert(const Zan_Matrix3& m, zan::Elements<3>& inverse) {
     Row rows[3] = {{{m.m00, m.m01, m.m02}, {}, 0}, {{m.m10, m.m11, m.m12}, {}, 1}, {{m.m20, m.m21, m.m22}, {}, 2}};
-    for (int step = 0; step < 3; ++step) {
-        // The pivot row comes next, the others keep their order.
-        const int chosen = pivotAmong(rows, step);
-        std::rotate(rows + step, rows + chosen, rows + chosen + 1);
-        Row& pivot = rows[step];
-        if (-kSmallestPivot < pivot.a[step] && pivot.a[step] < kSmallestPivot) return false;
-        const double k = 1.0 / pivot.a[step];
-        for (int c = step + 1; c < 3; ++c) pivot.a[c] *= k;
-        for (int c = 0; c < step; ++c) pivot.inverse[c] *= k;
-        pivot.inverse[step] = k;
-        for (Row& row : rows) {
-            if (&row == &pivot) continue;
-            const double f = -row.a[step];
-            for (int c = step + 1; c < 3; ++c) row.a[c] += f * pivot.a[c];
-            for (int c = 0; c < step; ++c) row.inverse[c] += f * pivot.inverse[c];
-            row.inverse[step] = f * k;
-        }
-    }
+    if (!eliminate<0>(rows) || !eliminate<1>(rows) || !eliminate<2>(rows)) return false;
     for (int i = 0; i < 3; ++i) {
         for (int j = 0; j < 3; ++j) inverse.at[i][rows[j].from] = rows[i].inverse[j];
     }

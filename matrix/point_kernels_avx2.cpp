@@ -3,6 +3,7 @@
 // for the plain form. This file is compiled for AVX2: it may include nothing that defines a function.
 #include <immintrin.h>
 
+#include <cstddef>
 #include <cstdint>
 
 #include "matrix/point_kernels.h"
@@ -64,7 +65,7 @@ void storeSpace(double* p, const Space& q) {
 }
 
 // Calls block(first double of four points) for each whole block, until one returns false; the number of points done.
-template <int components, class Block>
+template <std::ptrdiff_t components, class Block>
 int32_t blocks(int32_t count, void* points, Block block) {
     auto* p = static_cast<double*>(points);
     int32_t done = 0;
