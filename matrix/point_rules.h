@@ -2,6 +2,7 @@
 #ifndef ZAN_MATRIX_POINT_RULES_H
 #define ZAN_MATRIX_POINT_RULES_H
 
+#include "matrix/vectors.h"
 #include "zan/matrix.h"
 
 namespace zan {
@@ -9,9 +10,6 @@ namespace zan {
 using Vector2 = Zan_Vector2T<double>;
 using Vector3 = Zan_Vector3T<double>;
 using Vector4 = Zan_Vector4T<double>;
-
-/// A homogeneous w that nothing is divided by. NaN is not near zero.
-inline bool nearZero(double w) { return -1e-12 < w && w < 1e-12; }
 
 inline Vector2 affine(const Zan_Matrix3& m, const Vector2& p) {
     return {p.x * m.m00 + p.y * m.m10 + m.m20, p.x * m.m01 + p.y * m.m11 + m.m21};

@@ -8,10 +8,6 @@
 
 namespace {
 
-constexpr double kShort = 1e-12;  // what is shorter has no direction
-
-bool isShort(double x) { return -kShort < x && x < kShort; }
-
 int32_t append(Zan_Matrix4* m, const zan::Elements<4>& elements) {
     Zan_Matrix4 step;
     zan::assign(step, elements);
@@ -29,7 +25,7 @@ int32_t turnAboutOwnAxes(double rx, double ry, double rz, Zan_Matrix4* m) {
         zan::Vector4 axis = step.axis;
         int32_t code = Zan_TransformVector4(m, 1, &axis);
         if (code != 0) return code;
-        if (isShort(axis.x) && isShort(axis.y) && isShort(axis.z)) continue;
+        if (zan::nearZero(axis.x) && zan::nearZero(axis.y) && zan::nearZero(axis.z)) continue;
         code = Zan_RotateMatrix4(axis.x, axis.y, axis.z, step.radians, m);
         if (code != 0) return code;
     }
@@ -48,7 +44,7 @@ int32_t Zan_ScaleMatrix4(double sx, double sy, double sz, Zan_Matrix4* m) {
 
 int32_t Zan_RotateMatrix4(double ax, double ay, double az, double radians, Zan_Matrix4* m) {
     const double length = std::sqrt(ax * ax + ay * ay + az * az);
-    if (isShort(length)) {
+    if (zan::nearZero(length)) {
         zan::reportText(zan::Site::RotateMatrix4, zan::Message::CannotBuildRotation);
         return Zan_Result_BadAxis;
     }

@@ -1,4 +1,4 @@
-// Dot and cross products and lengths in the one order of sums that all of the library uses.
+// What is as good as zero, dot and cross products and lengths, in the one order of sums that all of the library uses.
 #ifndef ZAN_MATRIX_VECTORS_H
 #define ZAN_MATRIX_VECTORS_H
 
@@ -7,6 +7,9 @@
 #include <cmath>
 
 namespace zan {
+
+/// A w that nothing is divided by, a length without direction, a ray along a plane. NaN is not near zero.
+inline bool nearZero(double x) { return -1e-12 < x && x < 1e-12; }
 
 inline double dot(const Zan_Vector3T<double>& a, const Zan_Vector3T<double>& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;

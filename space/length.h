@@ -4,14 +4,9 @@
 
 #include <cmath>
 
-#include "matrix/point_rules.h"
+#include "matrix/vectors.h"
 
 namespace zan {
-
-inline double dot(const Zan_Vector3T<double>& a, const Zan_Vector3T<double>& b) {
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-inline double length(const Zan_Vector3T<double>& v) { return std::sqrt(v.LengthSquared()); }
 
 /// Brings a vector to unit length; false, and it stays as it is, when it is too short.
 inline bool normalize(Zan_Vector3T<double>& v) {
