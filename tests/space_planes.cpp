@@ -77,4 +77,6 @@ TEST_CASE("a quadrilateral seen edge-on") {
     check(same, far, true, 0), check(same, far, false, seen), check(halved, far, false, seen);
     check(turned, face, true, std::cos(1.0)), check(turned, face, false, 1);
     check(point, face, true, 9), check(same, eye, false, 9);
+    bool edgeOn = true;
+    CHECK((Zan_IsQuadEdgeOn(&same, face, 1, true, &edgeOn) == 0 && !edgeOn));  // a cosine of exactly 1
 }
