@@ -43,6 +43,19 @@ TEST_CASE("a point of space to the screen") {
     }
 }
 
+TEST_CASE("a half turn of a layer without depth is a mirrored scale") {
+    const auto check = [](double rx, double ry, const Point2& scale, const Point3& turn) {
+        CAPTURE(rx, ry);
+        Zan_Matrix4Decomp d{1, 2, 3, 2, 3, 5, 6, 7, 8, rx, ry, 0.2};
+        CHECK(Zan_Correct3DDecompFor2D(&d) == 0);
+        CHECK(sameDoubles(d, Zan_Matrix4Decomp{1, 2, 3, scale.x, scale.y, 1, 6, 7, 8, turn.x, turn.y, turn.z}));
+    };
+    constexpr double kPi = 3.141592653589793;
+    check(kPi, 0.3, {2, -3}, {0, -0.3, -0.2}), check(0.3, -kPi, {-2, 3}, {-0.3, 0, -0.2});
+    check(-kPi, kPi, {-2, -3}, {-0.0, 0, 0.2}),
+        check(kPi - 0.001, kPi + 1e-13, {2, 3}, {kPi - 0.001, kPi + 1e-13, 0.2});
+}
+
 TEST_CASE("a point turned about a centre, rounded where it is stated") {
     Random random(53);
     for (int round = 0; round < 20000; ++round) {

@@ -150,6 +150,19 @@ ZAN_API bool Zan_TransformPoint2DtoScreen(const Zan_Matrix3& m1, const Zan_Matri
 [[nodiscard]] ZAN_API std::pair<Zan_Vector2T<double>, Zan_Vector2T<double>> Zan_ComputeDirectionalComponents(
     const Zan_Matrix3& m);
 
+extern "C" {
+
+/// Rewrites the decomposition of a layer without depth: a rotation about x or about y that is a half turn, to within
+/// 1e-12 degrees, becomes a mirrored scale. Half turns are found before anything is changed, x is rewritten first. A
+/// half turn about x negates ry, sy and rz, one about y negates rx, sx and rz; the angle itself becomes 0. Translation
+/// and shears stay.
+/// @param decomposition  rewritten; sz becomes 1 in any case
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_Correct3DDecompFor2D(Zan_Matrix4Decomp* decomposition);
+
+}  // extern "C"
+
 /// Rotates a point about a centre: counterclockwise with y upward, clockwise on a screen. Calculated in double
 /// precision from the single-precision difference of the two, by sine and cosine of degrees - 90, and rounded to single
 /// precision before the centre is added.
