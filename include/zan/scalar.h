@@ -4,6 +4,19 @@
 
 #include "zan/types.h"
 
+/// @defgroup ratiostatus Status byte of the ratio operations
+/// What it holds on entry, any sum of Zan_RatioAllow..., and afterwards.
+/// @{
+inline constexpr uint8_t Zan_RatioAllowHalving = 1;        ///< division may halve both terms of a divisor
+inline constexpr uint8_t Zan_RatioAllowApproximation = 2;  ///< an approximation will do
+inline constexpr uint8_t Zan_RatioExact = 0;               ///< the result is exact
+inline constexpr uint8_t Zan_RatioFailed = 1;              ///< the result does not fit; the destination is {0, 0}
+inline constexpr uint8_t Zan_RatioApproximated = 2;        ///< the result is the best approximation
+/// The status pointer that allows everything silently; never dereferenced.
+inline uint8_t* const Zan_kRatioApproximate =
+    reinterpret_cast<uint8_t*>(UINTPTR_MAX);  // NOLINT(performance-no-int-to-ptr)
+/// @}
+
 extern "C" {
 
 /// @defgroup integers Integers and bits
@@ -137,6 +150,182 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 ///           <= -129; in the same ranges as for Zan_Fix24Mul the returned value alone tells
 /// @threads  any
 [[nodiscard]] ZAN_API Zan_Fix24 Zan_Fix24Ratio(int32_t numerator, int32_t denominator);
+/// @}
+
+/// @defgroup ratios Ratios
+/// Exact arithmetic on 32-bit ratios. Values need not be in lowest terms; a denominator of 0 is invalid as an operand
+/// and is reported. What fails leaves {0, 0} in its destination unless its entry says otherwise. A destination may be
+/// one of the inputs.
+///
+/// Sums, differences and products are formed in 32 bits. When the plain form may overflow (Zan_MulWouldOverflow is
+/// cautious) common factors are cancelled and it is tried again; a result that does not fit then has failed, or is
+/// approximated in double precision if the caller's status pointer allows it:
+///
+/// | status pointer | approximation | halving of a divisor | failure |
+/// |---|---|---|---|
+/// | null | no | no | reported and returned |
+/// | Zan_kRatioApproximate | yes, silently | yes, silently | reported and returned |
+/// | a byte | with Zan_RatioAllowApproximation set on entry | with Zan_RatioAllowHalving set on entry | code 0, the
+/// byte tells |
+///
+/// The byte is cleared when it has been read and receives Zan_RatioExact, Zan_RatioFailed or Zan_RatioApproximated. A
+/// zero denominator is reported and returned in every mode, and leaves the byte cleared.
+///
+/// A numerator of -2^31 is a value like any other and counts with its magnitude 2^31: no product with it fits unless it
+/// can be reduced first, and as a subtrahend it must be reduced first. It never gives a wrong value.
+/// @{
+
+/// A ratio in lowest terms.
+/// @param source       any record; one with denominator 0 is copied as it is
+/// @param destination  receives it; zero over anything below 2^31 becomes 0/1
+/// @param changed      receives whether the terms had a common divisor other than 1; may be null. True also for zero
+/// over
+///                     2^31 or more, which is copied as it is
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_ReduceRatio(const Zan_Ratio* source, Zan_Ratio* destination, bool* changed);
+
+/// The reciprocal of a ratio. A denominator of 2^31 or more is reduced first, or where it cannot be, both terms are
+/// halved and truncated.
+/// @param source       any record; the reciprocal of a zero has denominator 0, which is no error here
+/// @param destination  receives the denominator with the old sign over the magnitude of the numerator
+/// @param exact        receives false when the terms were halved, true otherwise; may be null
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_RecipRatio(const Zan_Ratio* source, Zan_Ratio* destination, bool* exact);
+
+/// A ratio over another denominator. The numerator newDenominator / denominator * numerator is formed in double
+/// precision and rounded as Zan_RoundDouble does.
+/// @param source          the ratio
+/// @param newDenominator  1 to 2^32 - 1
+/// @param destination     receives it; {0, 0} on failure
+/// @param exact           receives whether the value is unchanged, false on overflow; not written for a zero
+/// denominator;
+///                        may be null
+/// @param overflow        receives whether the numerator does not fit, false for a zero denominator; when null, an
+///                        overflow is an error
+/// @return   0; Zan_Err_ZeroDenominator (0x1106); Zan_Err_Overflow (0x1102) when overflow is null
+/// @reports  0x110012 "zero denominator converting ratio denominators."; 0x110012 "overflow converting ratio
+///           denominators." when overflow is null
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_ConvRatio(const Zan_Ratio* source, uint32_t newDenominator, Zan_Ratio* destination,
+                                            bool* exact, bool* overflow);
+
+/// As Zan_ConvRatio for the numerator alone.
+/// @param numerator       every value
+/// @param oldDenominator  1 to 2^32 - 1
+/// @param newDenominator  1 to 2^32 - 1
+/// @param destination     receives the new numerator; 0 on failure
+/// @param overflow        as in Zan_ConvRatio
+/// @return   as Zan_ConvRatio
+/// @reports  0x110013, the texts of Zan_ConvRatio
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_ShortConvRatio(int32_t numerator, uint32_t oldDenominator, uint32_t newDenominator,
+                                                 int32_t* destination, bool* overflow);
+
+/// The ratio nearest to a value that is first rounded to single precision, with both terms at most 2^30, in lowest
+/// terms.
+/// @param value        a size above 2^30 is clipped to 2^30 / 1, one below about 2^-31 gives 0/1
+/// @param destination  receives the ratio; {0, 0} on overflow
+/// @param overflow     receives whether value is infinite, NaN, or at least 2^31 in size; not null
+/// @return   0
+/// @threads  any
+ZAN_API int32_t Zan_FpLong2Ratio(double value, Zan_Ratio* destination, bool* overflow);
+
+/// The sum a + b.
+/// @param a, b         the operands
+/// @param destination  receives the sum, not necessarily in lowest terms; {0, 0} on failure
+/// @param status       null, Zan_kRatioApproximate, or a byte that is read and written
+/// @return   0; Zan_Err_ZeroDenominator (0x1106); Zan_Err_Overflow (0x1102) without a status byte
+/// @reports  0x110010 "zero denominator in ratio addition."; 0x110010 "overflow in ratio addition." without a status
+/// byte
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_AddRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination,
+                                           uint8_t* status);
+/// The difference a - b.
+/// @param a, b         the operands
+/// @param destination  receives the difference, not necessarily in lowest terms; {0, 0} on failure
+/// @param status       as in Zan_AddRatio
+/// @return   as Zan_AddRatio
+/// @reports  0x110010 as Zan_AddRatio, "... in ratio subtraction."
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_SubRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination,
+                                           uint8_t* status);
+/// The product a * b.
+/// @param a, b         the operands
+/// @param destination  receives the product, not necessarily in lowest terms; {0, 0} on failure
+/// @param status       as in Zan_AddRatio
+/// @return   as Zan_AddRatio
+/// @reports  0x110011 as Zan_AddRatio, "... in ratio multiply."
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_MulRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination,
+                                           uint8_t* status);
+/// The quotient a / b, as the product of a and the reciprocal of b. A denominator of b from 2^31 on cannot become a
+/// numerator: where halving is allowed both terms of b are halved and truncated first, else the division fails.
+/// @param a, b         the operands
+/// @param destination  receives the quotient, not necessarily in lowest terms; {0, 0} on failure
+/// @param status       as in Zan_AddRatio; bit value 2 is also added to a byte when the divisor was halved
+/// @return   as Zan_AddRatio
+/// @reports  0x110011 "zero denominator in ratio multiply." also for a divisor that is 0; 0x110011 "overflow in ratio
+///           multiply." without a status byte; 0x110011 "overflow in ratio divide." with a null status pointer for a
+///           divisor that cannot become a numerator
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_DivRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination,
+                                           uint8_t* status);
+
+/// The order of two ratios, exact for denominators below 2^31; with larger ones, two values whose difference does not
+/// fit are compared in double precision.
+/// @param a, b   the operands
+/// @param order  receives a negative value when a < b, 0 when they are equal, a positive one when a > b; its size means
+///               nothing. 0 on failure
+/// @return   0; Zan_Err_ZeroDenominator (0x1106)
+/// @reports  0x110010 "zero denominator comparing ratios."
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_CompareRatio(const Zan_Ratio* a, const Zan_Ratio* b, int32_t* order);
+
+/// The smaller of two ratios.
+/// @param a, b         the operands
+/// @param destination  receives a when they are equal; {0, 0} on failure
+/// @return   as Zan_CompareRatio
+/// @reports  as Zan_CompareRatio
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_MinRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination);
+/// The larger of two ratios.
+/// @copydetails Zan_MinRatio
+[[nodiscard]] ZAN_API int32_t Zan_MaxRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination);
+
+/// A ratio clipped to a range.
+/// @param value        the ratio
+/// @param low, high    the range, both ends included
+/// @param destination  receives low, value or high; {0, 0} when value is invalid; not written when low or high is
+///                     invalid or low is above high
+/// @return   0; Zan_Err_ZeroDenominator (0x1106); the platform's result when low is above high
+/// @reports  as Zan_CompareRatio; 0x110018 platform code 3 "invalid rational range"
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_ClipRatio(const Zan_Ratio* value, const Zan_Ratio* low, const Zan_Ratio* high,
+                                            Zan_Ratio* destination);
+
+/// A ratio clipped to a span.
+/// @param value          the ratio
+/// @param start, length  the span from start to start + length, both ends included
+/// @param destination    receives start, value or the end; {0, 0} on failure
+/// @return   0; Zan_Err_ZeroDenominator (0x1106); Zan_Err_Overflow (0x1102) when the end is needed and does not fit
+/// @reports  as Zan_CompareRatio; 0x110010 as Zan_AddRatio, "... in ratio span."
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_ClipRatioToSpan(const Zan_Ratio* value, const Zan_Ratio* start,
+                                                  const Zan_Ratio* length, Zan_Ratio* destination);
+
+/// A span clipped to another one.
+/// @param start1, length1    the span that is clipped
+/// @param start2, length2    the span to which it is clipped
+/// @param destinationStart   receives start 1 clipped to span 2; {0, 0} on any failure
+/// @param destinationLength  receives the length up to the clipped end; {0, 0} on any failure
+/// @return   as Zan_ClipRatioToSpan
+/// @reports  as Zan_ClipRatioToSpan; 0x110010 as Zan_AddRatio and Zan_SubRatio
+/// @threads  any
+[[nodiscard]] ZAN_API int32_t Zan_ClipSpanToSpan(const Zan_Ratio* start1, const Zan_Ratio* length1,
+                                                 const Zan_Ratio* start2, const Zan_Ratio* length2,
+                                                 Zan_Ratio* destinationStart, Zan_Ratio* destinationLength);
 /// @}
 
 /// @defgroup tables Lookup tables

@@ -1,0 +1,155 @@
+// Sum, difference, product and quotient of ratios: exact in 32 bits as long as it can be, with common factors cancelled
+// when it cannot, and in double precision only where the caller allows it.
+#include <utility>
+
+#include "scalar/integers.h"
+#include "scalar/ratio.h"
+
+using zan::addWouldOverflow;
+using zan::Message;
+using zan::multiplyWouldOverflow;
+using zan::Site;
+
+zan::StatusMode zan::readStatus(uint8_t* status) {
+    if (status == nullptr) return {nullptr, false};
+    if (status == Zan_kRatioApproximate) return {nullptr, true};
+    const bool mayApproximate = (*status & Zan_RatioAllowApproximation) != 0;
+    *status = Zan_RatioExact;
+    return {status, mayApproximate};
+}
+
+namespace {
+
+using zan::StatusMode;
+
+// What division adds to the status byte.
+constexpr uint8_t kDivisorHalved = 2;
+
+std::optional<Zan_Ratio> sumAsItIs(const Zan_Ratio& a, const Zan_Ratio& b, bool subtract) {
+    if (subtract && b.num == INT32_MIN) return std::nullopt;  // it has no negative
+    const Zan_Ratio other = {subtract ? -b.num : b.num, b.den};
+    if (a.num == 0) return other;
+    if (other.num == 0) return a;
+    if (a.den == other.den && !addWouldOverflow(a.num, other.num)) return Zan_Ratio{a.num + other.num, a.den};
+    const uint32_t divisor = zan::greatestCommonDivisor(a.den, other.den);
+    const uint32_t factorA = other.den / divisor;
+    const uint32_t factorB = a.den / divisor;
+    // This also holds both factors below 2^31.
+    if (multiplyWouldOverflow(factorA, a.den)) return std::nullopt;
+    const auto signedA = static_cast<int32_t>(factorA);
+    const auto signedB = static_cast<int32_t>(factorB);
+    if (multiplyWouldOverflow(signedA, a.num) || multiplyWouldOverflow(signedB, other.num)) return std::nullopt;
+    const int32_t first = signedA * a.num;
+    const int32_t second = signedB * other.num;
+    if (addWouldOverflow(first, second)) return std::nullopt;
+    return Zan_Ratio{first + second, factorA * a.den};
+}
+
+std::optional<Zan_Ratio> productAsItIs(const Zan_Ratio& a, const Zan_Ratio& b) {
+    if (multiplyWouldOverflow(a.den, b.den) || multiplyWouldOverflow(a.num, b.num)) return std::nullopt;
+    return Zan_Ratio{a.num * b.num, a.den * b.den};
+}
+
+std::optional<Zan_Ratio> exactProduct(Zan_Ratio a, Zan_Ratio b) {
+    if (const auto plain = productAsItIs(a, b)) return plain;
+    bool changed = zan::reduce(&a);
+    changed |= zan::reduce(&b);
+    std::swap(a.num, b.num);
+    changed |= zan::reduce(&a);
+    changed |= zan::reduce(&b);
+    return changed ? productAsItIs(a, b) : std::nullopt;
+}
+
+double sum(const Zan_Ratio& a, const Zan_Ratio& b) { return zan::toDouble(a) + zan::toDouble(b); }
+double difference(const Zan_Ratio& a, const Zan_Ratio& b) { return zan::toDouble(a) - zan::toDouble(b); }
+double product(const Zan_Ratio& a, const Zan_Ratio& b) { return zan::toDouble(a) * zan::toDouble(b); }
+
+struct Operation {
+    Site site;
+    Message context;
+    double (*approximate)(const Zan_Ratio& a, const Zan_Ratio& b);
+};
+
+// Writes the exact result; where there is none, approximates if that is allowed. Then tells in the way that the caller
+// chose.
+int32_t finish(std::optional<Zan_Ratio> result, const Operation& operation, const Zan_Ratio& a, const Zan_Ratio& b,
+               const StatusMode& mode, Zan_Ratio* destination) {
+    uint8_t outcome = Zan_RatioExact;
+    if (!result) {
+        if (mode.mayApproximate) result = zan::ratioFromDouble(operation.approximate(a, b));
+        outcome = result ? Zan_RatioApproximated : Zan_RatioFailed;
+    }
+    *destination = result.value_or(zan::kFailedRatio);
+    if (mode.byte != nullptr) {
+        *mode.byte = outcome;
+        return 0;
+    }
+    return result ? 0 : zan::report(operation.site, Zan_Err_Overflow, operation.context);
+}
+
+}  // namespace
+
+std::optional<Zan_Ratio> zan::exactSum(Zan_Ratio a, Zan_Ratio b, bool subtract) {
+    for (;;) {
+        if (const auto plain = sumAsItIs(a, b, subtract)) return plain;
+        const bool changedA = reduce(&a);
+        const bool changedB = reduce(&b);
+        if (!changedA && !changedB) return std::nullopt;
+    }
+}
+
+int32_t zan::addRatios(const Zan_Ratio& a, const Zan_Ratio& b, bool subtract, Message context, Zan_Ratio* destination,
+                       uint8_t* status) {
+    const StatusMode mode = readStatus(status);
+    const int32_t invalid = checkDenominators(a.den, b.den, Site::RatioSum, context);
+    if (invalid != 0) {
+        *destination = kFailedRatio;
+        return invalid;
+    }
+    const Operation operation = {Site::RatioSum, context, subtract ? difference : sum};
+    return finish(exactSum(a, b, subtract), operation, a, b, mode, destination);
+}
+
+int32_t Zan_AddRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination, uint8_t* status) {
+    return zan::addRatios(*a, *b, false, Message::InRatioAddition, destination, status);
+}
+
+int32_t Zan_SubRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination, uint8_t* status) {
+    return zan::addRatios(*a, *b, true, Message::InRatioSubtraction, destination, status);
+}
+
+int32_t Zan_MulRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination, uint8_t* status) {
+    const StatusMode mode = zan::readStatus(status);
+    const int32_t invalid = zan::checkDenominators(a->den, b->den, Site::RatioProduct, Message::InRatioMultiply);
+    if (invalid != 0) {
+        *destination = zan::kFailedRatio;
+        return invalid;
+    }
+    const Operation operation = {Site::RatioProduct, Message::InRatioMultiply, product};
+    return finish(exactProduct(*a, *b), operation, *a, *b, mode, destination);
+}
+
+int32_t Zan_DivRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination, uint8_t* status) {
+    Zan_Ratio divisor = *b;
+    uint8_t* const byte = status == Zan_kRatioApproximate ? nullptr : status;
+    bool halved = false;
+    if (divisor.den >= zan::kUnsignedOnly) {
+        const bool mayHalve = byte != nullptr ? (*byte & Zan_RatioAllowHalving) != 0 : status != nullptr;
+        if (!mayHalve) {
+            *destination = zan::kFailedRatio;
+            if (byte == nullptr) return zan::report(Site::RatioProduct, Zan_Err_Overflow, Message::InRatioDivide);
+            *byte = Zan_RatioFailed;
+            return 0;
+        }
+        divisor = {divisor.num / 2, divisor.den / 2};
+        halved = true;
+    }
+    Zan_Ratio reciprocal = divisor;  // with a zero denominator it stays as it is, for the multiplication to report
+    if (divisor.den != 0) {
+        const auto num = static_cast<int32_t>(divisor.den);
+        reciprocal = {divisor.num < 0 ? -num : num, zan::magnitude(divisor.num)};
+    }
+    const int32_t result = Zan_MulRatio(a, &reciprocal, destination, status);
+    if (halved && byte != nullptr) *byte = static_cast<uint8_t>(*byte | kDivisorHalved);
+    return result;
+}
