@@ -68,8 +68,9 @@ void storeSpace(double* p, const Space& q) {
 template <std::ptrdiff_t components, class Block>
 int32_t blocks(int32_t count, void* points, Block block) {
     auto* p = static_cast<double*>(points);
+    constexpr std::ptrdiff_t stride = 4 * components;
     int32_t done = 0;
-    for (; done <= count - 4; done += 4, p += 4 * components) {
+    for (; done <= count - 4; done += 4, p += stride) {
         if (!block(p)) break;
     }
     return done;

@@ -250,6 +250,8 @@ private:
 /// @defgroup clipping Clipping
 /// @{
 
+extern "C" {
+
 /// The part of a polygon that lies inside a convex one, cut by the line of each of its edges in turn (Sutherland and
 /// Hodgman, 1974). Only x and y decide. A vertex is inside a line when their cross product is below -1e-6; on the line
 /// is outside, so polygons that touch have nothing in common.
@@ -262,6 +264,8 @@ private:
 ZAN_API void Zan_PolyPolyClip2D(const std::vector<Zan_Vector4T<double>>* clipPolygon,
                                 const std::vector<Zan_Vector4T<double>>* subject,
                                 std::vector<Zan_Vector4T<double>>* result);
+
+}  // extern "C"
 
 /// @}
 
