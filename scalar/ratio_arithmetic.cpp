@@ -90,12 +90,11 @@ int32_t finish(std::optional<Zan_Ratio> result, const Operation& operation, cons
 }  // namespace
 
 std::optional<Zan_Ratio> zan::exactSum(Zan_Ratio a, Zan_Ratio b, bool subtract) {
-    for (;;) {
-        if (const auto plain = sumAsItIs(a, b, subtract)) return plain;
-        const bool changedA = reduce(&a);
-        const bool changedB = reduce(&b);
-        if (!changedA && !changedB) return std::nullopt;
-    }
+    if (const auto plain = sumAsItIs(a, b, subtract)) return plain;
+    // What has been reduced reduces no further, so one more try is enough.
+    bool changed = reduce(&a);
+    changed |= reduce(&b);
+    return changed ? sumAsItIs(a, b, subtract) : std::nullopt;
 }
 
 int32_t zan::addRatios(const Zan_Ratio& a, const Zan_Ratio& b, bool subtract, Message context, Zan_Ratio* destination,

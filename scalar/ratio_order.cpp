@@ -56,7 +56,12 @@ int32_t clipToSpan(const Zan_Ratio& value, const Zan_Ratio& start, const Zan_Rat
 
 }  // namespace
 
-int32_t Zan_CompareRatio(const Zan_Ratio* a, const Zan_Ratio* b, int32_t* order) { return orderRatios(*a, *b, order); }
+int32_t Zan_CompareRatio(const Zan_Ratio* a, const Zan_Ratio* b, int32_t* order) {
+    // Copies, since the order may be written into one of them.
+    const Zan_Ratio first = *a;
+    const Zan_Ratio second = *b;
+    return orderRatios(first, second, order);
+}
 
 int32_t Zan_MinRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination) {
     return choose(*a, *b, true, destination);

@@ -37,7 +37,7 @@ const Row kRows[] = {
     {kAdd, {kMax, 2}, {1, 1}, 2, {kClip, 1}, 2}, {kSub, {-kMax, 2}, {1, 1}, kAllOnes, {-kClip, 1}},
     // a zero denominator; the least numerator, which has no negative and reduces like any other
     {kAdd, {1, 2}, {1, 0}, 3, {}, 0, kAddZero}, {kSub, {1, 0}, {1, 2}, kNull, {}, 0, kSubZero},
-    {kSub, {0, 1}, {kMin, 1}, 0, {}, 1}, {kSub, {0, 1}, {kMin, 2}, kNull, {kClip, 1}},
+    {kSub, {0, kBig}, {kMin, 1}, 0, {}, 1}, {kSub, {0, 1}, {kMin, 1}, 0, {}, 1}, {kSub, {0, 1}, {kMin, 2}, kNull, {kClip, 1}},
     {kAdd, {kMin, kBig}, {1, 3}, kNull, {-2, 3}}, {kMul, {2, 3}, {3, 4}, kNull, {6, 12}},
     {kMul, {0x10000, 7}, {0x70007, 0x10000}, kNull, {0x10001, 1}},
     {kMul, {0x10000, 3}, {0x10000, 5}, kNull, {}, 0, kMulOver}, {kMul, {kMax, 1}, {2, 1}, kAllOnes, {}, 0, kMulOver},

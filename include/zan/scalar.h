@@ -165,8 +165,7 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// |---|---|---|---|
 /// | null | no | no | reported and returned |
 /// | Zan_kRatioApproximate | yes, silently | yes, silently | reported and returned |
-/// | a byte | with Zan_RatioAllowApproximation set on entry | with Zan_RatioAllowHalving set on entry | code 0, the
-/// byte tells |
+/// | a byte | with Zan_RatioAllowApproximation in it | with Zan_RatioAllowHalving in it | code 0; the byte tells |
 ///
 /// The byte is cleared when it has been read and receives Zan_RatioExact, Zan_RatioFailed or Zan_RatioApproximated. A
 /// zero denominator is reported and returned in every mode, and leaves the byte cleared.
@@ -178,9 +177,8 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// A ratio in lowest terms.
 /// @param source       any record; one with denominator 0 is copied as it is
 /// @param destination  receives it; zero over anything below 2^31 becomes 0/1
-/// @param changed      receives whether the terms had a common divisor other than 1; may be null. True also for zero
-/// over
-///                     2^31 or more, which is copied as it is
+/// @param changed      receives whether the terms had a common divisor other than 1; may be null. True also for a
+///                     zero over 2^31 or more, which is copied as it is
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_ReduceRatio(const Zan_Ratio* source, Zan_Ratio* destination, bool* changed);
@@ -188,7 +186,8 @@ ZAN_API int32_t Zan_ReduceRatio(const Zan_Ratio* source, Zan_Ratio* destination,
 /// The reciprocal of a ratio. A denominator of 2^31 or more is reduced first, or where it cannot be, both terms are
 /// halved and truncated.
 /// @param source       any record; the reciprocal of a zero has denominator 0, which is no error here
-/// @param destination  receives the denominator with the old sign over the magnitude of the numerator
+/// @param destination  receives the denominator with the old sign over the magnitude of the numerator; for a zero over
+///                     2^31 or more the new numerator wraps
 /// @param exact        receives false when the terms were halved, true otherwise; may be null
 /// @return   0
 /// @threads  any
@@ -199,9 +198,8 @@ ZAN_API int32_t Zan_RecipRatio(const Zan_Ratio* source, Zan_Ratio* destination, 
 /// @param source          the ratio
 /// @param newDenominator  1 to 2^32 - 1
 /// @param destination     receives it; {0, 0} on failure
-/// @param exact           receives whether the value is unchanged, false on overflow; not written for a zero
-/// denominator;
-///                        may be null
+/// @param exact           receives whether the value is unchanged, false on overflow; may be null. Not written for a
+///                        zero denominator
 /// @param overflow        receives whether the numerator does not fit, false for a zero denominator; when null, an
 ///                        overflow is an error
 /// @return   0; Zan_Err_ZeroDenominator (0x1106); Zan_Err_Overflow (0x1102) when overflow is null
@@ -237,8 +235,8 @@ ZAN_API int32_t Zan_FpLong2Ratio(double value, Zan_Ratio* destination, bool* ove
 /// @param destination  receives the sum, not necessarily in lowest terms; {0, 0} on failure
 /// @param status       null, Zan_kRatioApproximate, or a byte that is read and written
 /// @return   0; Zan_Err_ZeroDenominator (0x1106); Zan_Err_Overflow (0x1102) without a status byte
-/// @reports  0x110010 "zero denominator in ratio addition."; 0x110010 "overflow in ratio addition." without a status
-/// byte
+/// @reports  0x110010 "zero denominator in ratio addition."; 0x110010 "overflow in ratio addition." without a
+///           status byte
 /// @threads  any
 [[nodiscard]] ZAN_API int32_t Zan_AddRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination,
                                            uint8_t* status);
