@@ -32,7 +32,7 @@ bool equalRects(const R& a, const R& b) {
 
 template <class P, class R>
 bool pointInRect(const P& p, const R& r) {
-    return r.left <= p.h && p.h < r.right && r.top <= p.v && p.v < r.bottom;
+    return (r.left <= p.h) & (p.h < r.right) & (r.top <= p.v) & (p.v < r.bottom);
 }
 
 template <class P, class R>

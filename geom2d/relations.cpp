@@ -21,9 +21,9 @@ bool compareRects(int16_t selector, const R& a, const R& b) {
         case 4:
             return width(b) >= width(a) && height(b) >= height(a);
         case 5:
-            return a.left < b.left && a.right > b.right && a.top < b.top && a.bottom > b.bottom;
+            return (a.left < b.left) & (a.right > b.right) & (a.top < b.top) & (a.bottom > b.bottom);
         case 6:
-            return a.left <= b.left && a.right >= b.right && a.top <= b.top && a.bottom >= b.bottom;
+            return (a.left <= b.left) & (a.right >= b.right) & (a.top <= b.top) & (a.bottom >= b.bottom);
         case 7:
             return zan::intersecting(a, b);
         case 8:
