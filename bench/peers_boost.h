@@ -3,6 +3,8 @@
 #define ZAN_BENCH_PEERS_BOOST_H
 
 #define BOOST_ALLOW_DEPRECATED_HEADERS
+// Without the rescaling to integers, which later versions have given up.
+#define BOOST_GEOMETRY_NO_ROBUSTNESS
 #include <boost/geometry.hpp>
 #include <boost/geometry/algorithms/is_convex.hpp>
 #include <boost/geometry/geometries/multi_polygon.hpp>

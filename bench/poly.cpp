@@ -1,5 +1,7 @@
-// Hit tests and whole layers beside Boost.Geometry, glm and what a host writes by hand.
+// Hit tests, hulls, clipping and whole layers beside Boost.Geometry, Clipper, glm and what a host writes by hand.
 #include "zan/poly.h"
+
+#include <polyclipping/clipper.hpp>
 
 #include "entries.h"
 #include "peers_boost.h"
@@ -10,6 +12,7 @@ namespace zan_bench {
 namespace {
 
 using Vector2 = Zan_Vector2T<double>;
+using Vector4 = Zan_Vector4T<double>;
 using Outline = std::vector<Vector2>;
 
 constexpr double kPi = 3.141592653589793;
@@ -133,6 +136,137 @@ void addHits() {
             "Boost.Geometry", [=](size_t i) { return bg::area(r[i]); }, Near());
 }
 
+double twiceTurn(const Vector2& o, const Vector2& a, const Vector2& b) {
+    return (a.x - o.x) * (b.y - o.y) - (a.y - o.y) * (b.x - o.x);
+}
+/// The hull by the monotone chain (Andrew, 1979).
+void hullByHand(std::vector<Vector2> points, std::vector<Vector2>& hull) {
+    std::sort(points.begin(), points.end(),
+              [](const Vector2& a, const Vector2& b) { return a.x < b.x || (a.x == b.x && a.y < b.y); });
+    hull.resize(points.size() * 2);
+    size_t size = 0;
+    for (const Vector2& p : points) {
+        while (size >= 2 && twiceTurn(hull[size - 2], hull[size - 1], p) <= 0) --size;
+        hull[size++] = p;
+    }
+    for (size_t i = points.size() - 1, lower = size + 1; i-- > 0;) {
+        while (size >= lower && twiceTurn(hull[size - 2], hull[size - 1], points[i]) <= 0) --size;
+        hull[size++] = points[i];
+    }
+    hull.resize(size - 1);
+}
+
+void addHulls() {
+    static const auto clouds = inputs(kOutlines, 74, [](Random& random) {
+        std::vector<Vector2> cloud;
+        for (int32_t i = 0; i < kPoints; ++i) cloud.push_back(around(random.real(0, 6.2), random.real(0, 100)));
+        return cloud;
+    });
+    static const auto multiPoints = [] {
+        std::vector<bg::model::multi_point<BoostPoint>> all;
+        for (const auto& cloud : clouds) {
+            all.emplace_back();
+            for (const Vector2& v : cloud) bg::append(all.back(), BoostPoint(v.x, v.y));
+        }
+        return all;
+    }();
+    static const auto rounds = inputs(kMany, 75, [](Random& random) { return ellipse(random, random.whole(3, 12)); });
+    static const auto roundRings = boostRings<BoostRing>(rounds);
+    static std::vector<Vector2> ours, byHand;
+    static BoostRing theirs;
+
+    Entry("hull of 1000 points", kOutlines,
+          [](size_t i) {
+              Zan_ComputeConvexHull(clouds[i].cbegin(), clouds[i].cend(), ours);
+              return &ours;
+          })
+        .peer(
+            "monotone chain",
+            [](size_t i) {
+                hullByHand(clouds[i], byHand);
+                return &byHand;
+            },
+            [](const std::vector<Vector2>* zan, const std::vector<Vector2>* peer) {
+                const auto area = [](const Outline& o) {
+                    return Zan_SignedPolygonArea2D(o.data(), static_cast<int32_t>(o.size()));
+                };
+                return zan->size() == peer->size() && Near{1e-7}(area(*zan), area(*peer));
+            })
+        .peer(
+            "Boost.Geometry",
+            [](size_t i) {
+                theirs.clear();
+                bg::convex_hull(multiPoints[i], theirs);
+                return &theirs;
+            },
+            [](const std::vector<Vector2>* zan, const BoostRing* peer) { return zan->size() == peer->size(); });
+    Entry("is a polygon convex", kMany, [](size_t i) {
+        return Zan_IsConvex(rounds[i].cbegin(), rounds[i].cend());
+    }).peer("Boost.Geometry", [](size_t i) { return bg::is_convex(roundRings[i]); });
+}
+
+/// Clipper works on integers; a host scales.
+constexpr double kClipperScale = 1 << 20;
+ClipperLib::Path clipperPath(const Outline& outline) {
+    ClipperLib::Path path;
+    for (const Vector2& v : outline) {
+        path.emplace_back(std::llround(v.x * kClipperScale), std::llround(v.y * kClipperScale));
+    }
+    return path;
+}
+
+void addClips() {
+    static const auto subjects = inputs(kManyLarge, 76, [](Random& random) { return ellipse(random, 12); });
+    static const auto clips = inputs(kManyLarge, 77, [](Random& random) { return ellipse(random, 4); });
+    static const auto flatten = [](const std::vector<Outline>& outlines) {
+        std::vector<std::vector<Vector4>> all;
+        for (const Outline& outline : outlines) {
+            all.emplace_back();
+            for (const Vector2& v : outline) all.back().emplace_back(v.x, v.y, 0.0, 1.0);
+        }
+        return all;
+    };
+    static const auto subjects4 = flatten(subjects), clips4 = flatten(clips);
+    static const auto subjectRings = boostRings<BoostPolygon>(subjects), clipRings = boostRings<BoostPolygon>(clips);
+    static std::vector<Vector4> ours;
+    static std::vector<BoostPolygon> boosts;
+    static ClipperLib::Paths paths;
+    static const auto area = [](const std::vector<Vector4>& outline) {
+        Outline flat;
+        for (const Vector4& v : outline) flat.emplace_back(v.x, v.y);
+        return std::abs(Zan_SignedPolygonArea2D(flat.data(), static_cast<int32_t>(flat.size())));
+    };
+
+    Entry("polygon of 12 clipped to a quadrilateral", kManyLarge,
+          [](size_t i) {
+              Zan_PolyPolyClip2D(&clips4[i], &subjects4[i], &ours);
+              return &ours;
+          })
+        .peer(
+            "Boost.Geometry",
+            [](size_t i) {
+                boosts.clear();
+                bg::intersection(subjectRings[i], clipRings[i], boosts);
+                return &boosts;
+            },
+            [](const std::vector<Vector4>* zan, const std::vector<BoostPolygon>* peer) {
+                return Near{1e-4}(area(*zan), peer->empty() ? 0.0 : bg::area(peer->front()));
+            })
+        .peer(
+            "Clipper",
+            [](size_t i) {
+                ClipperLib::Clipper clipper;
+                clipper.AddPath(clipperPath(subjects[i]), ClipperLib::ptSubject, true);
+                clipper.AddPath(clipperPath(clips[i]), ClipperLib::ptClip, true);
+                clipper.Execute(ClipperLib::ctIntersection, paths);
+                return &paths;
+            },
+            [](const std::vector<Vector4>* zan, const ClipperLib::Paths* peer) {
+                const double square = kClipperScale * kClipperScale;
+                return Near{1e-4}(area(*zan), peer->empty() ? 0.0 : std::abs(ClipperLib::Area(peer->front())) / square);
+            });
+}
+
 /// One layer, the camera that looks at it and the point that the user clicks.
 struct Scene {
     double width, height;
@@ -232,6 +366,8 @@ void addLayers() {
 
 void addPolyEntries() {
     addHits();
+    addHulls();
+    addClips();
     addLayers();
 }
 
