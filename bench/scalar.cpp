@@ -1,4 +1,7 @@
-// Integers, rounding and fixed point beside the standard library and what a host writes by hand.
+// Integers, rounding, fixed point and ratios beside the standard library, Boost.Rational and what a host writes by
+// hand.
+#include <boost/rational.hpp>
+
 #include <bit>
 #include <numeric>
 
@@ -44,6 +47,23 @@ int32_t fix24QuotientIn64(int32_t a, int32_t b) {
     if (b == 0) return Zan_kFixedFailure;
     const int64_t scaled = int64_t{a} * 0x2000000 / b;
     return fitOrFail((scaled + (scaled < 0 ? -1 : 1)) / 2);
+}
+
+/// The convergent with terms of at most 2^30 that a host finds with a few lines of floating point.
+Zan_Ratio fractionOf(double value) {
+    double rest = std::abs(value);
+    int64_t h = 1, k = 0, previousH = 0, previousK = 1;
+    for (int step = 0; step < 40; ++step) {
+        const double whole = std::floor(rest);
+        const auto nextH = static_cast<int64_t>(whole) * h + previousH;
+        const auto nextK = static_cast<int64_t>(whole) * k + previousK;
+        if (nextH > (1 << 30) || nextK > (1 << 30)) break;
+        previousH = std::exchange(h, nextH);
+        previousK = std::exchange(k, nextK);
+        if (rest - whole < 1e-9) break;
+        rest = 1 / (rest - whole);
+    }
+    return {static_cast<int32_t>(value < 0 ? -h : h), static_cast<uint32_t>(k)};
 }
 
 void addBits() {
@@ -168,6 +188,80 @@ void addFixedPoint() {
             "64-bit quotient", [=](size_t i) { return fix24QuotientIn64(r[i].a, r[i].b); }, oneStep);
 }
 
+/// Boost's ratio reduces every result; zan reduces only where 32 bits would not hold it.
+using BoostRatio = boost::rational<int64_t>;
+
+struct RatioPair {
+    Zan_Ratio a, b;
+};
+struct BoostPair {
+    BoostRatio a, b;
+};
+
+void addRatios() {
+    static const auto pairs = inputs(kMany, 21, [](Random& random) {
+        const auto ratio = [&] {
+            return Zan_Ratio{random.whole(-20000, 20000), static_cast<uint32_t>(random.whole(1, 1000))};
+        };
+        const Zan_Ratio a = ratio();
+        return RatioPair{a, ratio()};
+    });
+    static const auto boosts = [] {
+        std::vector<BoostPair> all;
+        for (const auto& [a, b] : pairs) all.push_back({BoostRatio(a.num, a.den), BoostRatio(b.num, b.den)});
+        return all;
+    }();
+    static const auto values = inputs(kMany, 22, [](Random& random) { return random.real(-1000, 1000); });
+    const RatioPair* p = pairs.data();
+    const BoostPair* q = boosts.data();
+    const double* x = values.data();
+    const auto equal = [](const Zan_Ratio& zan, const BoostRatio& peer) {
+        return int64_t{zan.num} * peer.denominator() == peer.numerator() * int64_t{zan.den};
+    };
+
+    Entry("ratio sum", kMany,
+          [=](size_t i) {
+              Zan_Ratio sum;
+              static_cast<void>(Zan_AddRatio(&p[i].a, &p[i].b, &sum, nullptr));
+              return sum;
+          })
+        .peer(
+            "Boost.Rational", [=](size_t i) { return q[i].a + q[i].b; }, equal);
+    Entry("ratio product", kMany,
+          [=](size_t i) {
+              Zan_Ratio product;
+              static_cast<void>(Zan_MulRatio(&p[i].a, &p[i].b, &product, nullptr));
+              return product;
+          })
+        .peer(
+            "Boost.Rational", [=](size_t i) { return q[i].a * q[i].b; }, equal);
+    Entry("ratio comparison", kMany, [=](size_t i) {
+        int32_t order = 0;
+        static_cast<void>(Zan_CompareRatio(&p[i].a, &p[i].b, &order));
+        return order < 0;
+    }).peer("Boost.Rational", [=](size_t i) { return q[i].a < q[i].b; });
+    Entry("ratio reduced", kMany,
+          [=](size_t i) {
+              Zan_Ratio reduced;
+              Zan_ReduceRatio(&p[i].a, &reduced, nullptr);
+              return reduced;
+          })
+        .peer(
+            "Boost.Rational", [=](size_t i) { return BoostRatio(p[i].a.num, p[i].a.den); }, equal);
+    Entry("ratio from a double", kMany,
+          [=](size_t i) {
+              Zan_Ratio ratio;
+              bool overflow = false;
+              Zan_FpLong2Ratio(x[i], &ratio, &overflow);
+              return ratio;
+          })
+        .peer(
+            "continued fraction in double", [=](size_t i) { return fractionOf(static_cast<float>(x[i])); },
+            [](const Zan_Ratio& zan, const Zan_Ratio& peer) {
+                return Near{1e-7}(static_cast<double>(zan.num) / zan.den, static_cast<double>(peer.num) / peer.den);
+            });
+}
+
 }  // namespace
 
 void addScalarEntries() {
@@ -175,6 +269,7 @@ void addScalarEntries() {
     addDivisors();
     addRounding();
     addFixedPoint();
+    addRatios();
 }
 
 }  // namespace zan_bench
