@@ -655,7 +655,13 @@ ZAN_API int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect
 
 /// The same with the angles of R = Rx * Ry * Rz. Where |cos ry| < 1e-5, rx takes the whole turn and rz = 0; but when
 /// the element (2, 1) is nearer to 0 than 1e-5, rx = 0 and rz is pi if the element (1, 1) is nearly -1, else 0.
-/// @copydetails Zan_DecomposeMatrix4
+/// @param m       the transform
+/// @param out     receives the parts; all zeros after a failure
+/// @param failed  as in Zan_DecomposeMatrix4
+/// @return        0; Zan_Err_CannotDecompose (0x1108) where Zan_DecomposeMatrix4 gives it
+/// @reports       0x11002D severity 8, "unable to decompose matrix.", only without the flag
+/// @threads       any
+/// @libm          asin, cos, atan2, in the angles alone
 [[nodiscard]] ZAN_API int32_t Zan_DecomposeMatrix4ZYX(const Zan_Matrix4* m, Zan_Matrix4Decomp* out,
                                                       unsigned char* failed);
 
