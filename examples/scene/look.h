@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "clip.h"
 #include "deck.h"
 
 namespace scene {
@@ -20,18 +21,24 @@ inline constexpr double kEdgeOnTolerance = 1e-3;
 /// Depths that differ by less than this part of themselves are one plane; of its layers the deck's last lies in front.
 inline constexpr double kSameDepth = 1e-9;
 
+/// Of an outline that is thinner than this, in pixels, on an average, no share can be told.
+inline constexpr double kThinnest = 1e-6;
+
 struct HitPoint {
     double x, y, tolerance;
 };
 
 /// A layer as it appears in the window.
 struct Appearance {
-    std::vector<Zan_Vector2T<double>> outline;  ///< 3 to 5 points, none when it is wholly behind the near plane
-    std::vector<bool> cut;                      ///< by edge of the outline: the near plane cuts it off, or makes it
-    std::optional<Zan_FloatRect> bounds;        ///< of the outline
-    std::array<bool, 4> behind;                 ///< by corner: behind the near plane
+    Outline outline;                      ///< 3 to 5 points, none when it is wholly behind the near plane
+    std::vector<bool> cut;                ///< by edge of the outline: the near plane cuts it off, or makes it
+    std::optional<Zan_FloatRect> bounds;  ///< of the outline
+    std::array<bool, 4> behind;           ///< by corner: behind the near plane
     bool edgeOn;
-    double depth;  ///< eye z of the layer's middle
+    double depth;                  ///< eye z of the layer's middle
+    Outline inWindow;              ///< the part of the outline that the window shows
+    std::optional<double> share;   ///< of the outline's area that the window shows; nothing for one without breadth
+    Zan_Matrix4Decomp asStepSees;  ///< the layer's place in the camera step's own coordinates, angles in radians
 };
 
 struct HitAnswer {
@@ -47,6 +54,7 @@ struct HitAnswer {
 struct CameraAnswer {
     size_t camera;
     std::vector<Appearance> layers;  ///< one for each of the deck, in its order
+    Outline hull;                    ///< convex, around everything that the window shows
     std::vector<HitAnswer> hits;     ///< one for each point asked for
 };
 

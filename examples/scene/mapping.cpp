@@ -42,15 +42,16 @@ double windowScale(const Deck& deck, Size window) {
 }
 
 View lookThrough(const Deck& deck, const Layer& camera, Size window) {
-    View view{Zan_Matrix4(true), Zan_Matrix4(true), 0, 0, window.width / 2, window.height / 2};
+    View view{Zan_Matrix4(true), Zan_Matrix4(true), Zan_Matrix4(true), 0, 0, window.width / 2, window.height / 2};
     view.zoom = windowScale(deck, window) / camera.scale;
     if (!(view.zoom >= kSmallestScale)) {
         throw Stop(kBadInput, "camera \"" + oneLine(camera.id) + "\": its scale shrinks the deck to a point");
     }
     view.distance = deck.perspective / view.zoom;
 
-    view.spaceToEye.Translate(-camera.x, -camera.y, -camera.z);
-    for (const char axis : camera.order) turnAbout(axis, -angleAbout(axis, camera), view.spaceToEye);
+    view.spaceToStep.Translate(-camera.x, -camera.y, -camera.z);
+    for (const char axis : camera.order) turnAbout(axis, -angleAbout(axis, camera), view.spaceToStep);
+    view.spaceToEye = view.spaceToStep;
     view.spaceToEye.Scale(1, 1, -1);
     view.spaceToEye.Translate(0, 0, view.distance);
 

@@ -16,6 +16,7 @@ Zan_Matrix4 placeLayer(const Layer& layer);
 
 /// One camera's way from the deck's space to the window.
 struct View {
+    Zan_Matrix4 spaceToStep;  ///< the camera step's own coordinates, its scale left alone
     Zan_Matrix4 spaceToEye;
     Zan_Matrix4 eyeToScreen;
     double distance;          ///< from the eye to the camera's own step

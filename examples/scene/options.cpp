@@ -52,6 +52,8 @@ std::optional<Options> readOptions(int argc, const char* const* argv, std::ostre
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     app.add_option("--svg", options.svg, "Draw the window into a file; with --all, a picture a camera into a folder")
         ->option_text("PATH");
+    app.add_flag("--visible", options.drawVisible,
+                 "In pictures, draw the hull of all that is visible, and tell each layer's share on screen");
     app.add_option("--json", options.json, "Write the answers as JSON; - writes them in place of the table")
         ->option_text("FILE");
     try {

@@ -20,6 +20,7 @@ struct Options {
     std::optional<Size> layer;  ///< nothing: the deck's size
     std::vector<HitPoint> hits;
     std::optional<std::string> svg;
+    bool drawVisible = false;         ///< the hull and the shares, in the pictures
     std::optional<std::string> json;  ///< "-": standard output, in place of the table
 };
 

@@ -23,6 +23,7 @@ constexpr const char* kStyle =
     ".layer polygon{stroke:none;fill-opacity:.06}.hit polygon{fill-opacity:.38}"
     ".layer line{stroke-width:1.5;stroke-linecap:round}.hit line{stroke-width:3}"
     ".layer line.cut{stroke:#e0202f;stroke-width:3;stroke-dasharray:9 6}"
+    ".hull{fill:none;stroke:#10141c;stroke-width:2.5;stroke-dasharray:1 7;stroke-linecap:round}"
     ".name{stroke:#fdfcf9;stroke-linejoin:round;paint-order:stroke;text-anchor:middle}"
     ".point text{fill:#10141c}.point path,.point circle{fill:none;stroke:#10141c;stroke-width:2}.point "
     ".halo{stroke:#fdfcf9;stroke-width:5}"
@@ -80,31 +81,9 @@ public:
         return a != b;
     }
 
-    [[nodiscard]] std::vector<Point> clip(std::vector<Point> outline) const {
-        outline = cut(outline, 1, 0, -rect_.left);
-        outline = cut(outline, -1, 0, rect_.right);
-        outline = cut(outline, 0, 1, -rect_.top);
-        return cut(outline, 0, -1, rect_.bottom);
-    }
+    [[nodiscard]] Outline clip(const Outline& outline) const { return clipToRect(outline, rect_); }
 
 private:
-    // What has a*x + b*y + c >= 0.
-    static std::vector<Point> cut(const std::vector<Point>& outline, double a, double b, double c) {
-        std::vector<Point> kept;
-        for (size_t i = 0; i < outline.size(); ++i) {
-            const Point p = outline[i];
-            const Point q = outline[(i + 1) % outline.size()];
-            const double atP = a * p.x + b * p.y + c;
-            const double atQ = a * q.x + b * q.y + c;
-            if (atP >= 0) kept.push_back(p);
-            if ((atP >= 0) != (atQ >= 0)) {
-                const double t = atP / (atP - atQ);
-                kept.emplace_back(p.x + (q.x - p.x) * t, p.y + (q.y - p.y) * t);
-            }
-        }
-        return kept;
-    }
-
     Zan_FloatRect rect_;
 };
 
@@ -143,7 +122,8 @@ public:
         double y = std::clamp((top + bottom) / 2, size, window_.height - size / 2);
         Box box{};
         for (int tries = 0; tries < 40; ++tries) {
-            const double step = size * 0.6 * static_cast<double>((tries + 1) / 2) * (tries % 2 == 0 ? 1 : -1);
+            const int rung = (tries + 1) / 2;
+            const double step = size * 0.6 * rung * (tries % 2 == 0 ? 1 : -1);
             const double shifted = y + step;
             box = {x - halfWidth, shifted - size * 0.8, x + halfWidth, shifted + size * 0.25};
             const bool free = box.top > 0 && box.bottom < window_.height &&
@@ -190,8 +170,21 @@ std::string drawPoint(const HitAnswer& hit, size_t index) {
            std::to_string(index + 1) + "</text></g>\n";
 }
 
-std::string drawLegend(const Deck& deck, Size window, const CameraAnswer& answer) {
+std::string drawHull(const Outline& hull) {
+    std::string svg = "<polygon class=\"hull\" points=\"";
+    for (const Point& p : hull) svg += number(p.x) + "," + number(p.y) + " ";
+    return svg + "\"/>\n";
+}
+
+std::string nameOf(const Layer& layer, const Appearance& seen, bool withShare) {
+    if (!withShare || !seen.share) return layer.id;
+    const long percent = std::lround(*seen.share * 100);
+    return layer.id + " " + (percent == 0 && *seen.share > 0 ? "<1" : std::to_string(percent)) + "%";
+}
+
+std::string drawLegend(const Deck& deck, Size window, const CameraAnswer& answer, bool visible) {
     std::string text = "seen by " + escaped(deck.layers[answer.camera].id);
+    if (visible) text += "; dotted: around all that is visible; percent: of a layer that is";
     if (!answer.hits.empty()) text += "; the layers under a marked point are filled";
     std::string svg = "<rect class=\"strip\" width=\"100%\"" + attribute("height", kNoteHeight) +
                       attribute("y", window.height - kNoteHeight) + "/>\n<text class=\"note\" x=\"14\"" +
@@ -205,7 +198,7 @@ std::string drawLegend(const Deck& deck, Size window, const CameraAnswer& answer
 
 }  // namespace
 
-std::string toSvg(const Deck& deck, Size window, const CameraAnswer& answer) {
+std::string toSvg(const Deck& deck, Size window, const CameraAnswer& answer, bool visible) {
     std::vector<bool> hit(deck.layers.size(), false);
     for (const HitAnswer& point : answer.hits) {
         for (const size_t i : point.layers) hit[i] = true;
@@ -226,13 +219,14 @@ std::string toSvg(const Deck& deck, Size window, const CameraAnswer& answer) {
             svg += drawLayer(deck.layers[i], i, answer.layers[i], hit[i], around);
         }
     }
+    if (visible) svg += drawHull(answer.hull);
     Names names(window, answer.hits);
     for (auto i = order.rbegin(); i != order.rend(); ++i) {
-        names.add(deck.layers[*i].id, colourOf(*i), answer.layers[*i]);
+        names.add(nameOf(deck.layers[*i], answer.layers[*i], visible), colourOf(*i), answer.layers[*i]);
     }
     svg += names.svg();
     for (size_t i = 0; i < answer.hits.size(); ++i) svg += drawPoint(answer.hits[i], i);
-    return svg + drawLegend(deck, window, answer) + "</svg>\n";
+    return svg + drawLegend(deck, window, answer, visible) + "</svg>\n";
 }
 
 std::string pictureName(const Deck& deck, size_t camera) {
@@ -247,7 +241,7 @@ std::string pictureName(const Deck& deck, size_t camera) {
     return count + "-" + name + ".svg";
 }
 
-std::string toPage(const Deck& deck, Size window, const std::vector<CameraAnswer>& answers) {
+std::string toPage(const Deck& deck, Size window, const std::vector<size_t>& cameras) {
     std::string page = "<!DOCTYPE html>\n<html lang=\"en\">\n<head><meta charset=\"utf-8\"><title>" +
                        escaped(deck.path) +
                        "</title>\n<style>body{margin:2em;font-family:sans-serif;background:#eceae4;color:#1d2430}"
@@ -255,11 +249,11 @@ std::string toPage(const Deck& deck, Size window, const std::vector<CameraAnswer
                        "figure{margin:0}img{display:block;width:100%;height:auto;box-shadow:0 1px 4px #0004}"
                        "figcaption{padding:.5em 0}</style></head>\n<body><h1>" +
                        escaped(deck.path) + "</h1>\n<p>" + std::to_string(deck.layers.size()) + " layers, " +
-                       std::to_string(answers.size()) + " cameras, a window of " + number(window.width) + " by " +
+                       std::to_string(cameras.size()) + " cameras, a window of " + number(window.width) + " by " +
                        number(window.height) + ".</p>\n<main>\n";
-    for (const CameraAnswer& answer : answers) {
-        const std::string file = pictureName(deck, answer.camera);
-        const std::string id = escaped(deck.layers[answer.camera].id);
+    for (const size_t camera : cameras) {
+        const std::string file = pictureName(deck, camera);
+        const std::string id = escaped(deck.layers[camera].id);
         page += "<figure><a href=\"" + file + "\"><img loading=\"lazy\" src=\"" + file + "\" alt=\"The deck seen by " +
                 id + "\"></a><figcaption>" + id + "</figcaption></figure>\n";
     }

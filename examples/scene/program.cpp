@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <new>
+#include <sstream>
 
 #include "answer.h"
 #include "files.h"
@@ -68,46 +69,38 @@ std::vector<size_t> chooseCameras(const Deck& deck, const Options& options) {
     return cameras;
 }
 
-void addPictures(Files& files, const Options& options, const Deck& deck, const std::vector<CameraAnswer>& answers) {
-    if (!options.allCameras) {
-        files.add(*options.svg, toSvg(deck, options.window, answers.front()));
-        return;
-    }
-    const std::filesystem::path folder = *options.svg;
-    files.folder(folder);
-    for (const CameraAnswer& answer : answers) {
-        files.add(folder / pictureName(deck, answer.camera), toSvg(deck, options.window, answer));
-    }
-    files.add(folder / "index.html", toPage(deck, options.window, answers));
-}
-
 void answer(const Options& options, std::ostream& out, std::ostream& err) {
     const Deck deck = readDeck(options.deck, err);
     const Size layerSize = options.layer.value_or(deck.size);
     const std::vector<size_t> cameras = chooseCameras(deck, options);
+    const std::filesystem::path pictures = options.svg.value_or("");
 
-    std::vector<CameraAnswer> answers;
-    {
-        const Library library(err);
-        Progress progress(err, cameras.size());
-        for (const size_t camera : cameras) {
-            answers.push_back(lookAt(deck, camera, options.window, layerSize, options.hits));
-            progress.done(answers.size());
-        }
-    }
-
+    const Library library(err);
+    Progress progress(err, cameras.size());
     Files files;
-    const bool jsonToOut = options.json == "-";
-    if (options.svg) addPictures(files, options, deck, answers);
-    if (options.json && !jsonToOut) files.add(*options.json, toJson(deck, options.window, layerSize, answers));
-    files.commit();
-
-    if (jsonToOut) {
-        out << toJson(deck, options.window, layerSize, answers);
-    } else {
-        writeHead(out, deck, options.window, layerSize, !options.layer);
-        for (const CameraAnswer& one : answers) writeCamera(out, deck, options.window, one, !options.allCameras);
+    JsonAnswer json(deck, options.window, layerSize);
+    std::ostringstream table;
+    writeHead(table, deck, options.window, layerSize, !options.layer);
+    if (options.svg && options.allCameras) {
+        files.folder(pictures);
+        files.add(pictures / "index.html", toPage(deck, options.window, cameras));
     }
+    size_t done = 0;
+    for (const size_t camera : cameras) {
+        const CameraAnswer one = lookAt(deck, camera, options.window, layerSize, options.hits);
+        if (options.svg) {
+            files.add(options.allCameras ? pictures / pictureName(deck, camera) : pictures,
+                      toSvg(deck, options.window, one, options.drawVisible));
+        }
+        if (options.json) json.add(one);
+        writeCamera(table, deck, options.window, one, !options.allCameras);
+        progress.done(++done);
+    }
+
+    const bool jsonToOut = options.json == "-";
+    if (options.json && !jsonToOut) files.add(*options.json, json.take());
+    files.commit();
+    out << (jsonToOut ? json.take() : table.str());
     if (!out.flush()) throw Stop(kFailed, "standard output cannot be written");
 }
 

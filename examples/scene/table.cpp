@@ -31,7 +31,7 @@ size_t width(const std::string& text) {
                                              [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; }));
 }
 
-constexpr size_t kColumns = 9;
+constexpr size_t kColumns = 10;
 using Row = std::array<std::string, kColumns>;
 
 /// The first two columns flush left, the others flush right.
@@ -70,8 +70,9 @@ Row describe(const Layer& layer, const Appearance& seen, Where where) {
         row[3] = pixels(seen.bounds->left), row[4] = pixels(seen.bounds->top);
         row[5] = pixels(seen.bounds->right), row[6] = pixels(seen.bounds->bottom);
     }
-    row[7] = behind.empty() ? "-" : behind;
-    row[8] = seen.edgeOn ? "yes" : "-";
+    row[7] = seen.share ? number(*seen.share * 100, "%.1f%%") : "-";
+    row[8] = behind.empty() ? "-" : behind;
+    row[9] = seen.edgeOn ? "yes" : "-";
     return row;
 }
 
@@ -85,7 +86,8 @@ void writeHead(std::ostream& out, const Deck& deck, Size window, Size layerSize,
 
 void writeCamera(std::ostream& out, const Deck& deck, Size window, const CameraAnswer& answer, bool everyLayer) {
     out << "\ncamera " << oneLine(deck.layers[answer.camera].id) << '\n';
-    std::vector<Row> rows{{"layer", "where", "points", "left", "top", "right", "bottom", "corners behind", "edge-on"}};
+    std::vector<Row> rows{
+        {"layer", "where", "points", "left", "top", "right", "bottom", "on screen", "corners behind", "edge-on"}};
     size_t outside = 0;
     size_t behind = 0;
     for (size_t i = 0; i < deck.layers.size(); ++i) {
