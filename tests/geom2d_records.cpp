@@ -57,7 +57,8 @@ TEMPLATE_TEST_CASE("points and rectangles of one width", "", Short, Wide, Fixed)
         REQUIRE(F::equal(&a, &b) == ((empty && (h == l || v == t)) || holds(a, b.left, b.top, b.right, b.bottom)));
 
         const auto low = [](T frameLow, T frameHigh, T size) {
-            return frameLow + static_cast<int32_t>(int64_t{static_cast<T>(int64_t{frameHigh} - frameLow)} - size) / 2;
+            return int64_t{frameLow} +
+                   static_cast<int32_t>(int64_t{static_cast<T>(int64_t{frameHigh} - frameLow)} - size) / 2;
         };
         const T width = static_cast<T>(int64_t{r} - l), height = static_cast<T>(int64_t{w} - t);
         const int64_t left = low(b.left, b.right, width), top = low(b.top, b.bottom, height);

@@ -53,6 +53,10 @@ void operator delete(void* block) noexcept {
     std::free(block);
 }
 void operator delete(void* block, std::size_t /*bytes*/) noexcept { operator delete(block); }
+// A sanitizer's own would not come by the ones above.
+void* operator new[](std::size_t bytes) { return operator new(bytes); }
+void operator delete[](void* block) noexcept { operator delete(block); }
+void operator delete[](void* block, std::size_t /*bytes*/) noexcept { operator delete(block); }
 
 int main() {
     HostReports host;
