@@ -324,8 +324,10 @@ TEST_CASE("scene: whole decks, every layer through every camera") {
 TEST_CASE("scene: what the first camera sees") {
     const InFolder folder;
     writeFile("deck", R"(<div id=impress><p class=step><p class=step data-z=-1000 data-scale=2>
-        <p class=step data-z=500 data-rotate-x=90><p class=step id=eye data-z=1000 data-rotate-y=90></div>)");
-    const SceneRun run = runScene({"deck", "--json=-", "--hit=600,300", "--hit=-5,-5", "--hit=127,-5,3"});
+        <p class=step data-z=500 data-rotate-x=90><p class=step id=eye data-z=1000 data-rotate-y=90>
+        <p class=step id=wall data-x=10 data-z=-600 data-rotate-y=90></div>)");
+    const SceneRun run =
+        runScene({"deck", "--json=-", "--hit=600,300", "--hit=-5,-5", "--hit=127,-5,3", "--hit=639,300,10"});
     const Json camera = Json::parse(run.out)["cameras"][0];
     const Json own = {{128.0, 16.0}, {1152.0, 16.0}, {1152.0, 784.0}, {128.0, 784.0}};
     CHECK(camera["layers"][0]["outline"] == own);
@@ -337,4 +339,10 @@ TEST_CASE("scene: what the first camera sees") {
     CHECK(camera["hits"][0]["layers"] == Json({"step-1", "step-2"}));
     CHECK(camera["hits"][1]["nearest"]["distance"].get<double>() == Approx(std::hypot(133, 21)));
     CHECK(camera["hits"][2]["layers"] == Json::array());
+    // The ray misses both upright planes, the wall's behind the eye: each counts with its nearest edge.
+    CHECK(camera["hits"][3]["layers"] == Json({"eye", "step-1", "wall", "step-2"}));
+    // A layer that fills the window to the last pixel.
+    const Json filled = Json::parse(runScene({"deck", "--json=-", "--window=1024x768"}).out)["cameras"][0];
+    CHECK(filled["layers"][0]["onScreen"] == 1.0);
+    CHECK(filled["hull"] == Json({{0.0, 0.0}, {1024.0, 0.0}, {1024.0, 768.0}, {0.0, 768.0}}));
 }
