@@ -9,7 +9,7 @@
 namespace zan {
 
 /// A w that nothing is divided by, a length without direction, a ray along a plane. NaN is not near zero.
-inline bool nearZero(double x) { return -1e-12 < x && x < 1e-12; }
+inline bool nearZero(double x) { return std::fabs(x) < 1e-12; }
 
 inline double dot(const Zan_Vector3T<double>& a, const Zan_Vector3T<double>& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
