@@ -47,10 +47,6 @@ function(zan_add_point_kernels target)
   target_sources(${target} PRIVATE "${room}/point_kernels.cpp" "${room}/point_kernels_plain.cpp")
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|amd64")
     set(avx2 -mavx2 -mno-fma)
-    if(WIN32 AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-      # GCC moves wide registers to the stack as if it were aligned, which it is not on Windows.
-      list(APPEND avx2 -Wa,-muse-unaligned-vector-move)
-    endif()
     target_sources(${target} PRIVATE "${room}/point_kernels_avx2.cpp")
     set_source_files_properties("${room}/point_kernels_avx2.cpp" TARGET_DIRECTORY ${target} PROPERTIES COMPILE_OPTIONS
                                                                                                        "${avx2}")
