@@ -21,6 +21,7 @@ using V2 = Zan_Vector2T<double>;
 using V2f = Zan_Vector2T<float>;
 using V3 = Zan_Vector3T<double>;
 using V4 = Zan_Vector4T<double>;
+using PointF = kelvora::geom::PointT<float>;
 
 constexpr uint64_t kCases = 2000;
 
@@ -41,7 +42,36 @@ void clipAllEdges(Draw& d, Sum& sum) {
     sum.add(poly);
 }
 
-// G: any arguments. N: 32-bit ones are counts of up to the eight values that a pointer points to. I: they are corners.
+// The box of two points, as often as not small: anything else cuts nearly all away.
+void clipByBox(Draw& d, Sum& sum) {
+    const V2 a = d.draw<V2>(), b = d.draw<V2>();
+    const std::vector<V4> box = {V4(a.x, a.y, 0, 1), V4(b.x, a.y, 0, 1), V4(b.x, b.y, 0, 1), V4(a.x, b.y, 0, 1)};
+    const auto subject = d.draw<std::vector<V4>>();
+    std::vector<V4> result;
+    Zan_PolyPolyClip2D(&box, &subject, &result);
+    sum.add(result);
+}
+template <class Point>
+void convexity(Draw& d, Sum& sum) {
+    const auto points = d.draw<std::vector<Point>>();
+    sum.add(Zan_IsConvex(points.begin(), points.end()));
+}
+template <class Point>
+void hull(Draw& d, Sum& sum) {
+    const auto points = d.draw<std::vector<Point>>();
+    std::vector<Point> vertices;
+    Zan_ComputeConvexHull(points.begin(), points.end(), vertices);
+    sum.add(vertices);
+}
+template <class Point>
+void hullOfArray(Draw& d, Sum& sum) {
+    const auto points = d.draw<std::vector<Point>>();
+    std::vector<Point> vertices;
+    Zan_ComputeConvexHull(points.data(), points.data() + points.size(), vertices);
+    sum.add(vertices);
+}
+
+// G: any arguments. N: integers are counts of up to the eight values that a pointer points to. I: they are corners.
 // O, ON: an overload. L: a call written out.
 #define G(f) entry(#f, &f)
 #define N(f) entry(#f, &f, -1, 8)
@@ -70,7 +100,9 @@ const Entry kEntries[] = {
     G(Zan_InsetRect), G(Zan_LPt2Rect), G(Zan_LPtInRect), G(Zan_LRect2FixedRect), G(Zan_LRect2Rect),
     G(Zan_OffsetFixedRect), G(Zan_OffsetLRect), G(Zan_OffsetRect), G(Zan_Pt2Rect), G(Zan_PtInRect),
     G(Zan_Rect2FixedRect), G(Zan_SetFixedPt), G(Zan_SetFixedRect), G(Zan_SetLPt), G(Zan_SetLRect), G(Zan_SetPt),
-    G(Zan_SetRect), G(Zan_SetWHRect), G(Zan_TopLeft), G(Zan_DeltaPoint), G(Zan_BottomRight),
+    G(Zan_SetRect), G(Zan_SetWHRect), G(Zan_TopLeft), G(Zan_DeltaPoint), G(Zan_BottomRight), G(Zan_SectRect),
+    G(Zan_SectLRect), G(Zan_SectFixedRect), G(Zan_SectFloatRect), G(Zan_UnionRect), G(Zan_UnionLRect),
+    G(Zan_UnionFixedRect), N(Zan_RectCompare), N(Zan_LRectCompare), N(Zan_FixedRectCompare),
     // matrix
     N(Zan_3DTransform2DPoints), G(Zan_ConcatMatrix), G(Zan_ConcatMatrix4), G(Zan_EqualMatrix), G(Zan_EqualMatrix4),
     G(Zan_GetMatrix4Determinant), G(Zan_GetMatrixType), G(Zan_IdentityMatrix4), G(Zan_Matrix3ToMatrix4),
@@ -109,6 +141,10 @@ const Entry kEntries[] = {
     ON(Zan_Matrix4::TransformPointsAndDivide, int32_t, V3*), ON(Zan_Matrix4::TransformPointsAndDivide, int32_t, V4*),
     G(Zan_Matrix4::TransformPointAndDivideFast), N(Zan_Matrix4::TransformPointsAndDivideFast), G(Zan_Matrix4::IsZero),
     G(Zan_Matrix4::GetScale), G(Zan_Matrix4::IsFinite), G(Zan_Matrix4::operator==), G(Zan_Matrix4::operator!=),
+    G(Zan_InverseMatrix), G(Zan_InverseMatrixQuiet), G(Zan_InverseMatrix4), G(Zan_InverseMatrix4Quiet),
+    G(Zan_CalcNormalMatrix4), G(Zan_CalcNormalMatrix4Quiet), G(Zan_Matrix3::Invert), G(Zan_Matrix3::InvertQuiet),
+    G(Zan_Matrix3::Adjoint), G(Zan_Matrix4::Invert), G(Zan_Matrix4::InvertQuiet), G(Zan_Matrix4ToQuat),
+    G(Zan_QuatToMatrix4),
     // space
     G(Zan_Clip3DLine), G(Zan_ClipLine2Rect), G(Zan_GetPlaneEquation2), G(Zan_IsQuadEdgeOn), G(Zan_PerpDistTo2DLine),
     G(Zan_RayIntersectPlane), N(Zan_GetPlaneEquation), G(Zan_TransformPoint2DtoScreen),
@@ -116,9 +152,14 @@ const Entry kEntries[] = {
     O(Zan_TransformPoint3DtoScreen, const Zan_Matrix4&, const Zan_Matrix4&, const Zan_Matrix3&, V3*),
     G(Zan_ComputeDirectionalComponents),
     // poly
-    G(Zan_IsFloatPointInQuad), N(Zan_SignedPolygonArea2D), N(Zan_IsFloatPointInConcavePoly<V2>),
-    N(Zan_IsFloatPointInConcavePoly<V2f>), I(Zan_TransformPoly2D::SetLayerPoint),
-    G(Zan_TransformPoly2D::TransformPoints),
+    L("Zan_PolyPolyClip2D", clipByBox), L("Zan_IsConvex(V2)", convexity<V2>), L("Zan_IsConvex(V3)", convexity<V3>),
+    L("Zan_IsConvex(V4)", convexity<V4>), L("Zan_ComputeConvexHull(V2)", hull<V2>),
+    L("Zan_ComputeConvexHull(V3)", hull<V3>), L("Zan_ComputeConvexHull(V4)", hull<V4>),
+    L("Zan_ComputeConvexHull(PointT<float>)", hull<PointF>), L("Zan_ComputeConvexHull(V2*)", hullOfArray<V2>),
+    L("Zan_ComputeConvexHull(V3*)", hullOfArray<V3>), L("Zan_ComputeConvexHull(V4*)", hullOfArray<V4>),
+    L("Zan_ComputeConvexHull(PointT<float>*)", hullOfArray<PointF>), G(Zan_IsFloatPointInQuad),
+    N(Zan_SignedPolygonArea2D), N(Zan_IsFloatPointInConcavePoly<V2>), N(Zan_IsFloatPointInConcavePoly<V2f>),
+    I(Zan_TransformPoly2D::SetLayerPoint), G(Zan_TransformPoly2D::TransformPoints),
     L("Zan_TransformPoly2D::Zan_TransformPoly2D(const Zan_TransformPoly2D&)",
       [](Draw& d, Sum& sum) { sum.add(Zan_TransformPoly2D(d.draw<Zan_TransformPoly2D>())); }),
     L("Zan_TransformPoly2D::Zan_TransformPoly2D()", [](Draw& d, Sum& sum) { sum.add(d.draw<Zan_TransformPoly2D>()); }),
@@ -146,7 +187,10 @@ const Without kWithout[] = {
      "Zan_Birth Zan_CheckVersions Zan_Death Zan_GetGlobals Zan_SetGlobals Zan_PrepareFCMD Zan_PrepareFTrig "
      "Zan_UnprepareFCMD Zan_UnprepareFTrig"},
     {"libm",
-     "Zan_RotateMatrix Zan_RotateMatrix4 Zan_RotateMatrix4XYZ Zan_RotateMatrix4XYZPlus Zan_LookAtMatrix "
+     "Zan_PtToAngle Zan_Pt2Angle Zan_VecToAngle Zan_DecomposeMatrix4 Zan_DecomposeMatrix4ZYX "
+     "Zan_GetOrderedXYZRotationFromMatrix Zan_ConvertAxisAngleToOrderedXYZRotation Zan_Slerp Zan_Matrix4::Decompose "
+     "Zan_Matrix4::DecomposeZYX Zan_RotateMatrix Zan_RotateMatrix4 Zan_RotateMatrix4XYZ Zan_RotateMatrix4XYZPlus "
+     "Zan_LookAtMatrix "
      "Zan_Matrix3::Skew Zan_Matrix3::Rotate Zan_Matrix4::RotateAxis Zan_Matrix4::RotateXYZ Zan_TransformPtF"}};
 
 uint64_t runOne(const Entry& entry, uint64_t n, bool print) {

@@ -112,7 +112,7 @@ public:
         return value;
     }
 
-    /// From here on 32-bit arguments are counts or indexes from low to high, unless that is empty.
+    /// From here on 16-bit and 32-bit arguments are counts or indexes from low to high, unless that is empty.
     void limit(int32_t low, int32_t high) {
         low_ = low;
         high_ = high;
@@ -184,7 +184,7 @@ struct Argument {
 
     explicit Argument(Draw& d) {
         for (Value& value : values) d.fill(value);
-        if constexpr (std::is_same_v<P, int32_t>) values[0] = d.limited(values[0]);
+        if constexpr (kOneOf<P, int16_t, int32_t>) values[0] = static_cast<P>(d.limited(values[0]));
     }
     P pass() {
         if constexpr (kArray) {
@@ -228,7 +228,7 @@ void runCase([[maybe_unused]] Draw& d, Sum& sum, const Call& call) {
     std::apply([&](auto&... a) { (a.add(sum), ...); }, arguments);
 }
 
-/// The entry of a function or member function; 32-bit arguments from low to high unless that is empty.
+/// The entry of a function or member function; 16-bit and 32-bit arguments from low to high unless that is empty.
 template <class R, class... A>
 Entry entry(const char* name, R (*f)(A...), int32_t low = 0, int32_t high = -1) {
     return {name, [=](Draw& d, Sum& sum) {
