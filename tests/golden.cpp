@@ -89,7 +89,9 @@ const Entry kEntries[] = {
     G(Zan_IsTopTwoBitsSame), G(Zan_LeadingZeros), G(Zan_MulWouldOverflow), G(Zan_RoundDouble), G(Zan_RoundDouble64),
     G(Zan_RoundDoubleSafe), G(Zan_RoundDownToPowerOf2), G(Zan_RoundToNearestMult), G(Zan_RoundUpToPowerOf2),
     G(Zan_SignedGCD), G(Zan_SignedLCM), G(Zan_TrailingZeros), G(Zan_UMulWouldOverflow), G(Zan_UnsignedGCD),
-    G(Zan_UnsignedLCM), G(Zan_fmod),
+    G(Zan_UnsignedLCM), G(Zan_fmod), G(Zan_ReduceRatio), G(Zan_RecipRatio), G(Zan_ConvRatio), G(Zan_ShortConvRatio),
+    G(Zan_FpLong2Ratio), G(Zan_AddRatio), G(Zan_SubRatio), G(Zan_MulRatio), G(Zan_DivRatio), G(Zan_CompareRatio),
+    G(Zan_MinRatio), G(Zan_MaxRatio), G(Zan_ClipRatio), G(Zan_ClipRatioToSpan), G(Zan_ClipSpanToSpan),
     // geom2d
     G(Zan_AddPt), G(Zan_CenterFixedRect), G(Zan_CenterLRect), G(Zan_CenterRect), G(Zan_CopyFixedPt),
     G(Zan_CopyFixedRect), G(Zan_CopyLPt), G(Zan_CopyLRect), G(Zan_CopyPt), G(Zan_CopyRect), G(Zan_CopyWHRect),
@@ -144,7 +146,7 @@ const Entry kEntries[] = {
     G(Zan_InverseMatrix), G(Zan_InverseMatrixQuiet), G(Zan_InverseMatrix4), G(Zan_InverseMatrix4Quiet),
     G(Zan_CalcNormalMatrix4), G(Zan_CalcNormalMatrix4Quiet), G(Zan_Matrix3::Invert), G(Zan_Matrix3::InvertQuiet),
     G(Zan_Matrix3::Adjoint), G(Zan_Matrix4::Invert), G(Zan_Matrix4::InvertQuiet), G(Zan_Matrix4ToQuat),
-    G(Zan_QuatToMatrix4),
+    G(Zan_QuatToMatrix4), G(Zan_Correct3DDecompFor2D),
     // space
     G(Zan_Clip3DLine), G(Zan_ClipLine2Rect), G(Zan_GetPlaneEquation2), G(Zan_IsQuadEdgeOn), G(Zan_PerpDistTo2DLine),
     G(Zan_RayIntersectPlane), N(Zan_GetPlaneEquation), G(Zan_TransformPoint2DtoScreen),
