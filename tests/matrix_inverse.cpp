@@ -132,6 +132,8 @@ TEST_CASE("singular and nearly so") {
     CHECK(checkInverse(diagonal<Zan_Matrix4>(-kBelow16), true).m00 == -kBelow16);
     CHECK(checkInverse(diagonal<Zan_Matrix4>(1e-5, 1e-5), true).m11 == Approx(1e-15));
     CHECK(checkInverse(diagonal<Zan_Matrix4>(1e-3, 1e-3), false).m11 == Approx(1e3));
+    // Divided by the determinant; 49 times its reciprocal is not 1.
+    CHECK(checkInverse(diagonal<Zan_Matrix4>(49), false).m00 == 1.0);
     // A NaN determinant is not small.
     CHECK(std::isnan(checkInverse(diagonal<Zan_Matrix4>(kNaN), false).m00));
     CHECK(std::isnan(checkInverse(diagonal<Zan_Matrix4>(0.0, kInf), false).m33));

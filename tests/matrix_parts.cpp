@@ -138,18 +138,18 @@ TEST_CASE("parts of known transforms") {
          true,
          {0, 0, 0, -1, -1, -1, 0, 0, 0, kPi, 0, 0}},
         {"nothing left of it", matrix4({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1}), false, {}},
+        // clang-format off
         {"pole: all in rz", turnBy(0.25, kPi / 2, 0.5, false), false, {0, 0, 0, 1, 1, 1, 0, 0, 0, 0, kPi / 2, 0.75}},
+        {"near the pole", turnBy(0.25, kPi / 2 - 9e-6, 0.5, false), false, {0, 0, 0, 1, 1, 1, 0, 0, 0, 0, kPi / 2, 0.75}},
+        {"beside it", turnBy(0.25, kPi / 2 - 1.1e-5, 0.5, false), false, {0, 0, 0, 1, 1, 1, 0, 0, 0, 0.25, kPi / 2, 0.5}},
         {"pole: all in rx", turnBy(0.25, kPi / 2, 0.5, true), true, {0, 0, 0, 1, 1, 1, 0, 0, 0, -0.25, kPi / 2, 0}},
+        {"near the pole", turnBy(0.25, kPi / 2 - 9e-6, 0.5, true), true, {0, 0, 0, 1, 1, 1, 0, 0, 0, -0.25, kPi / 2, 0}},
+        {"beside it", turnBy(0.25, kPi / 2 - 1.1e-5, 0.5, true), true, {0, 0, 0, 1, 1, 1, 0, 0, 0, 0.25, kPi / 2, 0.5}},
         {"pole: no turn", pole(0, 1), true, {0, 0, 0, 1, 1, 1, 0, 0, 0, 0, kPi / 2, 0}},
         {"pole: half a turn", pole(0, -1), true, {0, 0, 0, 1, 1, 1, 0, 0, 0, 0, kPi / 2, kPi}},
-        {"pole: hardly less than half a turn",
-         pole(9e-6, -1 + 4.05e-11),
-         true,
-         {0, 0, 0, 1, 1, 1, 0, 0, 0, 0, kPi / 2, 0}},
-        {"pole: a little less",
-         pole(1.1e-5, -1 + 6.05e-11),
-         true,
-         {0, 0, 0, 1, 1, 1, 0, 0, 0, kPi - 1.1e-5, kPi / 2, 0}},
+        {"pole: hardly less", pole(9e-6, -1 + 4.05e-11), true, {0, 0, 0, 1, 1, 1, 0, 0, 0, 0, kPi / 2, 0}},
+        {"pole: a little less", pole(1.1e-5, -1 + 6.05e-11), true, {0, 0, 0, 1, 1, 1, 0, 0, 0, kPi - 1.1e-5, kPi / 2, 0}},
+        // clang-format on
     };
     for (const auto& r : rows) {
         CAPTURE(r.what, r.zyx);
