@@ -13,7 +13,8 @@ function(zan_require_exact_arithmetic)
   if(flags MATCHES
      "-ffast-math|-Ofast|-funsafe-math-optimizations|-fassociative-math|-freciprocal-math|-ffinite-math-only|-fno-signed-zeros|-mfpmath=387|[/-]fp:fast"
   )
-    message(FATAL_ERROR "zan: '${CMAKE_MATCH_0}' is refused, since every answer is defined to the last bit.")
+    # Indented, or CMake would break the line.
+    message(FATAL_ERROR "  zan: '${CMAKE_MATCH_0}' is refused, since every answer is defined to the last bit.")
   endif()
   if(NOT CMAKE_SIZEOF_VOID_P EQUAL 8)
     message(FATAL_ERROR "zan: a 64-bit target is needed.")
