@@ -41,15 +41,17 @@ function(zan_add_library target exports description)
   endif()
 endfunction()
 
-# The loops over arrays of points, for the library and, the same way, for the test that tries each form of them.
-function(zan_add_point_kernels target)
-  set(room "${PROJECT_SOURCE_DIR}/matrix")
-  target_sources(${target} PRIVATE "${room}/point_kernels.cpp" "${room}/point_kernels_plain.cpp")
+# The forms of loops for several instruction sets, for the library and, the same way, for the tests that try each form.
+# A file whose name ends in _avx2.cpp is compiled for AVX2.
+function(zan_add_kernels target)
+  set(sources frame/processor.cpp matrix/kernels/points.cpp matrix/kernels/points_plain.cpp)
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|amd64")
-    set(avx2 -mavx2 -mno-fma)
-    target_sources(${target} PRIVATE "${room}/point_kernels_avx2.cpp")
-    set_source_files_properties("${room}/point_kernels_avx2.cpp" TARGET_DIRECTORY ${target} PROPERTIES COMPILE_OPTIONS
-                                                                                                       "${avx2}")
-    target_compile_definitions(${target} PRIVATE ZAN_AVX2_KERNEL)
+    set(avx2 matrix/kernels/points_avx2.cpp)
+    list(TRANSFORM avx2 PREPEND "${PROJECT_SOURCE_DIR}/")
+    target_sources(${target} PRIVATE ${avx2})
+    set_source_files_properties(${avx2} TARGET_DIRECTORY ${target} PROPERTIES COMPILE_OPTIONS "-mavx2;-mno-fma")
+    target_compile_definitions(${target} PRIVATE ZAN_AVX2_KERNELS)
   endif()
+  list(TRANSFORM sources PREPEND "${PROJECT_SOURCE_DIR}/")
+  target_sources(${target} PRIVATE ${sources})
 endfunction()

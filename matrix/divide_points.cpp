@@ -1,7 +1,7 @@
 // Points through a projective matrix and back to w = 1: with a test for w near zero, which reports and throws, or, in
 // the Fast members, without any.
 #include "frame/report.h"
-#include "matrix/point_kernels.h"
+#include "matrix/kernels/points.h"
 #include "matrix/point_rules.h"
 
 using zan::Site;

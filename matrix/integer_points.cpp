@@ -1,7 +1,7 @@
 // 16-bit and 16.16 points through a matrix: the affine rule in double precision, rounded, with a test for what does not
 // fit; and 16-bit points as points of space, clamped.
 #include "frame/report.h"
-#include "matrix/point_kernels.h"
+#include "matrix/kernels/points.h"
 #include "matrix/point_rules.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 // Points and vectors in double precision through a matrix, without a division or where w allows one. Nothing here
 // reports.
 #include "frame/report.h"
-#include "matrix/point_kernels.h"
+#include "matrix/kernels/points.h"
 #include "matrix/point_rules.h"
 
 using zan::Vector2;

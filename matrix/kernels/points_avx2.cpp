@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "matrix/point_kernels.h"
+#include "matrix/kernels/points.h"
 
 namespace {
 
@@ -275,7 +275,6 @@ int32_t roundedFixedPoint(const void* matrix, int32_t count, void* points) {
 
 const zan::PointKernel zan::kAvx2PointKernel = {
     "AVX2",
-    avx2Supported,
     {affine2, product3, quotient3<false>, quotient3<true>, guardedQuotient2, affine3, product4, reciprocal4<kAlways>,
      reciprocal4<kGuarded>, reciprocal3<true>, reciprocal4<kUnless>, reciprocal3<false>, roundedPoint,
      roundedFixedPoint}};

@@ -1,5 +1,5 @@
 // The plain form of the loops over arrays of points: one point after another, by its rule.
-#include "matrix/point_kernels.h"
+#include "matrix/kernels/points.h"
 #include "matrix/point_rules.h"
 #include "scalar/rounding.h"
 
@@ -94,13 +94,10 @@ int32_t rounded(const void* matrix, int32_t count, void* array) {
     return count;
 }
 
-bool always() { return true; }
-
 }  // namespace
 
 const zan::PointKernel zan::kPlainPointKernel = {
     "plain",
-    always,
     {each<Zan_Matrix3, Vector2, affine>, each<Zan_Matrix3, Vector3, product>, each<Zan_Matrix3, Vector3, quotient>,
      guarded<Zan_Matrix3, Vector3, Vector3>, guarded<Zan_Matrix3, Vector2, Vector3>, each<Zan_Matrix4, Vector3, affine>,
      each<Zan_Matrix4, Vector4, product>, each<Zan_Matrix4, Vector4, reciprocal>,

@@ -1,8 +1,8 @@
 // The loops over arrays of points, in the forms that processors allow. Declarations only: the file of a kernel is
 // compiled for one processor, and no inline function may be shared with it, since the linker keeps whichever copy it
 // likes.
-#ifndef ZAN_MATRIX_POINT_KERNELS_H
-#define ZAN_MATRIX_POINT_KERNELS_H
+#ifndef ZAN_MATRIX_KERNELS_POINTS_H
+#define ZAN_MATRIX_KERNELS_POINTS_H
 
 #include <cstdint>
 
@@ -33,7 +33,6 @@ using PointLoop = int32_t (*)(const void* matrix, int32_t count, void* points);
 
 struct PointKernel {
     const char* name;
-    bool (*supported)();
     PointLoop loops[kPointTransformCount];
 };
 
@@ -41,13 +40,10 @@ struct PointKernel {
 extern const PointKernel kPlainPointKernel;
 extern const PointKernel kAvx2PointKernel;
 
-/// All the kernels of this build, the plain one first, null behind the last; the later, the faster.
+/// The kernels of this build, one for each of zan::Instructions, null behind the last.
 extern const PointKernel* const kPointKernels[];
 
-/// The processor and the system let AVX2 instructions be used.
-bool avx2Supported();
-
-/// Transforms an array, by the given kernel or by the fastest of the machine, and by the plain form what that leaves.
+/// Transforms an array, by the given kernel or by that of zan::instructions(), and by the plain form what that leaves.
 /// Returns count, or where a guarded or rounded transform stops the index of that point: the points before it are
 /// transformed, those behind it are not. A count below 1 does nothing and returns what is not less than it.
 int32_t transformPoints(const PointKernel& kernel, PointTransform transform, const void* matrix, int32_t count,
@@ -56,4 +52,4 @@ int32_t transformPoints(PointTransform transform, const void* matrix, int32_t co
 
 }  // namespace zan
 
-#endif  // ZAN_MATRIX_POINT_KERNELS_H
+#endif  // ZAN_MATRIX_KERNELS_POINTS_H
