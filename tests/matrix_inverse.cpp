@@ -1,6 +1,4 @@
 // Inverses, adjugates and normal matrices.
-#include <algorithm>
-
 #include "host_reports.h"
 #include "matrices.h"
 
@@ -9,43 +7,27 @@ namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-// The elimination as one does it on paper: rows stay where they are and the pivots are remembered.
+// The elimination as one does it on paper: the identity beside the matrix, rows stay where they are.
 bool onPaper(const Zan_Matrix3& m, Zan_Matrix3& inverse) {
-    double a[3][3], r[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
-    std::memcpy(a, &m, sizeof a);
-    const auto size = [&](int row, int column) { return std::fabs(a[row][column]); };
-    const auto tiny = [](double p) { return -1e-20 < p && p < 1e-20; };
-    int k = 2;
-    if (size(0, 0) > size(1, 0) && size(0, 0) > size(2, 0))
-        k = 0;
-    else if (size(1, 0) > size(2, 0))
-        k = 1;
-    if (tiny(a[k][0])) return false;
-    double p = 1 / a[k][0];
-    a[k][1] *= p, a[k][2] *= p, r[k][k] = p;
-    for (int row : {0, 1, 2}) {
-        if (row == k) continue;
-        const double f = -a[row][0];
-        a[row][1] += f * a[k][1], a[row][2] += f * a[k][2], r[row][k] = f * r[k][k];
+    double a[3][6];
+    for (int i = 0; i < 18; ++i) a[i / 6][i % 6] = i % 6 < 3 ? at(m, i / 6, i % 6) : i % 6 - 3 == i / 6 ? 1.0 : 0.0;
+    int pivots[3] = {-1, -1, -1};
+    for (int step = 0; step < 3; ++step) {
+        const auto size = [&](int row) { return std::fabs(a[row][step]); };
+        int& k = pivots[step];
+        for (int row = 0; row < 3; ++row) {
+            if (row == pivots[0] || (step == 2 && row == pivots[1])) continue;
+            if (k < 0 || !(size(k) > size(row))) k = row;
+        }
+        const double pivot = a[k][step];
+        if (-1e-20 < pivot && pivot < 1e-20) return false;
+        for (double& element : a[k]) element *= 1 / pivot;
+        for (int row = 0; row < 3; ++row) {
+            const double f = -a[row][step];
+            for (int j = 0; j < 6 && row != k; ++j) a[row][j] += f * a[k][j];
+        }
     }
-    const int low = k == 0 ? 1 : 0, high = k == 2 ? 1 : 2;
-    const int j = size(low, 1) > size(high, 1) ? low : high, l = low + high - j;
-    if (tiny(a[j][1])) return false;
-    p = 1 / a[j][1];
-    a[j][2] *= p, r[j][j] = p, r[j][k] *= p;
-    for (int row : {k, l}) {
-        const double f = -a[row][1];
-        a[row][2] += f * a[j][2], r[row][j] = f * r[j][j], r[row][k] += f * r[j][k];
-    }
-    if (tiny(a[l][2])) return false;
-    p = 1 / a[l][2];
-    r[l][l] = p, r[l][k] *= p, r[l][j] *= p;
-    for (int row : {k, j}) {
-        const double f = -a[row][2];
-        r[row][l] = f * r[l][l], r[row][k] += f * r[l][k], r[row][j] += f * r[l][j];
-    }
-    const int order[] = {k, j, l};
-    inverse = fill<Zan_Matrix3>([&](int i, int column) { return r[order[i]][column]; });
+    inverse = fill<Zan_Matrix3>([&](int i, int j) { return a[pivots[i]][3 + j]; });
     return true;
 }
 
@@ -60,24 +42,15 @@ template <class Matrix>
 Matrix checkInverse(const Matrix& m, bool singular) {
     HostReports host;
     const int32_t code = singular ? 0x1107 : 0;
-    const char* report = !singular             ? ""
-                         : sizeOf<Matrix> == 3 ? "0x110023 sev 8: unable to invert matrix."
-                                               : "0x11002D sev 8: unable to invert matrix.";
+    const std::string site = sizeOf<Matrix> == 3 ? "0x110023" : "0x11002D";
+    const std::string report = singular ? site + " sev 8: unable to invert matrix." : "";
     unsigned char flag = 9;
-    Matrix out = m, same = m, member = m;
-    CHECK(quiet(&same, &same, &flag) == code);
-    CHECK((flag == (singular ? 1 : 0) && quiet(&m, &out, nullptr) == code && sameDoubles(out, same)));
-    CHECK((member.InvertQuiet() == singular && sameDoubles(member, singular ? m : out) && host.takeAll().empty()));
-    CHECK((loud(&m, &same) == code && sameDoubles(same, out)));
-    CHECK(host.takeAll() == report);
-    member = m;
-    long thrown = 0;
-    try {
-        member.Invert();
-    } catch (long c) {
-        thrown = c;
-    }
-    CHECK((thrown == code && sameDoubles(member, singular ? m : out) && host.takeAll() == report));
+    Matrix out = m, same = m, quietly = m, member = m;
+    CHECK((quiet(&same, &same, &flag) == code && flag == (singular ? 1 : 0)));
+    CHECK((quiet(&m, &out, nullptr) == code && sameDoubles(out, same)));
+    CHECK((quietly.InvertQuiet() == singular && sameDoubles(quietly, singular ? m : out) && host.takeAll().empty()));
+    CHECK((loud(&m, &same) == code && sameDoubles(same, out) && host.takeAll() == report));
+    CHECK((thrownBy([&] { member.Invert(); }) == code && sameDoubles(member, quietly) && host.takeAll() == report));
     return out;
 }
 
@@ -88,30 +61,21 @@ Matrix diagonal(double last, double others = 1.0) {
 
 }  // namespace
 
-TEMPLATE_TEST_CASE("a matrix times its inverse", "", Zan_Matrix3, Zan_Matrix4) {
-    Random random(421);
-    for (int round = 0; round < 300; ++round) {
-        const auto m = fill<TestType>([&](int, int) { return random.plain(-1, 1); });
-        if (std::fabs(m.Determinant()) < 1e-3) continue;
-        TestType product = m;
-        product *= checkInverse(m, false);
-        CHECK(product.IsIdentityWithinEpsilon(1e-11));
-    }
-    CHECK(checkInverse(TestType(true), false).IsIdentity());
-    checkInverse(fill<TestType>([](int i, int j) { return i == 1 || j == 1 ? 0.0 : i + 2.0 * j * j; }), true);
-}
-
-TEST_CASE("the elimination, bit for bit") {
+TEST_CASE("the elimination") {
     Random random(422);
     int inverted = 0;
     for (int round = 0; round < 3000; ++round) {
         // Nasty ones, and small whole numbers, whose pivots tie.
         const auto m = fill<Zan_Matrix3>(
             [&](int, int) { return round % 3 == 0 ? random.nasty() : random.below(5) - 2 + 0.5 * (round % 3 - 1); });
-        Zan_Matrix3 expected, out;
+        Zan_Matrix3 expected(true);
         const bool good = onPaper(m, expected);
-        CHECK((Zan_InverseMatrixQuiet(&m, &out, nullptr) == 0) == good);
-        CHECK((good ? sameDoubles(out, expected) : out == Zan_Matrix3(true)));
+        const Zan_Matrix3 out = checkInverse(m, !good);
+        // Paper also has the zeros that an infinity makes NaNs of.
+        for (int k = 0; k < 9; ++k) {
+            const double due = at(expected, k / 3, k % 3);
+            CHECK((std::isnan(due) || at(out, k / 3, k % 3) == due));
+        }
         inverted += good;
     }
     CHECK((inverted > 2000 && inverted < 2990));
@@ -123,15 +87,12 @@ TEST_CASE("singular and nearly so") {
     CHECK(checkInverse(diagonal<Zan_Matrix3>(-kBelow20), true).IsIdentity());
     CHECK(checkInverse(diagonal<Zan_Matrix3>(-1e-20, 1e-20), false).m00 == 1e20);
     checkInverse(diagonal<Zan_Matrix3>(1, kBelow20), true);
-    checkInverse(matrix3({1e30, 1, 2, 0, 0, 3, 0, 0, 4}), true);       // the second pivot
-    checkInverse(matrix3({900, 1, 2, 1, 800, 3, 901, 801, 5}), true);  // the third
-    const Zan_Matrix3 swap = matrix3({0, 1, 0, 1, 0, 0, 0, 0, 1});
-    CHECK(Zan_EqualMatrixWithinEpsilon(checkInverse(swap, false), swap, 0.0));
+    checkInverse(matrix({1e30, 1, 2, 0, 0, 3, 0, 0, 4}), true);       // the second pivot
+    checkInverse(matrix({900, 1, 2, 1, 800, 3, 901, 801, 5}), true);  // the third
 
     CHECK(checkInverse(diagonal<Zan_Matrix4>(1e-16), false).m33 == 1e16);
     CHECK(checkInverse(diagonal<Zan_Matrix4>(-kBelow16), true).m00 == -kBelow16);
     CHECK(checkInverse(diagonal<Zan_Matrix4>(1e-5, 1e-5), true).m11 == Approx(1e-15));
-    CHECK(checkInverse(diagonal<Zan_Matrix4>(1e-3, 1e-3), false).m11 == Approx(1e3));
     // Divided by the determinant; 49 times its reciprocal is not 1.
     CHECK(checkInverse(diagonal<Zan_Matrix4>(49), false).m00 == 1.0);
     // A NaN determinant is not small.
@@ -147,42 +108,33 @@ TEST_CASE("adjugates") {
         Zan_Matrix3 adjugate = m, product = m;
         adjugate.Adjoint();
         product *= adjugate;
-        const double determinant = m.Determinant();
-        CHECK(Zan_EqualMatrixWithinEpsilon(product, diagonal<Zan_Matrix3>(determinant, determinant), 0.0));
-        // A singular 4x4 matrix leaves its adjugate behind: with a row that is the sum of two others M * adj(M) = 0.
+        CHECK(Zan_EqualMatrixWithinEpsilon(product, diagonal<Zan_Matrix3>(m.Determinant(), m.Determinant()), 0.0));
+        // Element (r, c) is the signed minor without row c and column r, which a singular 4x4 matrix leaves behind.
         auto n = fill<Zan_Matrix4>(whole);
-        const int sum = random.below(4);
-        for (int j = 0; j < 4; ++j) n = with(n, sum, j, at(n, (sum + 1) % 4, j) + at(n, (sum + 2) % 4, j));
-        Zan_Matrix4 left;
-        CHECK(Zan_InverseMatrix4Quiet(&n, &left, nullptr) == 0x1107);
-        CHECK((Zan_Matrix4(n) *= left).IsZero());
-        // and its element (r, c) is the signed minor without row c and column r.
-        const int row = random.below(4), column = random.below(4);
-        Zan_Matrix3 rest;
-        rest.AssignFromByDroppingIndices(n, column, row);
-        CHECK(at(left, row, column) == ((row + column) % 2 == 0 ? 1 : -1) * rest.Determinant());
+        const bool singular = round % 2 == 0;
+        if (singular) n = fill<Zan_Matrix4>([&](int i, int j) { return at(n, i == 2 ? 1 : i, j); });
+        const double divisor = singular ? 1.0 : n.Determinant();
+        const Zan_Matrix4 left = checkInverse(n, singular);
+        CHECK(left == fill<Zan_Matrix4>([&](int i, int j) {
+                  Zan_Matrix3 rest;
+                  rest.AssignFromByDroppingIndices(n, j, i);
+                  return ((i + j) % 2 == 0 ? rest.Determinant() : -rest.Determinant()) / divisor;
+              }));
     }
-    Zan_Matrix3 m = matrix3({2, 0, 0, 0, 3, 0, 0, 0, 4});
-    m.Adjoint();
-    CHECK(Zan_EqualMatrixWithinEpsilon(m, matrix3({12, 0, 0, 0, 8, 0, 0, 0, 6}), 0.0));
 }
 
 TEST_CASE("normal matrices") {
     HostReports host;
-    const Zan_Matrix4 translation = matrix4({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1});
-    const Zan_Matrix4 expected = matrix4({1, 0, 0, -5, 0, 1, 0, -6, 0, 0, 1, -7, 0, 0, 0, 1});
-    const Zan_Matrix4 flat = matrix4({1, 2, 3, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1});
-    Zan_Matrix4 adjugate;
-    CHECK(Zan_InverseMatrix4Quiet(&flat, &adjugate, nullptr) == 0x1107);
-    Zan_Matrix4 turned = adjugate;
-    turned.Transpose();
-    Zan_Matrix4 m = translation;
-    unsigned char singular = 9;
-    CHECK((Zan_CalcNormalMatrix4(&m, &m) == 0 && Zan_EqualMatrixWithinEpsilon(m, expected, 0.0)));
-    CHECK((Zan_CalcNormalMatrix4Quiet(&translation, &m, &singular) == 0 && singular == 0));
-    CHECK(Zan_EqualMatrixWithinEpsilon(m, expected, 0.0));
-    CHECK((Zan_CalcNormalMatrix4Quiet(&flat, &m, &singular) == 0x1107 && singular == 1 && m == turned));
-    CHECK((Zan_CalcNormalMatrix4Quiet(&flat, &m, nullptr) == 0x1107 && host.takeAll().empty()));
-    CHECK((Zan_CalcNormalMatrix4(&flat, &m) == 0x1107 && m == adjugate && m != turned));
-    CHECK(host.takeAll() == "0x11002D sev 8: unable to invert matrix.");
+    const Zan_Matrix4 slanted = matrix({1, 2, 3, 0, 0, 1, 0, 0, 0, 0, 1, 4, 5, 6, 7, 1});
+    for (const Zan_Matrix4& m : {slanted, with(slanted, 2, 2, -32.0)}) {  // the second is singular
+        unsigned char singular = 9;
+        Zan_Matrix4 inverse, turned, normal, quietly, loud = m;
+        const int32_t code = Zan_InverseMatrix4Quiet(&m, &inverse, nullptr);
+        Zan_TransposeMatrix4(&inverse, &turned);
+        CHECK((Zan_CalcNormalMatrix4Quiet(&m, &quietly, &singular) == code && singular == (code == 0 ? 0 : 1)));
+        CHECK((Zan_CalcNormalMatrix4Quiet(&m, &normal, nullptr) == code && normal == turned && quietly == turned));
+        CHECK((host.takeAll().empty() && Zan_CalcNormalMatrix4(&loud, &loud) == code));
+        CHECK(loud == (code == 0 ? turned : inverse));
+        CHECK(host.takeAll() == (code == 0 ? "" : "0x11002D sev 8: unable to invert matrix."));
+    }
 }

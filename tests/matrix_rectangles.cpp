@@ -7,155 +7,102 @@ namespace {
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-const Zan_Matrix3 kQuarterTurn = matrix3({0, 1, 0, -1, 0, 0, 0, 0, 1});  // (x, y) goes to (-y, x)
-const Zan_Matrix3 kScale = matrix3({2, 0, 0, 0, 3, 0, 0, 0, 1});
-const Zan_Matrix3 kMirror = matrix3({-1, 0, 0, 0, 1, 0, 0.25, 0.5, 1});
-const Zan_Matrix3 kFar = matrix3({1, 0, 0, 0, 1, 0, 32760, -32760, 1});
-const Zan_Matrix3 kProjective = matrix3({2, 0, 7, 0, 3, 7, 0, 0, 7});  // as kScale, but for the flag
-const Zan_Matrix3 kNaNs = matrix3({kNaN, 0, 0, 0, 1, 0, 0, 0, 1});
-const Zan_Matrix3 kZeroTimesInf = matrix3({kInf, 0, 0, 0, 1, 0, 0, 0, 1});  // NaN where x is 0, else infinite
+const Zan_Matrix3 kQuarterTurn = matrix({0, 1, 0, -1, 0, 0, 0, 0, 1});  // (x, y) goes to (-y, x)
+const Zan_Matrix3 kScale = matrix({2, 0, 0, 0, 3, 0, 0, 0, 1});
+const Zan_Matrix3 kNaNs = matrix({kNaN, 0, 0, 0, 1, 0, 0, 0, 1});
+const Zan_Matrix3 kZeroTimesInf = matrix({kInf, 0, 0, 0, 1, 0, 0, 0, 1});  // NaN where x is 0, else infinite
 
-struct RectRow {
-    const char* what;
-    const Zan_Matrix3* m;
-    int16_t in[4];  // left, top, right, bottom
-    double box[4];  // unrounded
-    int16_t rounded[4];
-    int32_t turned;
-};
-const RectRow kRects[] = {
-    {"scaled", &kScale, {0, 0, 20, 10}, {0, 0, 40, 30}, {0, 0, 40, 30}, 0},
-    {"turned", &kQuarterTurn, {0, 0, 20, 10}, {-10, 0, 0, 20}, {-10, 0, 0, 20}, 1},
-    {"mirrored, halves go up", &kMirror, {1, 2, 4, 6}, {-3.75, 2.5, -0.75, 6.5}, {-4, 3, -1, 7}, 0},
-    {"clamped", &kFar, {0, 0, 6, 6}, {32760, -32760, 32766, -32754}, {32760, -32760, 32766, -32754}, 0},
-    {"clamped more", &kFar, {5, -9, 7, 0}, {32765, -32769, 32767, -32760}, {32765, -32767, 32766, -32760}, 0},
-    {"never divided", &kProjective, {0, 0, 20, 10}, {0, 0, 40, 30}, {0, 0, 40, 30}, 1},
-    {"NaN", &kNaNs, {1, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0},
-    {"NaN on the left", &kZeroTimesInf, {0, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0},
-    {"NaN on the right", &kZeroTimesInf, {-3, 2, 0, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0},
-    {"infinite", &kZeroTimesInf, {-3, 2, 3, 4}, {-kInf, 2, kInf, 4}, {-32767, 2, 32766, 4}, 0},
-};
-
-// A corner as the box's table would have it: around in the order of the four corners.
-double affineAt(const Zan_Matrix3& m, const int16_t (&in)[4], int corner, int coordinate) {
-    const double x = in[corner == 1 || corner == 2 ? 2 : 0], y = in[corner >= 2 ? 3 : 1];
-    return coordinate == 0 ? x * m.m00 + y * m.m10 + m.m20 : x * m.m01 + y * m.m11 + m.m21;
+template <class Record>
+bool same(const Record& a, const Record& b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
 }  // namespace
 
 TEST_CASE("16-bit and double rectangles") {
-    for (const RectRow& r : kRects) {
-        for (const bool member : {false, true}) {
-            CAPTURE(r.what, member);
-            Zan_Vector2T<double> corners[4], floatCorners[4];
-            unsigned char turned = 9, floatTurned = 9;
-            Zan_Rect rect = {r.in[1], r.in[0], r.in[3], r.in[2]}, bare = rect;
-            Zan_FloatRect floats = {double(r.in[0]), double(r.in[1]), double(r.in[2]), double(r.in[3])};
-            if (member) {
-                r.m->TransformRect(&rect, corners, &turned);
-                r.m->TransformRect(&bare, nullptr, nullptr);
-            } else {
-                CHECK(Zan_TransformRect(r.m, &rect, corners, &turned) == 0);
-                CHECK(Zan_TransformRect(r.m, &bare, nullptr, nullptr) == 0);
-            }
-            CHECK(Zan_TransformFloatRect(r.m, &floats, member ? nullptr : floatCorners, &floatTurned) == 0);
-            for (const Zan_Rect& box : {rect, bare}) {
-                CHECK((box.left == r.rounded[0] && box.top == r.rounded[1]));
-                CHECK((box.right == r.rounded[2] && box.bottom == r.rounded[3]));
-            }
-            CHECK(sameDoubles(floats, Zan_FloatRect{r.box[0], r.box[1], r.box[2], r.box[3]}));
-            CHECK((turned == r.turned && floatTurned == r.turned));
-            for (int i = 0; i < 4; ++i) {
-                CHECK(sameBits(corners[i].x, affineAt(*r.m, r.in, i, 0)));
-                CHECK(sameBits(corners[i].y, affineAt(*r.m, r.in, i, 1)));
-                CHECK((member || sameDoubles(floatCorners[i], corners[i])));
-            }
+    // Left, top, right, bottom; unrounded, rounded, and whether turned.
+    using Box = double[4];
+    const auto check = [](const Zan_Matrix3& m, const Box& in, const Box& box, const Box& rounded, int turned) {
+        const auto narrow = [](const Box& b) {
+            return Zan_Rect{int16_t(b[1]), int16_t(b[0]), int16_t(b[3]), int16_t(b[2])};
+        };
+        CAPTURE(m.m00, m.m20, in[0], in[2]);
+        Zan_Rect rects[] = {narrow(in), narrow(in), narrow(in), narrow(in)};
+        Zan_FloatRect floats[] = {{in[0], in[1], in[2], in[3]}, {in[0], in[1], in[2], in[3]}};
+        Zan_Vector2T<double> corners[3][4];
+        unsigned char flags[] = {9, 9, 9};
+        CHECK((Zan_TransformRect(&m, &rects[0], corners[0], &flags[0]) == 0));
+        CHECK((Zan_TransformRect(&m, &rects[1], nullptr, nullptr) == 0));
+        m.TransformRect(&rects[2], corners[1], &flags[1]);
+        m.TransformRect(&rects[3], nullptr, nullptr);
+        CHECK((Zan_TransformFloatRect(&m, &floats[0], corners[2], &flags[2]) == 0));
+        CHECK((Zan_TransformFloatRect(&m, &floats[1], nullptr, nullptr) == 0));
+        for (const Zan_Rect& rect : rects) CHECK(same(rect, narrow(rounded)));
+        for (const Zan_FloatRect& rect : floats)
+            CHECK(sameDoubles(rect, Zan_FloatRect{box[0], box[1], box[2], box[3]}));
+        for (const unsigned char flag : flags) CHECK(flag == turned);
+        for (int i = 0; i < 12; ++i) {
+            const double x = in[i % 4 == 1 || i % 4 == 2 ? 2 : 0], y = in[i % 4 >= 2 ? 3 : 1];
+            const Zan_Vector2T<double> corner(x * m.m00 + y * m.m10 + m.m20, x * m.m01 + y * m.m11 + m.m21);
+            CHECK(sameDoubles(corners[i / 4][i % 4], corner));
         }
-    }
+    };
+    const Zan_Matrix3 mirror = matrix({-1, 0, 0, 0, 1, 0, 0.25, 0.5, 1});
+    const Zan_Matrix3 diagonal = matrix({1, 1, 0, -1, 1, 0, 0, 0, 1});  // a corner on each side
+    const Zan_Matrix3 far = matrix({1, 0, 0, 0, 1, 0, 32760, -32760, 1});
+    const Zan_Matrix3 projective = matrix({2, 0, 7, 0, 3, 7, 0, 0, 7});  // as kScale, but for the flag
+    check(kScale, {0, 0, 20, 10}, {0, 0, 40, 30}, {0, 0, 40, 30}, 0);
+    check(projective, {0, 0, 20, 10}, {0, 0, 40, 30}, {0, 0, 40, 30}, 1);
+    check(diagonal, {0, 0, 20, 10}, {-10, 0, 20, 30}, {-10, 0, 20, 30}, 1);
+    check(mirror, {1, 2, 4, 6}, {-3.75, 2.5, -0.75, 6.5}, {-4, 3, -1, 7}, 0);  // halves go up
+    check(far, {0, 0, 6, 6}, {32760, -32760, 32766, -32754}, {32760, -32760, 32766, -32754}, 0);
+    check(far, {5, -9, 7, 0}, {32765, -32769, 32767, -32760}, {32765, -32767, 32766, -32760}, 0);
+    check(kNaNs, {1, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0);
+    check(kZeroTimesInf, {0, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0);
+    check(kZeroTimesInf, {-3, 2, 0, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0);
+    check(kZeroTimesInf, {-3, 2, 3, 4}, {-kInf, 2, kInf, 4}, {-32767, 2, 32766, 4}, 0);
 }
 
 TEST_CASE("16.16 rectangles fail whole") {
     HostReports host;
-    constexpr const char* kReport = "0x110027 sev 8: overflow in fixed point transformation.";
-    const Zan_Matrix3 translate = matrix3({1, 0, 0, 0, 1, 0, 1, -1, 1});
-    struct {
-        const char* what;
-        const Zan_Matrix3* m;
-        Zan_FixedRect in, box;
-        Zan_FixedPoint corners[4];
-        int32_t turned;
-        const char* report;
-    } const rows[] = {
-        {"scaled", &kScale, {0, 0, 20, 10}, {0, 0, 40, 30}, {{0, 0}, {40, 0}, {40, 30}, {0, 30}}, 0, ""},
-        {"turned", &kQuarterTurn, {0, 0, 2, 1}, {-1, 0, 0, 2}, {{0, 0}, {0, 2}, {-1, 2}, {-1, 0}}, 1, ""},
-        {"whole units",
-         &translate,
-         {0, 0, 2, 1},
-         {65536, -65536, 65538, -65535},
-         {{65536, -65536}, {65538, -65536}, {65538, -65535}, {65536, -65535}},
-         0,
-         ""},
-        {"the third corner overflows in its v",
-         &kScale,
-         {1, 2, 3, INT32_MAX},
-         {1, 2, 3, INT32_MAX},
-         {{2, 6}, {6, 6}, {6, INT32_MAX}, {1, INT32_MAX}},
-         9,
-         kReport},
-    };
-    for (const auto& r : rows) {
-        for (const bool member : {false, true}) {
-            CAPTURE(r.what, member);
-            Zan_FixedRect rect = r.in;
-            Zan_FixedPoint corners[4] = {};
-            unsigned char turned = 9;
-            int32_t code = 0;
-            try {
-                if (member)
-                    r.m->TransformRect(&rect, corners, &turned);
-                else
-                    code = Zan_TransformFixRect(r.m, &rect, corners, &turned);
-            } catch (long thrown) {
-                code = static_cast<int32_t>(thrown);
-            }
-            CHECK(code == (*r.report == '\0' ? 0 : 0x1102));
-            CHECK(host.takeAll() == r.report);
-            CHECK(std::memcmp(&rect, &r.box, sizeof rect) == 0);
-            CHECK(std::memcmp(corners, r.corners, sizeof corners) == 0);
-            CHECK(turned == r.turned);
-            rect = r.in;
-            CHECK(Zan_TransformFixRect(r.m, &rect, nullptr, nullptr) == code);
-            CHECK((std::memcmp(&rect, &r.box, sizeof rect) == 0 && host.takeAll() == r.report));
+    using Corners = Zan_FixedPoint[4];
+    const auto check = [&](const Zan_Matrix3& m, const Zan_FixedRect& in, const Zan_FixedRect& box, const Corners& due,
+                           int turned) {
+        CAPTURE(m.m00, m.m20, in.right);
+        const int32_t code = turned > 1 ? 0x1102 : 0;
+        const char* report = code != 0 ? "0x110027 sev 8: overflow in fixed point transformation." : "";
+        for (const int way : {0, 1, 2}) {
+            Zan_FixedRect rect = in;
+            Corners corners = {};
+            unsigned char flag = 9;
+            CHECK((way == 0   ? Zan_TransformFixRect(&m, &rect, corners, &flag)
+                   : way == 1 ? thrownBy([&] { m.TransformRect(&rect, corners, &flag); })
+                              : Zan_TransformFixRect(&m, &rect, nullptr, nullptr)) == code);
+            CHECK((same(rect, box) && host.takeAll() == report));
+            if (way != 2) CHECK((same(corners, due) && flag == turned));
         }
-    }
+    };
+    const Zan_Matrix3 translate = matrix({1, 0, 0, 0, 1, 0, 1, -1, 1});  // in whole units
+    constexpr int32_t k1 = 65536, kMax = INT32_MAX;
+    check(kScale, {0, 0, 20, 10}, {0, 0, 40, 30}, {{0, 0}, {40, 0}, {40, 30}, {0, 30}}, 0);
+    check(kQuarterTurn, {0, 0, 2, 1}, {-1, 0, 0, 2}, {{0, 0}, {0, 2}, {-1, 2}, {-1, 0}}, 1);
+    check(translate, {0, 0, 2, 0}, {k1, -k1, k1 + 2, -k1}, {{k1, -k1}, {k1 + 2, -k1}, {k1 + 2, -k1}, {k1, -k1}}, 0);
+    // The third corner overflows in its v.
+    check(kScale, {1, 2, 3, kMax}, {1, 2, 3, kMax}, {{2, 6}, {6, 6}, {6, kMax}, {1, kMax}}, 9);
 }
 
 TEST_CASE("whole bounds") {
-    const Zan_Matrix3 quarter = matrix3({0.25, 0, 0, 0, 0.25, 0, 0, 0, 1});
-    const Zan_Matrix3 up = matrix3({1, 0, 0, 0, 1, 0, 4e9, -4e9, 1});
-    const Zan_Matrix3 half = matrix3({1, 0, 0, 0, 1, 0, 0.5, -0.5, 1});
-    struct {
-        const char* what;
-        const Zan_Matrix3* m;
-        Zan_LRect in, out;
-    } const rows[] = {
-        {"no width", &quarter, {0, 0, 0, 10}, {0, 0, 0, 0}},
-        {"no height, inverted", &kNaNs, {0, 10, 10, 9}, {0, 0, 0, 0}},
-        {"outwards", &quarter, {0, 0, 10, 10}, {0, 0, 3, 3}},
-        {"outwards below zero", &quarter, {-10, -9, -1, -8}, {-3, -3, 0, -2}},
-        {"turned", &kQuarterTurn, {0, 0, 20, 10}, {-10, 0, 0, 20}},
-        {"the whole range",
-         &half,
-         {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX},
-         {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}},
-        {"beyond the range", &up, {-5, -5, 5, 5}, {INT32_MAX, INT32_MIN, INT32_MAX, INT32_MIN}},
-        {"NaN", &kNaNs, {1, 2, 3, 4}, {INT32_MIN, 2, INT32_MAX, 4}},
-        {"NaN at one corner", &kZeroTimesInf, {0, 2, 3, 4}, {INT32_MIN, 2, INT32_MAX, 4}},
+    const auto check = [](const Zan_Matrix3& m, const Zan_LRect& in, const Zan_LRect& out) {
+        CAPTURE(m.m00, m.m20, in.left, in.right, in.bottom);
+        CHECK(same(Zan_TransformBounds(m, in), out));
     };
-    for (const auto& r : rows) {
-        CAPTURE(r.what);
-        const Zan_LRect box = Zan_TransformBounds(*r.m, r.in);
-        CHECK(std::memcmp(&box, &r.out, sizeof box) == 0);
-    }
+    const Zan_Matrix3 quarter = matrix({0.25, 0, 0, 0, 0.25, 0, 0, 0, 1});
+    const Zan_Matrix3 up = matrix({1, 0, 0, 0, 1, 0, 4e9, -4e9, 1}), half = matrix({1, 0, 0, 0, 1, 0, 0.5, -0.5, 1});
+    constexpr int32_t kMin = INT32_MIN, kMax = INT32_MAX;
+    check(quarter, {0, 0, 0, 10}, {0, 0, 0, 0}), check(kNaNs, {0, 10, 10, 9}, {0, 0, 0, 0});
+    check(quarter, {0, 0, 10, 10}, {0, 0, 3, 3}), check(quarter, {-10, -9, -1, -8}, {-3, -3, 0, -2});
+    check(kQuarterTurn, {0, 0, 20, 10}, {-10, 0, 0, 20});
+    check(half, {kMin, kMin, kMax, kMax}, {kMin, kMin, kMax, kMax});
+    check(up, {-5, -5, 5, 5}, {kMax, kMin, kMax, kMin});
+    check(kNaNs, {1, 2, 3, 4}, {kMin, 2, kMax, 4}), check(kZeroTimesInf, {0, 2, 3, 4}, {kMin, 2, kMax, 4});
 }

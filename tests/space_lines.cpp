@@ -17,54 +17,47 @@ TEST_CASE("a segment and the near plane") {
     constexpr double kBefore = 0x1.9999999999999p-4;                 // the double before 0.1
     check({0, 0, 1}, {0, 10, -1}, false, true, {0, 4.5, -1 + 1.1});  // z is rounded
     check({8, 10, -0.15}, {0, 0, 0.35}, true, false, {4, 5, 0.1});
-    check({1, 2, 0.1}, {3, 4, 5}, false, false, {0, 0, 0});
-    check({1, 2, kBefore}, {3, 4, -5}, true, true, {0, 0, 0});
+    check({1, 2, 0.1}, {3, 4, 5}, false, false, {0, 0, 0}), check({1, 2, kBefore}, {3, 4, -5}, true, true, {0, 0, 0});
     check({1, 2, kBefore}, {3, 4, 0.1}, true, false, {3, 4, 0.1});
     check({1, 2, 3}, {3, 4, kNaN}, true, false, {kNaN, kNaN, kNaN});
 }
 
 TEST_CASE("the distance from a point to a line") {
-    const auto check = [](const P2& p, const P2& a, const P2& b, bool expected, double expectedDistance) {
-        CAPTURE(p.x, p.y, a.x, a.y, b.x, b.y);
-        bool within = !expected;
-        double distance = -1;
-        CHECK((Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance) == 0 && within == expected));
-        CHECK(sameBits(distance, expectedDistance));
-        CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, nullptr, &distance) == 0);
-    };
-    check({9, 5}, {0, 0}, {10, 0}, false, 5);  // beside b, but farther from a than b is
-    check({3, 4}, {0, 0}, {1e-12, 0}, false, 5), check({3, 4}, {0, 0}, {1e12, 0}, true, 4);
-    check({3, 4}, {0, 0}, {0x1.d1a94a2000001p+39, 0}, false, 5);
     Random random(51);
+    const double lengths[] = {1e-12, 0x1.19799812dea12p-40, 1e12, 0x1.d1a94a2000001p+39};  // the ends of what is a line
     for (int round = 0; round < 20000; ++round) {  // with roots, where the library compares squares
-        const int kind = random.below(3);
+        const int kind = random.below(4);
         const auto draw = [&] {
             return kind == 0 ? random.nasty() : kind == 1 ? random.below(7) : random.plain(-1, 1);
         };
-        const P2 a(draw(), draw()), b(draw(), draw()), d(b.x - a.x, b.y - a.y);
+        const P2 a = kind == 3 ? P2(0, 0) : P2(draw(), draw());
+        const P2 b = kind == 3 ? P2(lengths[round % 4], 0) : P2(draw(), draw()), d(b.x - a.x, b.y - a.y);
         // Every other point is as far from a as b is, but for rounding.
         const P2 p = random.below(2) == 0 ? P2(a.x + d.y, a.y + d.x) : P2(draw(), draw()), v(p.x - a.x, p.y - a.y);
         const double size = std::sqrt(d.x * d.x + d.y * d.y), fromA = std::sqrt(v.x * v.x + v.y * v.y);
         const P2 u(d.x * (1 / size), d.y * (1 / size));
         const double t = u.x * v.x + u.y * v.y, x = v.x - t * u.x, y = v.y - t * u.y;
-        const bool line = size > 1e-12 && size <= 1e12;
-        check(p, a, b, line && !(t < 0) && !(fromA > size), line ? std::sqrt(x * x + y * y) : fromA);
+        const bool line = size > 1e-12 && size <= 1e12, expected = line && !(t < 0) && !(fromA > size);
+        CAPTURE(p.x, p.y, a.x, a.y, b.x, b.y);
+        bool within = !expected;
+        double distance = -1;
+        CHECK((Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance) == 0 && within == expected));
+        CHECK(sameBits(distance, line ? std::sqrt(x * x + y * y) : fromA));
+        CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, nullptr, &distance) == 0);
     }
 }
 
 TEST_CASE("a segment and a rectangle") {
-    constexpr Zan_FloatRect kRect = {0, 0, 10, 10};
-    const auto check = [&](P2 a, P2 b, bool expected, const P2& clippedA, const P2& clippedB) {
+    const auto check = [](P2 a, P2 b, bool expected, const P2& clippedA, const P2& clippedB) {
         CAPTURE(clippedA.x, clippedA.y, clippedB.x, clippedB.y);
+        constexpr Zan_FloatRect kRect = {0, 0, 10, 10};
         bool visible = !expected;
         CHECK(Zan_ClipLine2Rect(&kRect, &a, &b, &visible) == 0);
         CHECK((visible == expected && sameDoubles(a, clippedA) && sameDoubles(b, clippedB)));
     };
-    check({-5, 5}, {15, 6}, true, {0, 5.25}, {10, 5.75}), check({15, 6}, {-5, 5}, true, {10, 5.75}, {0, 5.25});
-    check({5, -5}, {6, 15}, true, {5.25, 0}, {5.75, 10}), check({6, 15}, {5, -5}, true, {5.75, 10}, {5.25, 0});
+    check({-5, 5}, {15, 6}, true, {0, 5.25}, {10, 5.75}), check({6, 15}, {5, -5}, true, {5.75, 10}, {5.25, 0});
     check({-2, 16}, {6, 0}, true, {1, 10}, {6, 0});  // sideways, then up
-    check({-5, -5}, {-1, 20}, false, {-5, -5}, {-1, 20});
-    check({-5, 5}, {15, 5}, false, {-5, 5}, {15, 5});
+    check({-5, -5}, {-1, 20}, false, {-5, -5}, {-1, 20}), check({-5, 5}, {15, 5}, false, {-5, 5}, {15, 5});
     check({0, 5}, {10, 5}, true, {0, 5}, {10, 5});
     check({10, 5}, {15, 6}, false, {10, 5}, {15, 6}), check({5, 10}, {6, 15}, false, {5, 10}, {6, 15});
     check({INFINITY, 6}, {5, 5}, true, {10, kNaN}, {5, 5});  // one end inside is enough

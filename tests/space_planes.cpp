@@ -1,4 +1,4 @@
-// Planes from points and normals, and where rays meet them.
+// Planes from points and normals, where rays meet them, and what is seen edge-on.
 #include <vector>
 
 #include "host_reports.h"
@@ -17,16 +17,16 @@ TEST_CASE("plane equations") {
         }
         CHECK((sameDoubles(plane, expected) && sameDoubles(centroid, middle)));
     };
-    check({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, {0, 0, 1, -0.0}, {0.5, 0.5, 0});
     check({{3, 0, 0}, {3, 6, 0}, {3, 0, 6}}, {1, 0, 0, -3}, {3, 2, 2});
+    check({{0, 3, 0}, {0, 3, 2}, {2, 3, 2}, {2, 3, 0}}, {0, 1, 0, -3}, {1, 3, 1});
     check({{1, 2, 3}, {3, 4, 5}}, {0, 0, 0, -0.0}, {2, 3, 4});
     // Twice the area: 2^-40 is too little to normalise, 2^-39 is not.
     check({{0x1p-20, 0, 8}, {0, 0x1p-20, 8}, {0, 0, 8}, {0, 0, 8}}, {0, 0, 0x1p-40, -0x1p-37}, {0x1p-22, 0x1p-22, 8});
     check({{0x1p-20, 0, 8}, {0, 0x1p-19, 8}, {0, 0, 8}, {0, 0, 8}}, {0, 0, 1, -8}, {0x1p-22, 0x1p-21, 8});
     check({}, {0, 0, 0, 0}, {0, 0, 0});
-    const Point point(0, 0, 5), normal(0, 0, 2);
+    const Point point(1, 3, 5), normal(2, 4, 6);
     Zan_PlaneEq plane;
-    CHECK((Zan_GetPlaneEquation2(&point, &normal, &plane) == 0 && sameDoubles(plane, Zan_PlaneEq{0, 0, 2, -10})));
+    CHECK((Zan_GetPlaneEquation2(&point, &normal, &plane) == 0 && sameDoubles(plane, Zan_PlaneEq{2, 4, 6, -44})));
 }
 
 TEST_CASE("a ray and a plane") {
@@ -47,7 +47,6 @@ TEST_CASE("a ray and a plane") {
         }
     };
     constexpr double kUnread = std::numeric_limits<double>::quiet_NaN();
-    check({0, 0, 1, -5}, {{0, 0, 0, kUnread}, {0, 0, 2}}, {0, 0, 5}, false, true, true);
     check({0, 0, 1, -5}, {{0, 0, 0, kUnread}, {0, 0, -2}}, {0, 0, 5}, true, true, false);
     check({0, 0, 1, -5}, {{1, 2, 5, 0}, {1, 1, 1}}, {1, 2, 5}, false, true, false);  // the origin itself
     check({0, 0, -1, 1e-12}, {{0, 0, 0, 1}, {1, 0, 1e-12}}, {1, 0, 1e-12}, false, true, true);
@@ -59,24 +58,22 @@ TEST_CASE("a ray and a plane") {
 
 TEST_CASE("a quadrilateral seen edge-on") {
     // Edge-on from the cosine on, or never for a cosine of 9.
-    const auto check = [](const Zan_Matrix4& m, const Point* quad, bool orthographic, double cosine) {
+    const auto check = [](const Zan_Matrix4& m, const Point& middle, bool orthographic, double cosine) {
+        const auto corner = [&](double x, double y) { return Point(middle.x + x, middle.y + y, middle.z); };
+        const Point quad[] = {corner(-1, -1), corner(1, -1), corner(1, 1), corner(-1, 1)};
         for (const double tolerance : {cosine - 1e-9, cosine + 1e-9}) {
-            CAPTURE(m.m00, m.m11, m.m33, quad[0].x, orthographic, tolerance);
+            CAPTURE(m.m00, m.m11, m.m33, middle.x, orthographic, tolerance);
             bool edgeOn = tolerance < cosine;
             CHECK(Zan_IsQuadEdgeOn(&m, quad, tolerance, orthographic, &edgeOn) == 0);
             CHECK(edgeOn == (tolerance > cosine && cosine < 9));
         }
     };
-    Zan_Matrix4 same(true), turned(true), halved(true), point(true);
+    Zan_Matrix4 same(true), turned(true), steep(true), halved(true), point(true);
     turned.m11 = turned.m22 = std::cos(1.0), turned.m12 = std::sin(1.0), turned.m21 = -std::sin(1.0);
+    steep.m11 = steep.m22 = 0, steep.m12 = 1, steep.m21 = -1;  // y becomes z, z becomes -y
     halved.m33 = 2, point.m00 = 0;
-    const Point far[] = {{3, 0, 5}, {3, 1, 5}, {3, 1, 6}, {3, 0, 6}};
-    const Point face[] = {{-1, -1, 5}, {1, -1, 5}, {1, 1, 5}, {-1, 1, 5}};
-    const Point eye[] = {{-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0}};
-    const double seen = 3 / std::sqrt(9 + 0.25 + 5.5 * 5.5);  // from the origin to the middle of `far`
-    check(same, far, true, 0), check(same, far, false, seen), check(halved, far, false, seen);
-    check(turned, face, true, std::cos(1.0)), check(turned, face, false, 1);
-    check(point, face, true, 9), check(same, eye, false, 9);
-    bool edgeOn = true;
-    CHECK((Zan_IsQuadEdgeOn(&same, face, 1, true, &edgeOn) == 0 && !edgeOn));  // a cosine of exactly 1
+    check(steep, {3, 6, 0}, true, 0), check(steep, {2, 6, 3}, false, 3 / 7.0);
+    check(turned, {0, 0, 5}, true, std::cos(1.0)), check(turned, {0, 0, 5}, false, 1), check(same, {0, 0, 5}, true, 1);
+    check(point, {0, 0, 5}, true, 9), check(same, {0, 0, 0}, false, 9);
+    halved.m31 = 7, check(halved, {3, 2, 6}, false, 6 / std::sqrt(9 + 9 * 9 + 36.0));
 }
