@@ -33,12 +33,11 @@ struct PointT;
 /// @param tolerance  a point this far from an edge that it is beside (see Zan_PerpDistTo2DLine), or from a vertex, is
 ///                   inside. A tolerance whose square is 0 or NaN is none
 /// @param inside     receives 1 or 0
-/// @return   0, or the platform's code for an exception
-/// @reports  the platform reports that working memory could not be had; inside is then 0
+/// @return   0; it cannot fail, and takes no memory
 /// @threads  any
 template <class Vector>
-[[nodiscard]] int32_t Zan_IsFloatPointInConcavePoly(const Vector* point, const Vector* vertices, int32_t count,
-                                                    double tolerance, unsigned char* inside);
+int32_t Zan_IsFloatPointInConcavePoly(const Vector* point, const Vector* vertices, int32_t count, double tolerance,
+                                      unsigned char* inside);
 
 /// @cond
 extern template ZAN_API int32_t Zan_IsFloatPointInConcavePoly<Zan_Vector2T<double>>(const Zan_Vector2T<double>*,
@@ -55,11 +54,10 @@ extern "C" {
 /// @param point     the point
 /// @param vertices  four
 /// @param inside    receives 1 or 0
-/// @return   0, or the platform's code for an exception
-/// @reports  as Zan_IsFloatPointInConcavePoly
+/// @return   0
 /// @threads  any
-[[nodiscard]] ZAN_API int32_t Zan_IsFloatPointInQuad(const Zan_Vector2T<double>* point,
-                                                     const Zan_Vector2T<double>* vertices, unsigned char* inside);
+ZAN_API int32_t Zan_IsFloatPointInQuad(const Zan_Vector2T<double>* point, const Zan_Vector2T<double>* vertices,
+                                       unsigned char* inside);
 
 }  // extern "C"
 
@@ -154,7 +152,6 @@ public:
     /// Zan_IsFloatPointInConcavePoly for the outline; false when the layer is invisible.
     /// @param p          on the screen
     /// @param tolerance  0 or the distance at which a point beside the outline still hits
-    /// @throws the test's result code, as a `long`
     [[nodiscard]] bool IsPointInside(const Zan_Vector2T<double>* p, double tolerance) const;
     /// The distance to the nearest edge. To an edge that p is beside, as Zan_PerpDistTo2DLine says, it is the distance
     /// to its line, to any other the distance to its nearer end.
@@ -231,7 +228,6 @@ public:
     /// Zan_IsFloatPointInConcavePoly for the outline as it is; false when it has no points or no corner is in front.
     /// @param p          on the screen
     /// @param tolerance  0 or the distance at which a point beside the outline still hits
-    /// @throws the test's result code, as a `long`
     [[nodiscard]] bool IsPointInside(const Zan_Vector2T<double>* p, double tolerance) const;
     /// As Zan_TransformPoly2D has it, for the parts of the edges that are in front; -1 when there are none.
     /// @param p  on the screen

@@ -1,0 +1,157 @@
+// Every form of the loops over polygons gives the bits of the plain one, and what is built on them the answer of the
+// rule in its plainest words, wherever blocks of edges end.
+#include <vector>
+
+#include "frame/processor.h"
+#include "poly/kernels/edges.h"
+#include "values.h"
+#include "zan/poly.h"
+#include "zan/space.h"
+
+namespace {
+
+template <class T>
+using Points = std::vector<Zan_Vector2T<T>>;
+template <class T>
+constexpr bool kFloats = sizeof(T) == sizeof(float);
+
+// One in four a number of the list, or one of a few, so that vertices repeat and coordinates are equal.
+double coordinate(Random& random, bool nasty) {
+    if (nasty && random.below(4) == 0) return random.nasty();
+    return random.below(3) == 0 ? random.below(5) : random.plain(0, 4);
+}
+
+double stepped(double x, int32_t steps) {
+    for (; steps > 0; --steps) x = std::nextafter(x, 1e308);
+    for (; steps < 0; ++steps) x = std::nextafter(x, -1e308);
+    return x;
+}
+
+// Each edge count, from each place in memory that a record can have; the last vertex is the end of its array.
+template <class T>
+void checkEdges(const zan::EdgeKernel& kernel, Random& random) {
+    for (int32_t edges = kernel.fewest; edges <= zan::kEdgesAtOnce; ++edges) {
+        for (int32_t round = 0; round < 60; ++round) {
+            const bool nasty = round % 2 != 0;
+            const double margins[] = {0.01, 1, random.plain(0, 2), std::numeric_limits<double>::infinity()};
+            const zan::HitTarget target = {coordinate(random, nasty), coordinate(random, nasty), margins[round % 4]};
+            std::vector<T> numbers;
+            for (int32_t i = 0; i < 2 * (edges + 1) + round % 8; ++i) {
+                // Also a step beside the margin, to both sides.
+                const double at = i % 2 != round % 2 ? target.y : target.x;
+                const double edge = stepped(at + (i % 3 - 1) * target.margin, random.below(3) - 1);
+                numbers.push_back(static_cast<T>(random.below(4) == 0 ? edge : coordinate(random, nasty)));
+            }
+            for (const int question : {zan::kSpanningDoubles, zan::kNearDoubles}) {
+                const int scan = question + (kFloats<T> ? zan::kSpanningFloats : zan::kSpanningDoubles);
+                const T* vertices = numbers.data() + round % 8;
+                const zan::EdgeBits plain = zan::kPlainEdgeKernel.scans[scan](vertices, edges, target);
+                const zan::EdgeBits bits = kernel.scans[scan](vertices, edges, target);
+                CAPTURE(kernel.name, scan, edges, round);
+                CHECK((bits.spanning == plain.spanning && bits.near == plain.near));
+                CHECK((plain.spanning | plain.near) >> (edges - 1) <= 1);
+            }
+        }
+    }
+}
+
+// Walks a list of kernels. A machine may lack what the last ones need.
+template <class Kernel, class Check>
+void eachKernel(const Kernel* const* kernels, const Kernel& plain, const Check& check) {
+    CHECK(kernels[0] == &plain);
+    for (int i = 0; kernels[i] != nullptr; ++i) {
+        if (i <= static_cast<int>(zan::supportedInstructions())) {
+            check(*kernels[i]);
+        } else {
+            WARN(kernels[i]->name << " skipped: not on this machine");
+        }
+    }
+}
+
+// Vertices without repetitions, edges, then each edge in turn.
+template <class T>
+bool plainHit(const Zan_Vector2T<T>& q, const Points<T>& vertices, double tolerance) {
+    const double tol2 = tolerance * tolerance;
+    Points<T> list{vertices[0]};
+    for (const auto& v : vertices) {
+        if (std::memcmp(&v, &list.back(), sizeof v) != 0) list.push_back(v);
+    }
+    const T dx = q.x - list[0].x, dy = q.y - list[0].y;
+    if (list.size() == 1) return tol2 > 0 ? tol2 >= dx * dx + dy * dy : q.x == list[0].x && q.y == list[0].y;
+    const Zan_Vector2T<double> p(q.x, q.y);
+    int crossings = 0;
+    for (size_t i = 0; i < list.size(); ++i) {
+        const auto& next = list[(i + 1) % list.size()];
+        const Zan_Vector2T<double> a(list[i].x, list[i].y), b(next.x, next.y);
+        bool within = false;
+        double distance = 0;
+        Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance);
+        if (tol2 > 0 && within && tol2 >= distance * distance) return true;
+        if (tol2 > 0 && (tol2 >= p.DistanceSquared(a) || tol2 >= p.DistanceSquared(b))) return true;
+        if (!(a.x < p.x && p.x <= b.x) && !(b.x < p.x && p.x <= a.x)) continue;
+        const double y = (p.x - b.x) / (a.x - b.x) * (a.y - b.y) + b.y;
+        double lo = y < p.y ? y : p.y, hi = y < p.y ? p.y : y;
+        if (hi < 0) lo = -std::exchange(hi, -lo);
+        if ((hi * 1e-12 > 0x1.198p-40 ? hi * 1e-12 : 0x1.198p-40) > hi - lo) return true;
+        crossings += y > p.y;
+    }
+    return crossings % 2 != 0;
+}
+
+// A tolerance that is the distance to an edge's line or end, or a step beside it.
+template <class T>
+double closeTolerance(Random& random, const Zan_Vector2T<T>& q, const Points<T>& outline) {
+    const size_t i = random.bits() % outline.size();
+    const auto &from = outline[i], &to = outline[(i + 1) % outline.size()];
+    const Zan_Vector2T<double> p(q.x, q.y), a(from.x, from.y), b(to.x, to.y);
+    double distance = 0;
+    Zan_PerpDistTo2DLine(&p, &a, &b, nullptr, &distance);
+    return stepped(random.below(2) == 0 ? distance : std::sqrt(p.DistanceSquared(a)), random.below(5) - 2);
+}
+
+template <class T>
+void checkHits(Random& random) {
+    int32_t hits[2] = {};
+    for (int32_t round = 0; round < 20000; ++round) {
+        // Long outlines are rings with teeth, so that not everything is on them.
+        const int32_t count = 1 + random.below(round % 4 == 0 ? 300 : 20);
+        const bool nasty = random.below(5) == 0, ring = count > 20 || random.below(2) == 0;
+        const double scale = std::ldexp(1.0, random.below(4) == 0 ? random.below(44) : 0);
+        Points<T> outline;
+        while (outline.size() < size_t(count)) {
+            const double angle = 6.28 * double(outline.size()) / count, radius = random.plain(1, 2);
+            const double x = ring ? 2 + radius * std::cos(angle) : coordinate(random, nasty);
+            const double y = ring ? 2 + radius * std::sin(angle) : coordinate(random, nasty);
+            outline.emplace_back(static_cast<T>(x * scale), static_cast<T>(y * scale));
+            if (random.below(9) == 0) outline.push_back(outline.back());
+        }
+        const auto& other = outline[random.bits() % outline.size()];
+        Zan_Vector2T<T> p(T(coordinate(random, nasty) * scale), T(coordinate(random, nasty) * scale));
+        if (random.below(4) == 0) p.x = other.x;
+        if (random.below(8) == 0) p.y = other.y;
+        const double tolerances[] = {0, 0.05 * scale, random.plain(0, 0.2) * scale, closeTolerance(random, p, outline)};
+        const double tolerance = tolerances[random.below(4)];
+        unsigned char inside = 9;
+        CAPTURE(count, round, tolerance, p.x, p.y);
+        CHECK(Zan_IsFloatPointInConcavePoly(&p, outline.data(), int32_t(outline.size()), tolerance, &inside) == 0);
+        CHECK(inside == plainHit(p, outline, tolerance));
+        ++hits[inside & 1];
+    }
+    CHECK((hits[0] > 4000 && hits[1] > 4000));
+}
+
+}  // namespace
+
+TEST_CASE("edges, by every kernel") {
+    Random random(71);
+    eachKernel(zan::kEdgeKernels, zan::kPlainEdgeKernel, [&](const zan::EdgeKernel& kernel) {
+        checkEdges<double>(kernel, random);
+        checkEdges<float>(kernel, random);
+    });
+}
+
+TEST_CASE("hits, by the two lists") {
+    Random random(72);
+    checkHits<double>(random);
+    checkHits<float>(random);
+}
