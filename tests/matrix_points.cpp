@@ -138,8 +138,8 @@ void checkIntegers(int32_t (*plainly)(const M3*, int32_t, Point*), const char* o
         for (size_t i = 0; i < 2; ++i) points[i].h = in[2 * i], points[i].v = in[2 * i + 1];
         CHECK((member ? thrownBy([&] { m.TransformPoints(2, points); }) : plainly(&m, 2, points)) ==
               (overflow == nullptr ? 0 : 0x1102));
-        for (size_t i = 0; i < 2; ++i) CHECK((points[i].h == out[2 * i] && points[i].v == out[2 * i + 1]));
         CHECK(host.takeAll() == report);
+        for (size_t i = 0; i < 2; ++i) CHECK((points[i].h == out[2 * i] && points[i].v == out[2 * i + 1]));
     }
 }
 
@@ -167,8 +167,6 @@ TEST_CASE("16-bit and 16.16 points") {
     checkFixed({1, 0, 0, 1, 1, -2}, {5, 6, 7, 8}, {65541, -131066, 65543, -131064});  // translation in whole units
     checkFixed({1, 0, 0, 1, 0, 0}, {kMax - 1, kMin + 1, 1, 2}, {kMax - 1, kMin + 1, 1, 2});
     checkFixed({1, 0, 0, 1, 0, 0}, {1, 2, kMax, 4}, {1, 2, kMax, 4}, false);
-    checkFixed({2, 0, 0, 1, 0, 0}, {1, 2, -0x40000000, 4}, {2, 2, -0x40000000, 4}, false);
-    checkFixed({2, 0, 0, 1, 0, 0}, {1, kMax, 3, 4}, {2, kMax, 3, 4}, false);
     checkFixed({2, 0, 0, 1, 0, 0}, {1, 2, 3, kMin}, {2, 2, 6, kMin}, false);
     checkFixed({kNaN, 0, 0, 1, 0, 0}, {1, 2, 3, 4}, {kMin, 2, kMin, 4});  // the failure value of the rounding
 }

@@ -23,8 +23,8 @@ TEST_CASE("16-bit and double rectangles") {
     // Left, top, right, bottom; unrounded, rounded, and whether turned.
     using Box = double[4];
     const auto check = [](const Zan_Matrix3& m, const Box& in, const Box& box, const Box& rounded, int turned) {
-        const auto narrow = [](const Box& b) {
-            return Zan_Rect{int16_t(b[1]), int16_t(b[0]), int16_t(b[3]), int16_t(b[2])};
+        const auto narrow = [](const Box& b) -> Zan_Rect {
+            return {int16_t(b[1]), int16_t(b[0]), int16_t(b[3]), int16_t(b[2])};
         };
         CAPTURE(m.m00, m.m20, in[0], in[2]);
         Zan_Rect rects[] = {narrow(in), narrow(in), narrow(in), narrow(in)};
@@ -51,11 +51,9 @@ TEST_CASE("16-bit and double rectangles") {
     const Zan_Matrix3 diagonal = matrix({1, 1, 0, -1, 1, 0, 0, 0, 1});  // a corner on each side
     const Zan_Matrix3 far = matrix({1, 0, 0, 0, 1, 0, 32760, -32760, 1});
     const Zan_Matrix3 projective = matrix({2, 0, 7, 0, 3, 7, 0, 0, 7});  // as kScale, but for the flag
-    check(kScale, {0, 0, 20, 10}, {0, 0, 40, 30}, {0, 0, 40, 30}, 0);
     check(projective, {0, 0, 20, 10}, {0, 0, 40, 30}, {0, 0, 40, 30}, 1);
     check(diagonal, {0, 0, 20, 10}, {-10, 0, 20, 30}, {-10, 0, 20, 30}, 1);
     check(mirror, {1, 2, 4, 6}, {-3.75, 2.5, -0.75, 6.5}, {-4, 3, -1, 7}, 0);  // halves go up
-    check(far, {0, 0, 6, 6}, {32760, -32760, 32766, -32754}, {32760, -32760, 32766, -32754}, 0);
     check(far, {5, -9, 7, 0}, {32765, -32769, 32767, -32760}, {32765, -32767, 32766, -32760}, 0);
     check(kNaNs, {1, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0);
     check(kZeroTimesInf, {0, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0);
@@ -84,7 +82,6 @@ TEST_CASE("16.16 rectangles fail whole") {
     };
     const Zan_Matrix3 translate = matrix({1, 0, 0, 0, 1, 0, 1, -1, 1});  // in whole units
     constexpr int32_t k1 = 65536, kMax = INT32_MAX;
-    check(kScale, {0, 0, 20, 10}, {0, 0, 40, 30}, {{0, 0}, {40, 0}, {40, 30}, {0, 30}}, 0);
     check(kQuarterTurn, {0, 0, 2, 1}, {-1, 0, 0, 2}, {{0, 0}, {0, 2}, {-1, 2}, {-1, 0}}, 1);
     check(translate, {0, 0, 2, 0}, {k1, -k1, k1 + 2, -k1}, {{k1, -k1}, {k1 + 2, -k1}, {k1 + 2, -k1}, {k1, -k1}}, 0);
     // The third corner overflows in its v.
@@ -100,8 +97,7 @@ TEST_CASE("whole bounds") {
     const Zan_Matrix3 up = matrix({1, 0, 0, 0, 1, 0, 4e9, -4e9, 1}), half = matrix({1, 0, 0, 0, 1, 0, 0.5, -0.5, 1});
     constexpr int32_t kMin = INT32_MIN, kMax = INT32_MAX;
     check(quarter, {0, 0, 0, 10}, {0, 0, 0, 0}), check(kNaNs, {0, 10, 10, 9}, {0, 0, 0, 0});
-    check(quarter, {0, 0, 10, 10}, {0, 0, 3, 3}), check(quarter, {-10, -9, -1, -8}, {-3, -3, 0, -2});
-    check(kQuarterTurn, {0, 0, 20, 10}, {-10, 0, 0, 20});
+    check(kQuarterTurn, {0, 0, 20, 10}, {-10, 0, 0, 20}), check(quarter, {-10, -9, -1, 9}, {-3, -3, 0, 3});
     check(half, {kMin, kMin, kMax, kMax}, {kMin, kMin, kMax, kMax});
     check(up, {-5, -5, 5, 5}, {kMax, kMin, kMax, kMin});
     check(kNaNs, {1, 2, 3, 4}, {kMin, 2, kMax, 4}), check(kZeroTimesInf, {0, 2, 3, 4}, {kMin, 2, kMax, 4});

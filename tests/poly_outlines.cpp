@@ -59,16 +59,14 @@ TEST_CASE("a layer in the plane") {
         poly.TransformPoints(Zan_Matrix3(true));
         CHECK(poly.IsVisible());
     };
-    check(1, 0, 0, 1, true, {30, 40});
     check(0, 0, 1, 1, true, {20, 40});  // the projective column counts
-    check(0, 0x1p-20, 0, 1, false, {10, 10});
+    check(0, 0x1p-20, 0, 1, false, {10, 10}), check(1, 0, 0, 0, false, {10, 10});
     check(0, 0x1p-19, 0, 1, true, {20, 40 + 0x1.4p-16});
-    check(1, 0, 0, 0, false, {10, 10});
     const auto poly = withCorners<Zan_TransformPoly2D>(kSquare);
-    const Point centre(5, 5), aside(13, 14), beside(9, -5);
+    // The last is farther from the start of its edge than that is long: the nearer end counts.
+    const Point centre(5, 4), aside(13, 14), beside(9, -5);
     CHECK((poly.IsPointInside(&centre, 0) && !poly.IsPointInside(&aside, 4.9) && poly.IsPointInside(&aside, 5)));
-    CHECK((poly.GetMinimumEdgeDistance(&centre) == 5 && poly.GetMinimumEdgeDistance(&aside) == 5));
-    // Farther from the start of its edge than that is long: the nearer end counts.
+    CHECK((poly.GetMinimumEdgeDistance(&centre) == 4 && poly.GetMinimumEdgeDistance(&aside) == 5));
     CHECK(poly.GetMinimumEdgeDistance(&beside) == std::sqrt(26.0));
 }
 
@@ -104,7 +102,6 @@ TEST_CASE("a layer in space") {
         for (auto* p : {&poly, &same}) CHECK((p->IsVisible() && p->PolyPointsInit() && outlineOf(*p) == outline));
     };
     const double cut = 4.5;  // from 10 times the way from z = 1 to z = -1
-    check(kSquare, tilted(2, 0, 0), perspective, 0, {{0, 0}, {5, 0}, {5, 5}, {0, 5}}, 0);
     check(kSquare, tilted(0.1, 0, 0), flat, 0, kSquare, 0);
     check(kSquare, tilted(0x1.9999999999999p-4, 0, 0), flat, 15, {}, -1);
     check(kSquare, tilted(1, 0, -0.2), perspective, 12, {{0, 0}, {10, 0}, {100, 45}, {0, 45}}, 0);
@@ -128,8 +125,8 @@ TEST_CASE("an outline's memory is the host's") {
             if (round == 2) poly->TransformPointsToScreen(Zan_Matrix4(true));
             CHECK((poly->NumPolyPoints() == 0 && !poly->PolyPointsInit()));
             for (int again = 0; again < 2; ++again) poly->InitPolyPoints();
-            CHECK(
-                (poly->PolyPointsInit() && poly->NumPolyPoints() > 2 && memory().trackedNews == start.trackedNews + 1));
+            CHECK((poly->PolyPointsInit() && poly->NumPolyPoints() > 2));
+            CHECK(memory().trackedNews == start.trackedNews + 1);
         }
         Zan_TransformPoly3D copy(*poly);
         CHECK(memory().trackedBytes == start.trackedBytes + (8 + outlineOf(copy).size()) * sizeof(Point));

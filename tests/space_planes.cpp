@@ -60,10 +60,10 @@ TEST_CASE("a quadrilateral seen edge-on") {
     // Edge-on from the cosine on, or never for a cosine of 9.
     const auto check = [](const Zan_Matrix4& m, const Point& middle, bool orthographic, double cosine) {
         const auto corner = [&](double x, double y) { return Point(middle.x + x, middle.y + y, middle.z); };
-        const Point quad[] = {corner(-1, -1), corner(1, -1), corner(1, 1), corner(-1, 1)};
-        for (const double tolerance : {cosine - 1e-9, cosine + 1e-9}) {
+        const Point quad[] = {corner(-3, -1), corner(2, -2), corner(4, 1), corner(-3, 2)};
+        for (const double tolerance : {cosine == 1 ? 1 : cosine - 1e-9, cosine + 1e-9}) {
             CAPTURE(m.m00, m.m11, m.m33, middle.x, orthographic, tolerance);
-            bool edgeOn = tolerance < cosine;
+            bool edgeOn = tolerance <= cosine;
             CHECK(Zan_IsQuadEdgeOn(&m, quad, tolerance, orthographic, &edgeOn) == 0);
             CHECK(edgeOn == (tolerance > cosine && cosine < 9));
         }
