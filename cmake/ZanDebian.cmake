@@ -22,6 +22,9 @@ foreach(component IN ITEMS runtime dev)
           DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/lintian/overrides")
 endforeach()
 
+zan_compress("${CMAKE_CURRENT_SOURCE_DIR}/tools/selfcheck/zan-selfcheck.1" "${CMAKE_CURRENT_BINARY_DIR}/zan-selfcheck.1.gz")
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/zan-selfcheck.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT dev)
+
 # gdb reads by itself what lies under its own data directory.
 file(CONFIGURE OUTPUT auto-load.py CONTENT "gdb.execute(\"source @CMAKE_INSTALL_FULL_DATADIR@/zan/zan_gdb.py\")\n" @ONLY)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/auto-load.py"
@@ -63,11 +66,13 @@ the last bit.")
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME "${dev_package}")
 set(CPACK_DEBIAN_DEV_PACKAGE_SOURCE zan)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${runtime_package} (= ${debian_version})")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "cmake, gdb, pkgconf")
 set(CPACK_DEBIAN_DEV_DESCRIPTION
     "arithmetic and geometry for image layers - development files
 What a program is built with that uses zan: headers, the files by which CMake
-and pkg-config find it, pages on its conventions and reports, and the script
-by which gdb shows its records.")
+and pkg-config find it, pages on its conventions and reports, the script by
+which gdb shows its records, and a program that tells whether this machine
+gives the same bits as every other.")
 include(CPack)

@@ -6,7 +6,7 @@ file(REMOVE_RECURSE "${BUILD}/package")
 execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${BUILD}/package/${name}" --strip
                 OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 # What a zip without one of these promised is not what the documentation describes.
-foreach(file IN ITEMS bin/zan.dll bin/zan_platform.dll bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
+foreach(file IN ITEMS bin/zan.dll bin/zan_platform.dll bin/zan-selfcheck.exe bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
                       lib/libzan.dll.a lib/zan.lib lib/zan.def lib/cmake/zan/zan-config.cmake include/zan/zan.h
                       share/doc/zan/windows.md licences/gcc.txt licences/winpthreads.txt LICENSE CHANGELOG.md)
   if(NOT EXISTS "${BUILD}/package/${name}/${file}")

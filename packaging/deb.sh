@@ -25,5 +25,6 @@ libraries=$(dirname "$(find "$out/root" -name libzan.so)")
 export PKG_CONFIG_PATH=$libraries/pkgconfig LD_LIBRARY_PATH=$libraries
 # shellcheck disable=SC2046
 g++ -std=c++17 tests/stranger/stranger.cpp $(pkg-config --cflags --libs zan zan-platform) -o "$out/stranger"
+"$out/root/usr/bin/zan-selfcheck"
 "$out/stranger"
 echo "the packages: ${packages[*]}"

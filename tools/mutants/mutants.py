@@ -23,7 +23,7 @@ ROOT = Path(__file__).resolve().parents[2]
 WORK = ROOT / "build" / "mutants"
 EQUIVALENT = Path(__file__).with_name("equivalent.txt")
 ROOMS = ("frame", "scalar", "geom2d", "matrix", "space", "poly")
-PROGRAMS = ("zan_tests", "zan_first_check", "zan_golden", "zan_out_of_memory")
+PROGRAMS = ("zan_tests", "zan_first_check", "zan_selfcheck", "zan_out_of_memory")
 # What ctest knows besides the rows of zan_tests, which are quicker in one process.
 OTHER_TESTS = "^(first version check|a report that nobody|golden sums|out of memory)"
 MEMORY = 4 << 20  # KiB
@@ -138,7 +138,7 @@ def key(m: Mutant):
 
 def sources(wanted):
     """The files of the library that the places name."""
-    everything = [p for room in ROOMS for p in sorted((ROOT / room).iterdir())
+    everything = [p for room in ROOMS for p in sorted((ROOT / room).rglob("*"))
                   if p.suffix in (".h", ".cpp") and "windows" not in p.name]
     names = [str(p.relative_to(ROOT)) for p in everything]
     wanted = [w.rstrip("/") for w in wanted] or ROOMS

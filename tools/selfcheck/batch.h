@@ -1,21 +1,26 @@
-// Golden sums: for an export, one 64-bit sum over a numbered batch of calls, the same from every compiler, system and
+// The batch of calls of an operation, and the 64-bit sum of what they gave: the same from every compiler, system and
 // kernel. Arguments are drawn by their types; what is summed is the result, what every pointer and reference to
 // non-const then holds, the object, each report's number and a code that is thrown. A NaN counts as any other.
-#ifndef ZAN_TESTS_GOLDEN_H
-#define ZAN_TESTS_GOLDEN_H
+#ifndef ZAN_TOOLS_SELFCHECK_BATCH_H
+#define ZAN_TOOLS_SELFCHECK_BATCH_H
 
+#include <cfloat>
+#include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <functional>
+#include <iterator>
+#include <span>
 #include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
 
 #include "platform/kelvora_point.h"
-#include "values.h"
 #include "zan/zan.h"
 
-namespace golden {
+namespace selfcheck {
 
 template <class T, class... Others>
 inline constexpr bool kOneOf = (std::is_same_v<T, Others> || ...);
@@ -37,6 +42,32 @@ auto numberIn() {
 }
 template <class T>
 using NumberIn = decltype(numberIn<T>());
+
+/// Numbers at which rounding, range tests and tolerances change their answer. With another list the sums are others.
+inline constexpr double kBadDoubles[] = {0.0,           -0.0,         1.0,
+                                         -1.0,          0.5,          -0.5,
+                                         1.5,           -2.5,         1 - 0x1p-53,
+                                         1 + 0x1p-52,   5e-324,       -5e-324,
+                                         0x1p-1022,     1e-300,       1e300,
+                                         1e-12,         -1e-12,       1e-12 - 0x1p-92,
+                                         1e-16,         1e-20,        0.1,
+                                         0.1 - 0x1p-56, 32766.0,      32766.5,
+                                         32767.0,       32767.5,      -32768.0,
+                                         -32768.5,      2147483646.5, 2147483647.0,
+                                         2147483647.5,  2147483648.0, -2147483648.0,
+                                         -2147483648.5, 0x1p53,       DBL_MAX,
+                                         HUGE_VAL,      -HUGE_VAL,    NAN};
+inline constexpr int32_t kBadInts[] = {0,           1,
+                                       -1,          2,
+                                       -2,          -32769,
+                                       32767,       -32768,
+                                       32768,       65535,
+                                       65536,       -65536,
+                                       0x3FFFFFFF,  0x40000000,
+                                       -0x40000000, -0x40000001,
+                                       0x7FFF8000,  0x7FFF0001,
+                                       INT32_MAX,   INT32_MAX - 1,
+                                       INT32_MIN,   INT32_MIN + 1};
 
 /// The arguments of case n, which depend on n alone. Exact arithmetic only.
 class Draw {
@@ -60,11 +91,11 @@ public:
         } else if constexpr (std::is_floating_point_v<T>) {
             const double unit = static_cast<double>(static_cast<int64_t>(bits()) >> 11) * 0x1p-52;
             if (mood_ == 0) return static_cast<T>(below(9) - 4) / 2;
-            if (mood_ == 3 && below(3) == 0) return static_cast<T>(kNastyDoubles[bits() % std::size(kNastyDoubles)]);
+            if (mood_ == 3 && below(3) == 0) return static_cast<T>(kBadDoubles[bits() % std::size(kBadDoubles)]);
             return static_cast<T>(std::ldexp(unit, mood_ == 1 ? 7 : below(40) - 8));
         } else {
             if (mood_ == 0) return static_cast<T>(below(9) - 4);
-            if (mood_ == 3) return static_cast<T>(kNastyInts[bits() % std::size(kNastyInts)]);
+            if (mood_ == 3) return static_cast<T>(kBadInts[bits() % std::size(kBadInts)]);
             return static_cast<T>(static_cast<int64_t>(bits()) >> (mood_ == 1 ? 52 : 32 + below(31)));
         }
     }
@@ -202,6 +233,7 @@ struct Argument {
     Value values[kArray ? 8 : 1];
 };
 
+/// An operation, by the name that its sum is kept under.
 struct Entry {
     std::string name;
     std::function<void(Draw&, Sum&)> run;
@@ -271,6 +303,17 @@ struct Taking {
     }
 };
 
-}  // namespace golden
+/// An operation that has no sum, and why: it passes through the C library's sin, cos, tan, atan, atan2, asin or acos
+/// ("libm"), or is about the library's state ("state").
+struct Without {
+    const char* reason;
+    const char* names;
+};
 
-#endif  // ZAN_TESTS_GOLDEN_H
+/// All operations of the library (operations.cpp).
+std::span<const Entry> entries();
+std::span<const Without> entriesWithout();
+
+}  // namespace selfcheck
+
+#endif  // ZAN_TOOLS_SELFCHECK_BATCH_H

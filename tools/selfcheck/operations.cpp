@@ -1,19 +1,7 @@
-// The exports' golden sums; golden.sums has them, and for what is left out the reason: it passes through the C
-// library's sin, cos, tan, atan, atan2, asin or acos, or is about the library's state.
-//   zan_golden              prints them all: tests/golden.sums is made so
-//   zan_golden FILE         compares
-//   zan_golden NAME         the sum of each of its cases, to find where two builds part
-//   zan_golden NAME N       what case N gave
-#include "golden.h"
+// Every exported operation and how it is called; the test "golden sums: every export" tells when one is missing.
+#include "batch.h"
 
-#include <algorithm>
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
-
-#include "platform/bel.h"
-
-using namespace golden;
+using namespace selfcheck;
 
 namespace {
 
@@ -22,8 +10,6 @@ using V2f = Zan_Vector2T<float>;
 using V3 = Zan_Vector3T<double>;
 using V4 = Zan_Vector4T<double>;
 using PointF = kelvora::geom::PointT<float>;
-
-constexpr uint64_t kCases = 2000;
 
 // An index beyond the outline is not allowed.
 void polyPointsOneByOne(Draw& d, Sum& sum) {
@@ -180,10 +166,6 @@ const Entry kEntries[] = {
     G(Zan_TransformPoly3D::InitPolyPoints), G(Zan_TransformPoly3D::GetMinimumEdgeDistance),
     I(Zan_TransformPoly3D::GetEdge), I(Zan_TransformPoly3D::GetPoint), G(Zan_TransformPoly3D::IsVisible)};
 
-struct Without {
-    const char* reason;
-    const char* names;
-};
 const Without kWithout[] = {
     {"state",
      "Zan_Birth Zan_CheckVersions Zan_Death Zan_GetGlobals Zan_SetGlobals Zan_PrepareFCMD Zan_PrepareFTrig "
@@ -195,71 +177,7 @@ const Without kWithout[] = {
      "Zan_LookAtMatrix "
      "Zan_Matrix3::Skew Zan_Matrix3::Rotate Zan_Matrix4::RotateAxis Zan_Matrix4::RotateXYZ Zan_TransformPtF"}};
 
-uint64_t runOne(const Entry& entry, uint64_t n, bool print) {
-    Draw draw(n);
-    Sum sum(print);
-    Bel_SetReportHandler(
-        [](void* context, const Bel_Report* report) { static_cast<Sum*>(context)->add(report->errorNumber); }, &sum);
-    entry.run(draw, sum);
-    Bel_SetReportHandler(nullptr, nullptr);
-    return sum.value();
-}
-
-std::string line(const Entry& entry) {
-    Sum sum(false);
-    for (uint64_t n = 0; n < kCases; ++n) sum.fold(runOne(entry, n, false));
-    char text[20];
-    std::snprintf(text, sizeof text, " %016llx", static_cast<unsigned long long>(sum.value()));
-    return entry.name + text;
-}
-
-std::vector<std::string> allLines() {
-    std::vector<std::string> lines;
-    for (const Entry& entry : kEntries) lines.push_back(line(entry));
-    for (const Without& without : kWithout) {
-        std::istringstream names(without.names);
-        for (std::string name; names >> name;) lines.push_back(name + " " + without.reason);
-    }
-    return lines;
-}
-
-// Prints the lines that only one of the two has.
-int compare(const char* path) {
-    std::ifstream file(path);
-    std::vector<std::string> kept;
-    for (std::string text; std::getline(file, text);) kept.push_back(text);
-    const std::vector<std::string> lines = allLines();
-    int differences = 0;
-    const auto printMissing = [&](const auto& in, const auto& from, const char* mark) {
-        for (const std::string& text : in) {
-            if (std::find(from.begin(), from.end(), text) != from.end()) continue;
-            std::printf("%s %s\n", mark, text.c_str());
-            ++differences;
-        }
-    };
-    printMissing(kept, lines, "kept:");
-    printMissing(lines, kept, "now: ");
-    std::printf("%zu sums, %d differences\n", lines.size(), differences);
-    return lines.empty() || differences != 0;
-}
-
 }  // namespace
 
-int main(int argc, char** argv) {
-    if (argc == 1) {
-        for (const std::string& text : allLines()) std::printf("%s\n", text.c_str());
-        return 0;
-    }
-    for (const Entry& entry : kEntries) {
-        if (entry.name != argv[1]) continue;
-        const bool one = argc > 2;
-        const uint64_t first = one ? std::strtoull(argv[2], nullptr, 10) : 0;
-        for (uint64_t n = first; n < (one ? first + 1 : kCases); ++n) {
-            std::printf("%d", static_cast<int>(n));
-            const uint64_t sum = runOne(entry, n, one);
-            std::printf(" %016llx\n", static_cast<unsigned long long>(sum));
-        }
-        return 0;
-    }
-    return compare(argv[1]);
-}
+std::span<const Entry> selfcheck::entries() { return kEntries; }
+std::span<const Without> selfcheck::entriesWithout() { return kWithout; }
