@@ -43,14 +43,19 @@ constexpr bool multiplyWouldOverflow(int32_t a, int32_t b) {
 /// Cautious in the same way.
 constexpr bool multiplyWouldOverflow(uint32_t a, uint32_t b) { return leadingZeros(a) + leadingZeros(b) <= 31; }
 
-/// Euclid's algorithm; 1 for b = 0, whatever a is.
+/// 1 for b = 0, whatever a is. By differences and shifts (Stein, 1967), without branches that cannot be foreseen.
 constexpr uint32_t greatestCommonDivisor(uint32_t a, uint32_t b) {
     if (b == 0) return 1;
-    for (uint32_t remainder = a % b; remainder != 0; remainder = a % b) {
-        a = b;
-        b = remainder;
+    if (a == 0) return b;
+    const int common = trailingZeros(a | b);
+    int64_t first = a >> trailingZeros(a);
+    int64_t second = b >> trailingZeros(b);
+    for (int64_t difference = first - second; difference != 0; difference = first - second) {
+        const int64_t sign = difference >> 63;
+        second += difference & sign;  // the smaller of the two
+        first = ((difference ^ sign) - sign) >> std::countr_zero(static_cast<uint64_t>(difference));
     }
-    return b;
+    return static_cast<uint32_t>(first) << common;
 }
 
 }  // namespace zan

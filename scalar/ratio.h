@@ -16,6 +16,11 @@ inline constexpr uint32_t kUnsignedOnly = 0x80000000U;
 
 constexpr double toDouble(const Zan_Ratio& r) { return static_cast<double>(r.num) / static_cast<double>(r.den); }
 
+/// A product like that, of factors that are not 0, is far from what 32 bits hold, and its factors need no counting of
+/// their bits: they pass the cautious tests for overflow, and so do they divided by anything.
+constexpr bool plainlySmall(int64_t product) { return product > -0x40000000 && product < 0x40000000; }
+constexpr bool plainlySmall(uint64_t product) { return product < 0x40000000; }
+
 /// Reports a zero denominator where there is one; 0 otherwise.
 inline int32_t checkDenominators(uint32_t a, uint32_t b, Site site, Message context) {
     return a == 0 || b == 0 ? report(site, Zan_Err_ZeroDenominator, context) : 0;

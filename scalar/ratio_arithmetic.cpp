@@ -8,6 +8,7 @@
 using zan::addWouldOverflow;
 using zan::Message;
 using zan::multiplyWouldOverflow;
+using zan::plainlySmall;
 using zan::Site;
 
 zan::StatusMode zan::readStatus(uint8_t* status) {
@@ -34,6 +35,12 @@ std::optional<Zan_Ratio> sumAsItIs(const Zan_Ratio& a, const Zan_Ratio& b, bool 
     const uint32_t divisor = zan::greatestCommonDivisor(a.den, other.den);
     const uint32_t factorA = other.den / divisor;
     const uint32_t factorB = a.den / divisor;
+    const uint64_t den = uint64_t{factorA} * a.den;
+    const int64_t numA = int64_t{factorA} * a.num;
+    const int64_t numB = int64_t{factorB} * other.num;
+    if (plainlySmall(den) && plainlySmall(numA) && plainlySmall(numB)) {
+        return Zan_Ratio{static_cast<int32_t>(numA + numB), static_cast<uint32_t>(den)};
+    }
     // This also holds both factors below 2^31.
     if (multiplyWouldOverflow(factorA, a.den)) return std::nullopt;
     const auto signedA = static_cast<int32_t>(factorA);
@@ -46,6 +53,11 @@ std::optional<Zan_Ratio> sumAsItIs(const Zan_Ratio& a, const Zan_Ratio& b, bool 
 }
 
 std::optional<Zan_Ratio> productAsItIs(const Zan_Ratio& a, const Zan_Ratio& b) {
+    const uint64_t den = uint64_t{a.den} * b.den;
+    const int64_t num = int64_t{a.num} * b.num;
+    if (plainlySmall(den) && plainlySmall(num) && num != 0) {
+        return Zan_Ratio{static_cast<int32_t>(num), static_cast<uint32_t>(den)};
+    }
     if (multiplyWouldOverflow(a.den, b.den) || multiplyWouldOverflow(a.num, b.num)) return std::nullopt;
     return Zan_Ratio{a.num * b.num, a.den * b.den};
 }

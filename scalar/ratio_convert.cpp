@@ -13,10 +13,12 @@ using zan::Site;
 bool zan::reduce(Zan_Ratio* ratio) {
     const uint32_t divisor = greatestCommonDivisor(magnitude(ratio->num), ratio->den);
     if (divisor == 1) return false;
-    // A divisor of 2^31 or more divides zero, which then stays as it is, or -2^31 / 2^31.
-    if (divisor < kUnsignedOnly || ratio->num != 0) {
-        ratio->num = static_cast<int32_t>(ratio->num / int64_t{divisor});
+    if (divisor < kUnsignedOnly) {
+        ratio->num /= static_cast<int32_t>(divisor);
         ratio->den /= divisor;
+    } else if (ratio->num != 0) {
+        // A divisor of 2^31 or more divides zero, which then stays as it is, or -2^31 / 2^31.
+        *ratio = {-1, 1};
     }
     return true;
 }

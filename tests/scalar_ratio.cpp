@@ -183,6 +183,8 @@ TEST_CASE("random ratios against 128 bits") {
         const int expected = (an * bd > bn * ad) - (an * bd < bn * ad), actual = (order > 0) - (order < 0);
         REQUIRE((actual == expected || (actual == 0 && (a.den >= kBig || b.den >= kBig))));
         REQUIRE((same(least, order > 0 ? b : a) && same(most, order < 0 ? b : a)));
+        uint8_t exactly = 0;
+        REQUIRE((Zan_SubRatio(&a, &b, &result, &exactly) == 0 && (exactly != 0 || order == result.num)));
 
         // Exact, near within single precision, or too large; always exact where the plain form is small.
         if (i % 4 == 3 && (bn == 0 || b.den >= kBig)) continue;
