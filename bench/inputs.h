@@ -9,16 +9,15 @@
 #include <cstdint>
 #include <cstring>
 #include <random>
+#include <string>
 #include <vector>
 
 namespace zan_bench {
 
 /// Inputs of an entry.
 inline constexpr size_t kMany = 4096;
-/// Inputs of an entry where each is a matrix or larger: all of them fit into a second-level cache.
-inline constexpr size_t kManyLarge = 1024;
 /// Points of a long array.
-inline constexpr int32_t kPoints = 1000;
+inline constexpr size_t kPoints = 4096;
 
 /// Numbers from a seed, the same with every standard library.
 class Random {
@@ -39,6 +38,16 @@ public:
 private:
     std::mt19937 engine_;
 };
+
+/// The name of an entry with a count in it: "hull of 10,000 points".
+inline std::string named(const char* before, size_t count, const char* after) {
+    std::string digits = std::to_string(count);
+    for (size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, 1, ',');
+    std::string name = before;
+    name += digits;
+    name += after;
+    return name;
+}
 
 /// count values that make(Random&) gives.
 template <class Make>

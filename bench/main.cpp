@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
     zan_bench::addMatrixEntries();
     zan_bench::addSpaceEntries();
     zan_bench::addPolyEntries();
+    benchmark::AddCustomContext("compiler", ZAN_BENCH_COMPILER);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     benchmark::RunSpecifiedBenchmarks();

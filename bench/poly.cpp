@@ -1,4 +1,4 @@
-// Hit tests, hulls, clipping and whole layers beside Boost.Geometry, Clipper, glm and what a host writes by hand.
+// Hit tests, hulls, clipping and whole layers beside Boost.Geometry, CGAL, Clipper, glm and what a host writes by hand.
 #include "zan/poly.h"
 
 #include <polyclipping/clipper.hpp>
@@ -6,7 +6,12 @@
 #include "entries.h"
 #include "peers_boost.h"
 #include "peers_glm.h"
+#include "stated.h"
 #include "zan/matrix.h"
+
+#ifdef ZAN_BENCH_CGAL
+#include "peers_cgal.h"
+#endif
 
 namespace zan_bench {
 namespace {
@@ -16,9 +21,6 @@ using Vector4 = Zan_Vector4T<double>;
 using Outline = std::vector<Vector2>;
 
 constexpr double kPi = 3.141592653589793;
-/// Outlines that take turns, so that their shape cannot be learnt.
-constexpr size_t kOutlines = 16;
-
 Vector2 around(double angle, double radius) { return {radius * std::cos(angle), radius * std::sin(angle)}; }
 
 /// A concave outline without crossings around the origin.
@@ -80,7 +82,7 @@ double squaredDistance(const Vector2& p, const Vector2& a, const Vector2& b) {
 }
 bool hitByHand(const Vector2* v, size_t count, const Vector2& p, double tolerance) {
     if (count == 0) return false;
-    for (size_t i = 0, j = count - 1; i < count; j = i++) {
+    for (size_t i = 0, j = count - 1; tolerance > 0 && i < count; j = i++) {
         if (squaredDistance(p, v[j], v[i]) <= tolerance * tolerance) return true;
     }
     return pnpoly(v, count, p.x, p.y);
@@ -93,36 +95,37 @@ bool hit(const Vector2& p, const Outline& outline, double tolerance) {
     return inside != 0;
 }
 
-void addHits() {
-    static const auto stars = inputs(kOutlines, 71, [](Random& random) { return star(random, 64); });
-    static const auto rings = boostRings<BoostRing>(stars);
-    static const auto quads = inputs(kMany, 72, [](Random& random) { return ellipse(random, 4); });
-    static const auto quadRings = boostRings<BoostRing>(quads);
-    static const auto points = targets(73);
-    const Vector2* p = points.data();
-    const Outline *o = stars.data(), *q = quads.data();
-    const BoostRing *r = rings.data(), *qr = quadRings.data();
+/// Outlines that take turns with the points, so that neither can be learnt.
+template <size_t kVertices>
+void addHits(size_t count, uint32_t seed, bool tolerant) {
+    static const auto outlines = inputs(
+        count, seed, [](Random& random) { return kVertices == 4 ? ellipse(random, 4) : star(random, kVertices); });
+    static const auto rings = boostRings<BoostRing>(outlines);
+    static const auto points = targets(seed + 1);
+    // The inputs of an entry whose outlines are long are fewer: all vertices of an outline are input.
+    const size_t pairs = kVertices > 1000 ? 256 : kMany;
+    const std::string of = named("hit test, ", kVertices, " vertices");
+    static const auto outline = [](size_t i) -> const Outline& { return outlines[i % outlines.size()]; };
+    static const auto boostPoint = [](size_t i) { return BoostPoint(points[i].x, points[i].y); };
 
-    Entry("point in a quadrilateral", kMany, [=](size_t i) {
-        unsigned char inside = 0;
-        static_cast<void>(Zan_IsFloatPointInQuad(&p[i], q[i].data(), &inside));
-        return inside != 0;
-    }).peer("PNPOLY", [=](size_t i) {
-          return pnpoly(q[i].data(), 4, p[i].x, p[i].y);
-      }).peer("Boost.Geometry", [=](size_t i) { return bg::covered_by(BoostPoint(p[i].x, p[i].y), qr[i]); });
-    Entry("point in a polygon of 64", kMany, [=](size_t i) {
-        return hit(p[i], o[i % kOutlines], 0);
-    }).peer("PNPOLY", [=](size_t i) {
-          return pnpoly(o[i % kOutlines].data(), 64, p[i].x, p[i].y);
-      }).peer("Boost.Geometry", [=](size_t i) { return bg::covered_by(BoostPoint(p[i].x, p[i].y), r[i % kOutlines]); });
-    Entry("point in a polygon of 64, within 2 of it", kMany, [=](size_t i) {
-        return hit(p[i], o[i % kOutlines], 2);
-    }).peer("distances and PNPOLY", [=](size_t i) {
-          return hitByHand(o[i % kOutlines].data(), 64, p[i], 2);
-      }).peer("Boost.Geometry", [=](size_t i) {
-        return bg::distance(BoostPoint(p[i].x, p[i].y), r[i % kOutlines]) <= 2;
-    });
-    Entry("signed area of a polygon of 64", kOutlines,
+    Entry(of, pairs, [](size_t i) { return hit(points[i], outline(i), 0); })
+        .plain([](size_t i) { return stated::hit(points[i], outline(i).data(), kVertices, 0); })
+        .peer("PNPOLY", [](size_t i) { return pnpoly(outline(i).data(), kVertices, points[i].x, points[i].y); })
+        .peer("Boost.Geometry", [](size_t i) { return bg::covered_by(boostPoint(i), rings[i % rings.size()]); });
+    if (!tolerant) return;
+    Entry(std::string(of).append(", tolerance 2"), pairs, [](size_t i) { return hit(points[i], outline(i), 2); })
+        .plain([](size_t i) { return stated::hit(points[i], outline(i).data(), kVertices, 2); })
+        .peer("distances and PNPOLY", [](size_t i) { return hitByHand(outline(i).data(), kVertices, points[i], 2); })
+        .peer("Boost.Geometry", [](size_t i) { return bg::distance(boostPoint(i), rings[i % rings.size()]) <= 2; });
+}
+
+void addAreas() {
+    static const auto stars = inputs(16, 71, [](Random& random) { return star(random, 64); });
+    static const auto rings = boostRings<BoostRing>(stars);
+    const Outline* o = stars.data();
+    const BoostRing* r = rings.data();
+
+    Entry("signed area of a polygon of 64", stars.size(),
           [=](size_t i) { return Zan_SignedPolygonArea2D(o[i].data(), 64); })
         .peer(
             "shoelace by hand",
@@ -156,10 +159,32 @@ void hullByHand(std::vector<Vector2> points, std::vector<Vector2>& hull) {
     hull.resize(size - 1);
 }
 
-void addHulls() {
-    static const auto clouds = inputs(kOutlines, 74, [](Random& random) {
+/// A hull on a grid may have a vertex more or less where three are almost in line.
+struct SameHull {
+    template <class Hull>
+    bool operator()(const Array<Vector2>& zan, const Hull& peer) const {
+        const auto more = static_cast<double>(zan.count) - static_cast<double>(peer.count);
+        return std::abs(more) <= 2 && Near{1e-6}(area(zan), area(peer));
+    }
+
+private:
+    static double area(const Array<Vector2>& hull) {
+        return std::abs(Zan_SignedPolygonArea2D(hull.data, static_cast<int32_t>(hull.count)));
+    }
+    static double area(const Array<BoostPoint>& hull) {
+        return std::abs(bg::area(BoostRing(hull.data, hull.data + hull.count)));
+    }
+};
+
+template <size_t kCount>
+void addHulls(size_t count, uint32_t seed) {
+    static const auto clouds = inputs(count, seed, [](Random& random) {
         std::vector<Vector2> cloud;
-        for (int32_t i = 0; i < kPoints; ++i) cloud.push_back(around(random.real(0, 6.2), random.real(0, 100)));
+        for (size_t i = 0; i < kCount; ++i) {
+            // Evenly over the disc.
+            const double radius = 100 * std::sqrt(random.real(0, 1));
+            cloud.push_back(around(random.real(0, 2 * kPi), radius));
+        }
         return cloud;
     });
     static const auto multiPoints = [] {
@@ -170,39 +195,70 @@ void addHulls() {
         }
         return all;
     }();
-    static const auto rounds = inputs(kMany, 75, [](Random& random) { return ellipse(random, random.whole(3, 12)); });
-    static const auto roundRings = boostRings<BoostRing>(rounds);
-    static std::vector<Vector2> ours, byHand;
+    static std::vector<Vector2> ours, byDefinition, byHand;
     static BoostRing theirs;
 
-    Entry("hull of 1000 points", kOutlines,
-          [](size_t i) {
-              Zan_ComputeConvexHull(clouds[i].cbegin(), clouds[i].cend(), ours);
-              return &ours;
-          })
+    Entry entry(
+        named("hull of ", kCount, " points"), count,
+        [](size_t i) {
+            Zan_ComputeConvexHull(clouds[i].cbegin(), clouds[i].cend(), ours);
+            return arrayOf(ours);
+        },
+        kCount);
+    entry
+        .plain([](size_t i) {
+            stated::hull(clouds[i], byDefinition);
+            return arrayOf(byDefinition);
+        })
         .peer(
             "monotone chain",
             [](size_t i) {
                 hullByHand(clouds[i], byHand);
-                return &byHand;
+                return arrayOf(byHand);
             },
-            [](const std::vector<Vector2>* zan, const std::vector<Vector2>* peer) {
-                const auto area = [](const Outline& o) {
-                    return Zan_SignedPolygonArea2D(o.data(), static_cast<int32_t>(o.size()));
-                };
-                return zan->size() == peer->size() && Near{1e-7}(area(*zan), area(*peer));
-            })
+            SameHull())
         .peer(
             "Boost.Geometry",
             [](size_t i) {
                 theirs.clear();
                 bg::convex_hull(multiPoints[i], theirs);
-                return &theirs;
+                return arrayOf(theirs);
             },
-            [](const std::vector<Vector2>* zan, const BoostRing* peer) { return zan->size() == peer->size(); });
-    Entry("is a polygon convex", kMany, [](size_t i) {
-        return Zan_IsConvex(rounds[i].cbegin(), rounds[i].cend());
-    }).peer("Boost.Geometry", [](size_t i) { return bg::is_convex(roundRings[i]); });
+            SameHull());
+#ifdef ZAN_BENCH_CGAL
+    entry.peer("CGAL", CgalHulls(clouds), SameHull());
+#endif
+}
+
+bool convexByHand(const Outline& v) {
+    const size_t n = v.size();
+    bool left = false, right = false;
+    for (size_t i = 0; i < n; ++i) {
+        const double turn = twiceTurn(v[i], v[i + 1 < n ? i + 1 : 0], v[i + 2 < n ? i + 2 : i + 2 - n]);
+        left |= turn > 0;
+        right |= turn < 0;
+        if (left && right) return false;
+    }
+    return true;
+}
+
+template <int kVertices>
+void addConvexity(size_t count, uint32_t seed) {
+    // One in four is not convex, so that the answer cannot be learnt.
+    static const auto outlines = inputs(count, seed, [](Random& random) {
+        Outline outline = ellipse(random, kVertices);
+        if (random.whole(0, 3) == 0) {
+            Vector2& dented = outline[static_cast<size_t>(random.whole(0, kVertices - 1))];
+            dented = {dented.x * 0.01, dented.y * 0.01};
+        }
+        return outline;
+    });
+    static const auto rings = boostRings<BoostRing>(outlines);
+    Entry(named("convexity of ", kVertices, " vertices"), count,
+          [](size_t i) { return Zan_IsConvex(outlines[i].cbegin(), outlines[i].cend()); })
+        .plain([](size_t i) { return stated::convex(outlines[i]); })
+        .peer("by hand", [](size_t i) { return convexByHand(outlines[i]); })
+        .peer("Boost.Geometry", [](size_t i) { return bg::is_convex(rings[i]); });
 }
 
 /// Clipper works on integers; a host scales.
@@ -215,9 +271,37 @@ ClipperLib::Path clipperPath(const Outline& outline) {
     return path;
 }
 
-void addClips() {
-    static const auto subjects = inputs(kManyLarge, 76, [](Random& random) { return ellipse(random, 12); });
-    static const auto clips = inputs(kManyLarge, 77, [](Random& random) { return ellipse(random, 4); });
+/// Sutherland and Hodgman (1974) in buffers of fixed size; the clip polygon is counterclockwise.
+struct Clipped {
+    Vector2 vertices[128];
+    size_t count;
+};
+void clipByHand(const Outline& clip, const Outline& subject, Clipped& result) {
+    static Clipped other;
+    Clipped *from = &other, *to = &result;
+    if (clip.size() % 2 == 0) std::swap(from, to);
+    std::copy(subject.begin(), subject.end(), from->vertices);
+    from->count = subject.size();
+    for (size_t k = 0, before = clip.size() - 1; k < clip.size(); before = k++) {
+        const Vector2 &a = clip[before], &b = clip[k];
+        to->count = 0;
+        for (size_t i = 0, last = from->count - 1; i < from->count; last = i++) {
+            const Vector2 &s = from->vertices[last], &p = from->vertices[i];
+            const double atS = twiceTurn(a, b, s), atP = twiceTurn(a, b, p);
+            if ((atS > 0) != (atP > 0)) {
+                const double t = atS / (atS - atP);
+                to->vertices[to->count++] = {s.x + t * (p.x - s.x), s.y + t * (p.y - s.y)};
+            }
+            if (atP > 0) to->vertices[to->count++] = p;
+        }
+        std::swap(from, to);
+    }
+}
+
+template <int kVertices>
+void addClips(size_t count, uint32_t seed) {
+    static const auto convex = [](Random& random) { return ellipse(random, kVertices); };
+    static const auto subjects = inputs(count, seed, convex), clips = inputs(count, seed + 1, convex);
     static const auto flatten = [](const std::vector<Outline>& outlines) {
         std::vector<std::vector<Vector4>> all;
         for (const Outline& outline : outlines) {
@@ -228,20 +312,35 @@ void addClips() {
     };
     static const auto subjects4 = flatten(subjects), clips4 = flatten(clips);
     static const auto subjectRings = boostRings<BoostPolygon>(subjects), clipRings = boostRings<BoostPolygon>(clips);
-    static std::vector<Vector4> ours;
+    static std::vector<Vector4> ours, byDefinition;
     static std::vector<BoostPolygon> boosts;
     static ClipperLib::Paths paths;
-    static const auto area = [](const std::vector<Vector4>& outline) {
+    static Clipped byHand;
+    static const auto area = [](const Array<Vector4>& outline) {
         Outline flat;
-        for (const Vector4& v : outline) flat.emplace_back(v.x, v.y);
+        for (size_t i = 0; i < outline.count; ++i) flat.emplace_back(outline.data[i].x, outline.data[i].y);
         return std::abs(Zan_SignedPolygonArea2D(flat.data(), static_cast<int32_t>(flat.size())));
     };
 
-    Entry("polygon of 12 clipped to a quadrilateral", kManyLarge,
+    Entry(named("convex polygons clipped, ", kVertices, " vertices each"), count,
           [](size_t i) {
               Zan_PolyPolyClip2D(&clips4[i], &subjects4[i], &ours);
-              return &ours;
+              return arrayOf(ours);
           })
+        .plain([](size_t i) {
+            stated::clip(clips4[i], subjects4[i], byDefinition);
+            return arrayOf(byDefinition);
+        })
+        .peer(
+            "Sutherland-Hodgman by hand",
+            [](size_t i) {
+                clipByHand(clips[i], subjects[i], byHand);
+                return &byHand;
+            },
+            [](const Array<Vector4>& zan, const Clipped* peer) {
+                const auto size = static_cast<int32_t>(peer->count);
+                return Near{1e-4}(area(zan), std::abs(Zan_SignedPolygonArea2D(peer->vertices, size)));
+            })
         .peer(
             "Boost.Geometry",
             [](size_t i) {
@@ -249,8 +348,8 @@ void addClips() {
                 bg::intersection(subjectRings[i], clipRings[i], boosts);
                 return &boosts;
             },
-            [](const std::vector<Vector4>* zan, const std::vector<BoostPolygon>* peer) {
-                return Near{1e-4}(area(*zan), peer->empty() ? 0.0 : bg::area(peer->front()));
+            [](const Array<Vector4>& zan, const std::vector<BoostPolygon>* peer) {
+                return Near{1e-4}(area(zan), peer->empty() ? 0.0 : bg::area(peer->front()));
             })
         .peer(
             "Clipper",
@@ -261,9 +360,9 @@ void addClips() {
                 clipper.Execute(ClipperLib::ctIntersection, paths);
                 return &paths;
             },
-            [](const std::vector<Vector4>* zan, const ClipperLib::Paths* peer) {
+            [](const Array<Vector4>& zan, const ClipperLib::Paths* peer) {
                 const double square = kClipperScale * kClipperScale;
-                return Near{1e-4}(area(*zan), peer->empty() ? 0.0 : std::abs(ClipperLib::Area(peer->front())) / square);
+                return Near{1e-4}(area(zan), peer->empty() ? 0.0 : std::abs(ClipperLib::Area(peer->front())) / square);
             });
 }
 
@@ -311,13 +410,13 @@ size_t outlineByHand(const Scene& scene, const glm::dmat4& toEye, const glm::dma
 }
 
 void addLayers() {
-    static const auto scenes = inputs(kManyLarge, 78, sceneOf);
+    static const auto scenes = inputs(kMany, 78, sceneOf);
     static const auto toEyes = [] {
         std::vector<Zan_Matrix4> all;
         for (const Scene& scene : scenes) all.push_back(scene.toEye);
         return sameBytes<glm::dmat4>(all);
     }();
-    static const auto planes = sameBytes<Zan_Matrix3>(inputs(kManyLarge, 79, planeTransform));
+    static const auto planes = sameBytes<Zan_Matrix3>(inputs(kMany, 79, planeTransform));
     static const auto glmPlanes = sameBytes<glm::dmat3>(planes);
     const Scene* s = scenes.data();
     const glm::dmat4* e = toEyes.data();
@@ -328,47 +427,67 @@ void addLayers() {
     const Zan_Matrix4* toScreen = screen.data();
     const glm::dmat4* glmToScreen = glmScreen.data();
 
-    Entry("layer in space: outline and hit test", kManyLarge, [=](size_t i) {
-        // A host keeps its layers from picture to picture, and with them the storage of their outlines.
-        static Zan_TransformPoly3D layer;
-        layer.SetLayerPoint(0, {0, 0});
-        layer.SetLayerPoint(1, {s[i].width, 0});
-        layer.SetLayerPoint(2, {s[i].width, s[i].height});
-        layer.SetLayerPoint(3, {0, s[i].height});
-        layer.TransformPointsToEye(s[i].toEye);
-        layer.TransformPointsToScreen(*toScreen);
-        layer.InitPolyPoints();
-        return layer.IsPointInside(&s[i].click, 3);
-    }).peer("glm, by hand", [=](size_t i) {
-        Vector2 outline[8];
-        return hitByHand(outline, outlineByHand(s[i], e[i], *glmToScreen, outline), s[i].click, 3);
-    });
-    Entry("layer in the plane: corners and hit test", kManyLarge, [=](size_t i) {
-        static Zan_TransformPoly2D layer;
-        layer.SetLayerPoint(0, {0, 0});
-        layer.SetLayerPoint(1, {s[i].width, 0});
-        layer.SetLayerPoint(2, {s[i].width, s[i].height});
-        layer.SetLayerPoint(3, {0, s[i].height});
-        layer.TransformPoints(m[i]);
-        return layer.IsPointInside(&s[i].click, 3);
-    }).peer("glm, by hand", [=](size_t i) {
-        const glm::dvec3 corners[4] = {
-            {0, 0, 1}, {s[i].width, 0, 1}, {s[i].width, s[i].height, 1}, {0, s[i].height, 1}};
-        Vector2 outline[4];
-        for (int k = 0; k < 4; ++k) {
-            const glm::dvec3 p = g[i] * corners[k];
-            outline[k] = {p.x, p.y};
-        }
-        return hitByHand(outline, 4, s[i].click, 3);
-    });
+    for (const double tolerance : {0.0, 2.0}) {
+        const std::string with = named(", tolerance ", static_cast<size_t>(tolerance), "");
+        Entry(std::string("layer in space, end to end").append(with), kMany,
+              [=](size_t i) {
+                  // A host keeps its layers from picture to picture, and with them the storage of their outlines.
+                  static Zan_TransformPoly3D layer;
+                  layer.SetLayerPoint(0, {0, 0});
+                  layer.SetLayerPoint(1, {s[i].width, 0});
+                  layer.SetLayerPoint(2, {s[i].width, s[i].height});
+                  layer.SetLayerPoint(3, {0, s[i].height});
+                  layer.TransformPointsToEye(s[i].toEye);
+                  layer.TransformPointsToScreen(*toScreen);
+                  layer.InitPolyPoints();
+                  return layer.IsPointInside(&s[i].click, tolerance);
+              })
+            .peer("glm, by hand",
+                  [=](size_t i) {
+                      Vector2 outline[8];
+                      const size_t count = outlineByHand(s[i], e[i], *glmToScreen, outline);
+                      return hitByHand(outline, count, s[i].click, tolerance);
+                  })
+            .kernels();
+        Entry(std::string("layer in the plane, end to end").append(with), kMany,
+              [=](size_t i) {
+                  static Zan_TransformPoly2D layer;
+                  layer.SetLayerPoint(0, {0, 0});
+                  layer.SetLayerPoint(1, {s[i].width, 0});
+                  layer.SetLayerPoint(2, {s[i].width, s[i].height});
+                  layer.SetLayerPoint(3, {0, s[i].height});
+                  layer.TransformPoints(m[i]);
+                  return layer.IsPointInside(&s[i].click, tolerance);
+              })
+            .peer("glm, by hand",
+                  [=](size_t i) {
+                      const glm::dvec3 corners[4] = {
+                          {0, 0, 1}, {s[i].width, 0, 1}, {s[i].width, s[i].height, 1}, {0, s[i].height, 1}};
+                      Vector2 outline[4];
+                      for (int k = 0; k < 4; ++k) {
+                          const glm::dvec3 p = g[i] * corners[k];
+                          outline[k] = {p.x, p.y};
+                      }
+                      return hitByHand(outline, 4, s[i].click, tolerance);
+                  })
+            .kernels();
+    }
 }
 
 }  // namespace
 
 void addPolyEntries() {
-    addHits();
-    addHulls();
-    addClips();
+    addHits<4>(kMany, 81, true);
+    addHits<256>(64, 83, true);
+    addHits<4096>(8, 85, false);
+    addAreas();
+    addHulls<100>(256, 74);
+    addHulls<10000>(4, 75);
+    addHulls<1000000>(1, 76);
+    addConvexity<4>(kMany, 87);
+    addConvexity<1000>(64, 88);
+    addClips<4>(kMany, 89);
+    addClips<32>(1024, 101);
     addLayers();
 }
 

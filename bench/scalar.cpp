@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "entries.h"
+#include "stated.h"
 #include "zan/scalar.h"
 
 namespace zan_bench {
@@ -190,12 +191,36 @@ void addFixedPoint() {
 
 /// Boost's ratio reduces every result; zan reduces only where 32 bits would not hold it.
 using BoostRatio = boost::rational<int64_t>;
+using BoostRatio32 = boost::rational<int32_t>;
 
 struct RatioPair {
     Zan_Ratio a, b;
 };
+template <class Ratio>
 struct BoostPair {
-    BoostRatio a, b;
+    Ratio a, b;
+};
+template <class Ratio, class Int>
+std::vector<BoostPair<Ratio>> boostPairs(const std::vector<RatioPair>& pairs) {
+    std::vector<BoostPair<Ratio>> all;
+    for (const auto& [a, b] : pairs) {
+        all.push_back({Ratio(a.num, static_cast<Int>(a.den)), Ratio(b.num, static_cast<Int>(b.den))});
+    }
+    return all;
+}
+struct SameRatio {
+    bool operator()(const Zan_Ratio& zan, const Zan_Ratio& peer) const {
+        return zan.num == peer.num && zan.den == peer.den;
+    }
+    template <class Int>
+    bool operator()(const Zan_Ratio& zan, const boost::rational<Int>& peer) const {
+        return int64_t{zan.num} * peer.denominator() == peer.numerator() * int64_t{zan.den};
+    }
+};
+
+struct SameOrder {
+    bool operator()(int32_t zan, bool less) const { return (zan < 0) == less; }
+    bool operator()(int32_t zan, int32_t order) const { return zan == order; }
 };
 
 void addRatios() {
@@ -206,18 +231,13 @@ void addRatios() {
         const Zan_Ratio a = ratio();
         return RatioPair{a, ratio()};
     });
-    static const auto boosts = [] {
-        std::vector<BoostPair> all;
-        for (const auto& [a, b] : pairs) all.push_back({BoostRatio(a.num, a.den), BoostRatio(b.num, b.den)});
-        return all;
-    }();
+    static const auto boosts = boostPairs<BoostRatio, int64_t>(pairs);
+    static const auto boosts32 = boostPairs<BoostRatio32, int32_t>(pairs);
     static const auto values = inputs(kMany, 22, [](Random& random) { return random.real(-1000, 1000); });
     const RatioPair* p = pairs.data();
-    const BoostPair* q = boosts.data();
+    const BoostPair<BoostRatio>* q = boosts.data();
+    const BoostPair<BoostRatio32>* n = boosts32.data();
     const double* x = values.data();
-    const auto equal = [](const Zan_Ratio& zan, const BoostRatio& peer) {
-        return int64_t{zan.num} * peer.denominator() == peer.numerator() * int64_t{zan.den};
-    };
 
     Entry("ratio sum", kMany,
           [=](size_t i) {
@@ -225,21 +245,40 @@ void addRatios() {
               static_cast<void>(Zan_AddRatio(&p[i].a, &p[i].b, &sum, nullptr));
               return sum;
           })
+        .plain([=](size_t i) { return stated::sum(p[i].a, p[i].b); })
         .peer(
-            "Boost.Rational", [=](size_t i) { return q[i].a + q[i].b; }, equal);
+            "Boost.Rational", [=](size_t i) { return q[i].a + q[i].b; }, SameRatio())
+        .peer(
+            "Boost.Rational, 32-bit", [=](size_t i) { return n[i].a + n[i].b; }, SameRatio());
     Entry("ratio product", kMany,
           [=](size_t i) {
               Zan_Ratio product;
               static_cast<void>(Zan_MulRatio(&p[i].a, &p[i].b, &product, nullptr));
               return product;
           })
+        .plain([=](size_t i) { return stated::product(p[i].a, p[i].b); })
         .peer(
-            "Boost.Rational", [=](size_t i) { return q[i].a * q[i].b; }, equal);
-    Entry("ratio comparison", kMany, [=](size_t i) {
-        int32_t order = 0;
-        static_cast<void>(Zan_CompareRatio(&p[i].a, &p[i].b, &order));
-        return order < 0;
-    }).peer("Boost.Rational", [=](size_t i) { return q[i].a < q[i].b; });
+            "Boost.Rational", [=](size_t i) { return q[i].a * q[i].b; }, SameRatio())
+        .peer(
+            "Boost.Rational, 32-bit", [=](size_t i) { return n[i].a * n[i].b; }, SameRatio());
+    Entry("ratio comparison", kMany,
+          [=](size_t i) {
+              int32_t order = 0;
+              static_cast<void>(Zan_CompareRatio(&p[i].a, &p[i].b, &order));
+              return order;
+          })
+        .plain([=](size_t i) { return stated::order(p[i].a, p[i].b); })
+        .peer(
+            "Boost.Rational", [=](size_t i) { return q[i].a < q[i].b; }, SameOrder())
+        .peer(
+            "Boost.Rational, 32-bit", [=](size_t i) { return n[i].a < n[i].b; }, SameOrder())
+        .peer(
+            "products in 64 bits",
+            [=](size_t i) {
+                const auto& [a, b] = p[i];
+                return int64_t{a.num} * b.den < int64_t{b.num} * a.den;
+            },
+            SameOrder());
     Entry("ratio reduced", kMany,
           [=](size_t i) {
               Zan_Ratio reduced;
@@ -247,7 +286,7 @@ void addRatios() {
               return reduced;
           })
         .peer(
-            "Boost.Rational", [=](size_t i) { return BoostRatio(p[i].a.num, p[i].a.den); }, equal);
+            "Boost.Rational", [=](size_t i) { return BoostRatio(p[i].a.num, p[i].a.den); }, SameRatio());
     Entry("ratio from a double", kMany,
           [=](size_t i) {
               Zan_Ratio ratio;

@@ -36,7 +36,7 @@ Zan_PlaneEq planeByDiagonals(const glm::dvec3* corners) {
 }
 
 void addPlanes() {
-    static const auto quads = inputs(kManyLarge, 51, quadOf);
+    static const auto quads = inputs(kMany, 51, quadOf);
     static const auto glmQuads = [] {
         std::vector<std::array<glm::dvec3, 4>> all(quads.size());
         std::memcpy(static_cast<void*>(all.data()), quads.data(), quads.size() * sizeof(Quad));
@@ -45,7 +45,7 @@ void addPlanes() {
     const Quad* q = quads.data();
     const std::array<glm::dvec3, 4>* g = glmQuads.data();
 
-    Entry("plane of four corners", kManyLarge,
+    Entry("plane of four corners", kMany,
           [=](size_t i) {
               Zan_PlaneEq plane;
               Zan_GetPlaneEquation(q[i].corners, 4, &plane, nullptr);
@@ -68,7 +68,7 @@ struct RayAndPlane {
 };
 
 void addRays() {
-    static const auto meetings = inputs(kManyLarge, 52, [](Random& random) {
+    static const auto meetings = inputs(kMany, 52, [](Random& random) {
         const Vector3 origin = pointOf(random, -100, 100);
         return RayAndPlane{{Zan_Vector4T<double>(origin), pointOf(random, -1, 1)},
                            {random.real(-1, 1), random.real(-1, 1), random.real(0.1, 1), random.real(-50, 50)}};
@@ -87,7 +87,7 @@ void addRays() {
     const RayAndPlane* r = meetings.data();
     const auto* l = lines.data();
 
-    Entry("ray and plane", kManyLarge,
+    Entry("ray and plane", kMany,
           [=](size_t i) {
               Vector3 hit;
               bool found = false;
@@ -169,10 +169,10 @@ struct Clipped {
 };
 
 void addSegments() {
-    static const auto segments = inputs(kManyLarge, 53, [](Random& random) {
+    static const auto segments = inputs(kMany, 53, [](Random& random) {
         return Segment{pointOf(random, -10, 10), pointOf(random, -10, 10)};
     });
-    static const auto flat = inputs(kManyLarge, 54, [](Random& random) {
+    static const auto flat = inputs(kMany, 54, [](Random& random) {
         const auto point = [&] { return Vector2(random.real(-100, 100), random.real(-100, 100)); };
         const Vector2 p = point(), a = point();
         return FlatCase{p, a, point()};
@@ -180,7 +180,7 @@ void addSegments() {
     const Segment* s = segments.data();
     const FlatCase* f = flat.data();
 
-    Entry("segment against the near plane", kManyLarge,
+    Entry("segment against the near plane", kMany,
           [=](size_t i) {
               Vector3 crossing;
               bool aBehind = false, bBehind = false;
@@ -193,7 +193,7 @@ void addSegments() {
                 return nearCrossing({s[i].a.x, s[i].a.y, s[i].a.z}, {s[i].b.x, s[i].b.y, s[i].b.z});
             },
             Near());
-    Entry("distance from a point to a line", kManyLarge,
+    Entry("distance from a point to a line", kMany,
           [=](size_t i) {
               bool within = false;
               double distance = 0;
@@ -210,7 +210,7 @@ void addSegments() {
             },
             // What counts as beside the segment differs near its second end.
             [](double zan, double peer) { return Near{1e-7}(std::abs(zan), std::abs(peer)); });
-    Entry("segment against a rectangle", kManyLarge,
+    Entry("segment against a rectangle", kMany,
           [=](size_t i) {
               const Zan_FloatRect rect = {-50, -50, 50, 50};
               Clipped clipped = {f[i].a, f[i].b, false};
@@ -231,26 +231,26 @@ void addSegments() {
 }
 
 void addScreen() {
-    static const auto toEyes = sameBytes<Zan_Matrix4>(inputs(kManyLarge, 55, [](Random& random) {
+    static const auto toEyes = sameBytes<Zan_Matrix4>(inputs(kMany, 55, [](Random& random) {
         auto m = spaceTransform(random);
         m[14] = random.real(-200, 2000);
         return m;
     }));
-    static const auto screens = sameBytes<Zan_Matrix3>(inputs(kManyLarge, 56, planeTransform));
+    static const auto screens = sameBytes<Zan_Matrix3>(inputs(kMany, 56, planeTransform));
     static const auto glmToEyes = sameBytes<glm::dmat4>(toEyes);
     static const auto glmScreens = sameBytes<glm::dmat3>(screens);
     // Perspective with a focal length of 1000 pixels.
     static const std::array<double, 16> kProjection = {1000, 0, 0, 0, 0, 1000, 0, 0, 0, 0, 1, 1, 0, 0, -0.1, 0};
     static const auto projections = sameBytes<Zan_Matrix4>(std::vector(1, kProjection));
     static const auto glmProjections = sameBytes<glm::dmat4>(projections);
-    static const auto points = inputs(kManyLarge, 57, [](Random& random) { return pointOf(random, -100, 100); });
+    static const auto points = inputs(kMany, 57, [](Random& random) { return pointOf(random, -100, 100); });
     const Zan_Matrix4 *e = toEyes.data(), *projection = projections.data();
     const Zan_Matrix3* s = screens.data();
     const glm::dmat4 *ge = glmToEyes.data(), *glmProjection = glmProjections.data();
     const glm::dmat3* gs = glmScreens.data();
     const Vector3* p = points.data();
 
-    Entry("point of a layer in space to the screen", kManyLarge,
+    Entry("point of a layer in space to the screen", kMany,
           [=](size_t i) {
               Vector3 point = p[i];
               static_cast<void>(Zan_TransformPoint3DtoScreen(e[i], *projection, s[i], &point));

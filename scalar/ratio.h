@@ -9,8 +9,10 @@
 
 namespace zan {
 
-/// What a failed operation leaves in its destination.
+/// What a failed operation leaves in its destination, and what stands for a result that does not fit: no result has a
+/// denominator of 0. (A std::optional would come back through memory, half of it written and all of it read.)
 inline constexpr Zan_Ratio kFailedRatio = {0, 0};
+constexpr bool fits(const Zan_Ratio& result) { return result.den != 0; }
 /// A denominator from here on is no signed 32-bit numerator.
 inline constexpr uint32_t kUnsignedOnly = 0x80000000U;
 
@@ -33,8 +35,8 @@ bool reduce(Zan_Ratio* ratio);
 /// The best approximation with both terms at most 2^30; nothing for |value| >= 2^31 and for NaN.
 std::optional<Zan_Ratio> ratioFromDouble(double value);
 
-/// a + b or a - b, reducing the operands only when the plain form overflows; nothing when it does not fit.
-std::optional<Zan_Ratio> exactSum(Zan_Ratio a, Zan_Ratio b, bool subtract);
+/// a + b or a - b, reducing the operands only when the plain form overflows; kFailedRatio when it does not fit.
+Zan_Ratio exactSum(Zan_Ratio a, Zan_Ratio b, bool subtract);
 
 /// What the caller's status pointer asks for.
 struct StatusMode {

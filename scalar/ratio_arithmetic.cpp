@@ -6,6 +6,7 @@
 #include "scalar/ratio.h"
 
 using zan::addWouldOverflow;
+using zan::fits;
 using zan::Message;
 using zan::multiplyWouldOverflow;
 using zan::plainlySmall;
@@ -26,12 +27,12 @@ using zan::StatusMode;
 // What division adds to the status byte.
 constexpr uint8_t kDivisorHalved = 2;
 
-std::optional<Zan_Ratio> sumAsItIs(const Zan_Ratio& a, const Zan_Ratio& b, bool subtract) {
-    if (subtract && b.num == INT32_MIN) return std::nullopt;  // it has no negative
+Zan_Ratio sumAsItIs(const Zan_Ratio& a, const Zan_Ratio& b, bool subtract) {
+    if (subtract && b.num == INT32_MIN) return zan::kFailedRatio;  // it has no negative
     const Zan_Ratio other = {subtract ? -b.num : b.num, b.den};
     if (a.num == 0) return other;
     if (other.num == 0) return a;
-    if (a.den == other.den && !addWouldOverflow(a.num, other.num)) return Zan_Ratio{a.num + other.num, a.den};
+    if (a.den == other.den && !addWouldOverflow(a.num, other.num)) return {a.num + other.num, a.den};
     const uint32_t divisor = zan::greatestCommonDivisor(a.den, other.den);
     const uint32_t factorA = other.den / divisor;
     const uint32_t factorB = a.den / divisor;
@@ -39,37 +40,38 @@ std::optional<Zan_Ratio> sumAsItIs(const Zan_Ratio& a, const Zan_Ratio& b, bool 
     const int64_t numA = int64_t{factorA} * a.num;
     const int64_t numB = int64_t{factorB} * other.num;
     if (plainlySmall(den) && plainlySmall(numA) && plainlySmall(numB)) {
-        return Zan_Ratio{static_cast<int32_t>(numA + numB), static_cast<uint32_t>(den)};
+        return {static_cast<int32_t>(numA + numB), static_cast<uint32_t>(den)};
     }
     // This also holds both factors below 2^31.
-    if (multiplyWouldOverflow(factorA, a.den)) return std::nullopt;
+    if (multiplyWouldOverflow(factorA, a.den)) return zan::kFailedRatio;
     const auto signedA = static_cast<int32_t>(factorA);
     const auto signedB = static_cast<int32_t>(factorB);
-    if (multiplyWouldOverflow(signedA, a.num) || multiplyWouldOverflow(signedB, other.num)) return std::nullopt;
+    if (multiplyWouldOverflow(signedA, a.num) || multiplyWouldOverflow(signedB, other.num)) return zan::kFailedRatio;
     const int32_t first = signedA * a.num;
     const int32_t second = signedB * other.num;
-    if (addWouldOverflow(first, second)) return std::nullopt;
-    return Zan_Ratio{first + second, factorA * a.den};
+    if (addWouldOverflow(first, second)) return zan::kFailedRatio;
+    return {first + second, factorA * a.den};
 }
 
-std::optional<Zan_Ratio> productAsItIs(const Zan_Ratio& a, const Zan_Ratio& b) {
+Zan_Ratio productAsItIs(const Zan_Ratio& a, const Zan_Ratio& b) {
     const uint64_t den = uint64_t{a.den} * b.den;
     const int64_t num = int64_t{a.num} * b.num;
     if (plainlySmall(den) && plainlySmall(num) && num != 0) {
-        return Zan_Ratio{static_cast<int32_t>(num), static_cast<uint32_t>(den)};
+        return {static_cast<int32_t>(num), static_cast<uint32_t>(den)};
     }
-    if (multiplyWouldOverflow(a.den, b.den) || multiplyWouldOverflow(a.num, b.num)) return std::nullopt;
-    return Zan_Ratio{a.num * b.num, a.den * b.den};
+    if (multiplyWouldOverflow(a.den, b.den) || multiplyWouldOverflow(a.num, b.num)) return zan::kFailedRatio;
+    return {a.num * b.num, a.den * b.den};
 }
 
-std::optional<Zan_Ratio> exactProduct(Zan_Ratio a, Zan_Ratio b) {
-    if (const auto plain = productAsItIs(a, b)) return plain;
+Zan_Ratio exactProduct(Zan_Ratio a, Zan_Ratio b) {
+    const Zan_Ratio plain = productAsItIs(a, b);
+    if (fits(plain)) return plain;
     bool changed = zan::reduce(&a);
     changed |= zan::reduce(&b);
     std::swap(a.num, b.num);
     changed |= zan::reduce(&a);
     changed |= zan::reduce(&b);
-    return changed ? productAsItIs(a, b) : std::nullopt;
+    return changed ? productAsItIs(a, b) : zan::kFailedRatio;
 }
 
 double sum(const Zan_Ratio& a, const Zan_Ratio& b) { return zan::toDouble(a) + zan::toDouble(b); }
@@ -84,29 +86,30 @@ struct Operation {
 
 // Writes the exact result; where there is none, approximates if that is allowed. Then tells in the way that the caller
 // chose.
-int32_t finish(std::optional<Zan_Ratio> result, const Operation& operation, const Zan_Ratio& a, const Zan_Ratio& b,
+int32_t finish(Zan_Ratio result, const Operation& operation, const Zan_Ratio& a, const Zan_Ratio& b,
                const StatusMode& mode, Zan_Ratio* destination) {
     uint8_t outcome = Zan_RatioExact;
-    if (!result) {
-        if (mode.mayApproximate) result = zan::ratioFromDouble(operation.approximate(a, b));
-        outcome = result ? Zan_RatioApproximated : Zan_RatioFailed;
+    if (!fits(result)) {
+        if (mode.mayApproximate) result = zan::ratioFromDouble(operation.approximate(a, b)).value_or(result);
+        outcome = fits(result) ? Zan_RatioApproximated : Zan_RatioFailed;
     }
-    *destination = result.value_or(zan::kFailedRatio);
+    *destination = result;
     if (mode.byte != nullptr) {
         *mode.byte = outcome;
         return 0;
     }
-    return result ? 0 : zan::report(operation.site, Zan_Err_Overflow, operation.context);
+    return fits(result) ? 0 : zan::report(operation.site, Zan_Err_Overflow, operation.context);
 }
 
 }  // namespace
 
-std::optional<Zan_Ratio> zan::exactSum(Zan_Ratio a, Zan_Ratio b, bool subtract) {
-    if (const auto plain = sumAsItIs(a, b, subtract)) return plain;
+Zan_Ratio zan::exactSum(Zan_Ratio a, Zan_Ratio b, bool subtract) {
+    const Zan_Ratio plain = sumAsItIs(a, b, subtract);
+    if (fits(plain)) return plain;
     // What has been reduced reduces no further, so one more try is enough.
     bool changed = reduce(&a);
     changed |= reduce(&b);
-    return changed ? sumAsItIs(a, b, subtract) : std::nullopt;
+    return changed ? sumAsItIs(a, b, subtract) : kFailedRatio;
 }
 
 int32_t zan::addRatios(const Zan_Ratio& a, const Zan_Ratio& b, bool subtract, Message context, Zan_Ratio* destination,

@@ -17,8 +17,8 @@ int32_t zan::orderRatios(const Zan_Ratio& a, const Zan_Ratio& b, int32_t* order)
         // The numerator of the difference over the least common denominator.
         const auto divisor = static_cast<int32_t>(greatestCommonDivisor(a.den, b.den));
         *order = static_cast<int32_t>(first - second) / divisor;
-    } else if (const auto difference = exactSum(a, b, true)) {
-        *order = difference->num;
+    } else if (const Zan_Ratio difference = exactSum(a, b, true); fits(difference)) {
+        *order = difference.num;
     } else if (a.den < kUnsignedOnly && b.den < kUnsignedOnly) {
         *order =
             compare(wideProduct(a.num, static_cast<int32_t>(b.den)), wideProduct(b.num, static_cast<int32_t>(a.den)));
