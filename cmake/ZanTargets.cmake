@@ -44,10 +44,15 @@ endfunction()
 # The forms of loops for several instruction sets, for the library and, the same way, for the tests that try each form.
 # A file whose name ends in _avx2.cpp is compiled for AVX2.
 function(zan_add_kernels target)
-  set(sources frame/processor.cpp matrix/kernels/points.cpp matrix/kernels/points_plain.cpp
-              poly/kernels/edges_plain.cpp)
+  set(sources
+      frame/processor.cpp
+      matrix/kernels/matrices.cpp
+      matrix/kernels/matrices_plain.cpp
+      matrix/kernels/points.cpp
+      matrix/kernels/points_plain.cpp
+      poly/kernels/edges_plain.cpp)
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|amd64")
-    set(avx2 matrix/kernels/points_avx2.cpp poly/kernels/edges_avx2.cpp)
+    set(avx2 matrix/kernels/matrices_avx2.cpp matrix/kernels/points_avx2.cpp poly/kernels/edges_avx2.cpp)
     list(TRANSFORM avx2 PREPEND "${PROJECT_SOURCE_DIR}/")
     target_sources(${target} PRIVATE ${avx2})
     set_source_files_properties(${avx2} TARGET_DIRECTORY ${target} PROPERTIES COMPILE_OPTIONS "-mavx2;-mno-fma")

@@ -1,27 +1,11 @@
-// Products and sums of matrices. Each element of a product is added up from left to right, whatever the factors are.
+// Products and sums of matrices.
 #include "frame/report.h"
 #include "matrix/elements.h"
+#include "matrix/kernels/matrices.h"
 
 #include <functional>
 
 namespace {
-
-// result := a * b; it may be either.
-template <class Matrix>
-void multiply(const Matrix& a, const Matrix& b, Matrix& result) {
-    const auto x = zan::elements(a);
-    const auto y = zan::elements(b);
-    constexpr int n = zan::kSize<Matrix>;
-    zan::Elements<n> product;
-    for (int i = 0; i < n; ++i) {
-        for (int j = 0; j < n; ++j) {
-            double sum = x.at[i][0] * y.at[0][j];
-            for (int k = 1; k < n; ++k) sum += x.at[i][k] * y.at[k][j];
-            product.at[i][j] = sum;
-        }
-    }
-    zan::assign(result, product);
-}
 
 // to := operation(to, n), element by element.
 template <class Matrix, class Operation>
@@ -37,11 +21,11 @@ void combine(Matrix& to, const Matrix& n, Operation operation) {
 }  // namespace
 
 int32_t Zan_ConcatMatrix(const Zan_Matrix3* a, Zan_Matrix3* b) {
-    multiply(*b, *a, *b);
+    zan::assign(*b, zan::product(zan::elements(*b), zan::elements(*a)));
     return 0;
 }
 int32_t Zan_ConcatMatrix4(const Zan_Matrix4* a, const Zan_Matrix4* b, Zan_Matrix4* product) {
-    multiply(*a, *b, *product);
+    zan::multiplyMatrices(a, b, product);
     return 0;
 }
 

@@ -1,20 +1,9 @@
-// Determinants, and the minors behind the larger one.
+// Determinants.
 #include "frame/report.h"
 #include "matrix/minors.h"
 
-double zan::minorsAndDeterminant(const Zan_Matrix4& matrix, Elements<4>* minors) {
-    const Elements<4> m = elements(matrix);
-    if (minors != nullptr) {
-        for (int i = 0; i < 4; ++i) {
-            for (int j = 0; j < 4; ++j) minors->at[i][j] = minorOf(m, i, j);
-        }
-    }
-    return m.at[0][0] * minorOf(m, 0, 0) - m.at[0][1] * minorOf(m, 0, 1) + m.at[0][2] * minorOf(m, 0, 2) -
-           m.at[0][3] * minorOf(m, 0, 3);
-}
-
 int32_t Zan_GetMatrix4Determinant(const Zan_Matrix4* m, double* determinant) {
-    *determinant = zan::minorsAndDeterminant(*m, nullptr);
+    *determinant = zan::determinant4(zan::elements(*m));
     return 0;
 }
 

@@ -43,6 +43,20 @@ inline void assign(Zan_Matrix4& m, const Elements<4>& e) {
     m.m30 = a[3][0], m.m31 = a[3][1], m.m32 = a[3][2], m.m33 = a[3][3];
 }
 
+/// Each element is added up from left to right, whatever the factors are.
+template <int N>
+inline Elements<N> product(const Elements<N>& a, const Elements<N>& b) {
+    Elements<N> result;
+    for (int i = 0; i < N; ++i) {
+        for (int j = 0; j < N; ++j) {
+            double sum = a.at[i][0] * b.at[0][j];
+            for (int k = 1; k < N; ++k) sum += a.at[i][k] * b.at[k][j];
+            result.at[i][j] = sum;
+        }
+    }
+    return result;
+}
+
 /// The identity's element.
 constexpr double delta(int row, int column) { return row == column ? 1.0 : 0.0; }
 

@@ -1,7 +1,8 @@
 // Inverses: by elimination for a transform of the plane, by the adjugate for one of space; the adjugate and the normal
 // matrix.
 #include "frame/report.h"
-#include "matrix/minors.h"
+#include "matrix/elements.h"
+#include "matrix/kernels/matrices.h"
 
 #include <cmath>
 #include <utility>
@@ -9,7 +10,6 @@
 namespace {
 
 constexpr double kSmallestPivot = 1e-20;
-constexpr double kSmallestDeterminant = 1e-16;
 
 // A row of the matrix under elimination beside its row of the inverse, whose columns stand in the order of the pivots.
 struct Row {
@@ -90,18 +90,7 @@ int32_t Zan_InverseMatrix(const Zan_Matrix3* in, Zan_Matrix3* out) {
 }
 
 int32_t Zan_InverseMatrix4Quiet(const Zan_Matrix4* in, Zan_Matrix4* out, unsigned char* singular) {
-    zan::Elements<4> minors;
-    const double determinant = zan::minorsAndDeterminant(*in, &minors);
-    const bool inverted = !(std::fabs(determinant) < kSmallestDeterminant);
-    zan::Elements<4> result;
-    for (int i = 0; i < 4; ++i) {
-        for (int j = 0; j < 4; ++j) {
-            const double cofactor = (i + j) % 2 == 0 ? minors.at[j][i] : -minors.at[j][i];
-            result.at[i][j] = inverted ? cofactor / determinant : cofactor;
-        }
-    }
-    zan::assign(*out, result);
-    return answer(inverted, singular);
+    return answer(zan::invertMatrix(in, out), singular);
 }
 
 int32_t Zan_InverseMatrix4(const Zan_Matrix4* in, Zan_Matrix4* out) {

@@ -1,4 +1,4 @@
-// The sixteen minors of a Zan_Matrix4 and its determinant, which the inverse needs both.
+// Determinants, and the minors of a Zan_Matrix4.
 #ifndef ZAN_MATRIX_MINORS_H
 #define ZAN_MATRIX_MINORS_H
 
@@ -20,8 +20,11 @@ inline double minorOf(const Elements<4>& m, int row, int column) {
                         m.at[i2][j0], m.at[i2][j1], m.at[i2][j2]);
 }
 
-/// Fills the table of minors, when there is one, and returns the determinant, expanded along row 0.
-double minorsAndDeterminant(const Zan_Matrix4& m, Elements<4>* minors);
+/// Expanded along row 0.
+inline double determinant4(const Elements<4>& m) {
+    return m.at[0][0] * minorOf(m, 0, 0) - m.at[0][1] * minorOf(m, 0, 1) + m.at[0][2] * minorOf(m, 0, 2) -
+           m.at[0][3] * minorOf(m, 0, 3);
+}
 
 }  // namespace zan
 

@@ -2,16 +2,16 @@
 // Angles in radians.
 #include "frame/report.h"
 #include "matrix/elements.h"
+#include "matrix/kernels/matrices.h"
 #include "matrix/point_rules.h"
 
 #include <cmath>
 
 namespace {
 
-int32_t append(Zan_Matrix4* m, const zan::Elements<4>& elements) {
-    Zan_Matrix4 step;
-    zan::assign(step, elements);
-    return Zan_ConcatMatrix4(m, &step, m);
+int32_t append(Zan_Matrix4* m, const zan::Elements<4>& step) {
+    zan::multiplyMatrices(m, &step, m);
+    return 0;
 }
 
 // Turns about the x axis, then about the y and the z axis as the turns before have left them. An axis that the matrix

@@ -1,7 +1,7 @@
-# Looks into what is shipped for what must never be in it: fused or x87 arithmetic, code that runs when it is loaded, on
-# Windows also wide moves that trust the stack's alignment.
-# cmake -DFILES=... -DOBJDUMP=... -DREADELF=... -P check_code.cmake
-# FILES is the library, on Windows its object files.
+# Looks into what is shipped for what must never be in it: fused or x87 arithmetic, code that runs when it is loaded, in
+# a kernel's object file a function that others define too, on Windows wide moves that trust the stack's alignment.
+# cmake -DFILES=... -DKERNELS=... -DOBJDUMP=... -DREADELF=... -P check_code.cmake
+# FILES is the library, on Windows its object files; KERNELS are the object files compiled for one instruction set.
 cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND "${OBJDUMP}" -d --no-show-raw-insn ${FILES} OUTPUT_VARIABLE code COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "[\t ](mulsd|ret)" ordinary "${code}")
@@ -14,6 +14,14 @@ string(REGEX MATCH "\n[^\n]*[\t ](vfn?m(add|sub)[a-z0-9]*|f(ld|st|add|sub|mul|di
 if(found)
   message(FATAL_ERROR "fused or x87 arithmetic in ${FILES}:${found}")
 endif()
+
+foreach(kernel IN LISTS KERNELS)
+  execute_process(COMMAND "${OBJDUMP}" -h "${kernel}" OUTPUT_VARIABLE sections COMMAND_ERROR_IS_FATAL ANY)
+  # The linker keeps one copy of such a section, perhaps the one for processors that the machine does not have.
+  if(NOT sections MATCHES "\\.text" OR sections MATCHES "\\.text[.$]_")
+    message(FATAL_ERROR "${kernel} is no object file or shares a function with others:\n${sections}")
+  endif()
+endforeach()
 
 if(FILES MATCHES "\\.obj")
   # Windows keeps the stack aligned to 16 bytes, and GCC does not align it further for what it spills there.

@@ -1,4 +1,4 @@
-// The list of the loops over arrays of points, and the plain form's part after another's.
+// The list of the loops over arrays of points, and where one of them hands over to the plain form.
 #include "matrix/kernels/points.h"
 
 #include "frame/processor.h"
@@ -33,18 +33,12 @@ const zan::PointKernel* const zan::kPointKernels[] = {&kPlainPointKernel,
 #endif
                                                       nullptr};
 
-int32_t zan::transformPoints(const PointKernel& kernel, PointTransform transform, const void* matrix, int32_t count,
-                             void* points) {
-    // A plain form that stopped must not see its last point again.
-    int32_t done = &kernel == &kPlainPointKernel ? 0 : kernel.loops[transform](matrix, count, points);
-    if (done < count) {
-        char* rest = static_cast<char*>(points) + static_cast<size_t>(done) * kPointBytes[transform];
-        done += kPlainPointKernel.loops[transform](matrix, count - done, rest);
-    }
-    return done;
+int32_t zan::transformRest(PointTransform transform, const void* matrix, int32_t done, int32_t count, void* points) {
+    char* rest = static_cast<char*>(points) + static_cast<size_t>(done) * kPointBytes[transform];
+    return done + kPlainPointKernel.loops[transform](matrix, count - done, rest);
 }
 
 int32_t zan::transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points) {
-    if (count < kWorthwhile) return kPlainPointKernel.loops[transform](matrix, count, points);
-    return transformPoints(*kPointKernels[static_cast<int>(instructions())], transform, matrix, count, points);
+    const auto* kernel = count < kWorthwhile ? &kPlainPointKernel : kPointKernels[static_cast<int>(instructions())];
+    return kernel->loops[transform](matrix, count, points);
 }

@@ -27,8 +27,9 @@ enum PointTransform {
     kPointTransformCount
 };
 
-/// Transforms points from the front and returns how many. The plain form returns fewer than count only where its
-/// transform stops; another form may stop anywhere before that, and the plain form does the rest.
+/// Transforms an array. Returns count, or where a guarded or rounded transform stops the index of that point: the
+/// points before it are transformed, those behind it are not. A count below 1 does nothing and returns what is not less
+/// than it.
 using PointLoop = int32_t (*)(const void* matrix, int32_t count, void* points);
 
 struct PointKernel {
@@ -36,19 +37,18 @@ struct PointKernel {
     PointLoop loops[kPointTransformCount];
 };
 
-/// Every kernel gives the bits of the plain one, for all that it transforms.
+/// Every kernel gives the bits of the plain one.
 extern const PointKernel kPlainPointKernel;
 extern const PointKernel kAvx2PointKernel;
 
 /// The kernels of this build, one for each of zan::Instructions, null behind the last.
 extern const PointKernel* const kPointKernels[];
 
-/// Transforms an array, by the given kernel or by that of zan::instructions(), and by the plain form what that leaves.
-/// Returns count, or where a guarded or rounded transform stops the index of that point: the points before it are
-/// transformed, those behind it are not. A count below 1 does nothing and returns what is not less than it.
-int32_t transformPoints(const PointKernel& kernel, PointTransform transform, const void* matrix, int32_t count,
-                        void* points);
+/// By the kernel of zan::instructions(), a few points by the plain form.
 int32_t transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points);
+
+/// For kernels: all from the point with the index done by the plain form, which must not have seen them.
+int32_t transformRest(PointTransform transform, const void* matrix, int32_t done, int32_t count, void* points);
 
 }  // namespace zan
 

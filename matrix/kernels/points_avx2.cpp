@@ -1,6 +1,6 @@
-// The loops over arrays of points with AVX2, four points at a time. Each lane does the operations of point_rules.h in
-// their order, without fused ones. What is left, up to three points or all from a block that has something special, is
-// for the plain form. This file is compiled for AVX2: it may include nothing that defines a function.
+// The loops over arrays of points with AVX2, mostly four points at a time. Each lane does the operations of
+// point_rules.h in their order, without fused ones. What is less than a block, and all from a block that has something
+// special, is for the plain form. This file is compiled for AVX2: it may include nothing that defines a function.
 #include <immintrin.h>
 
 #include <cstddef>
@@ -64,34 +64,32 @@ void storeSpace(double* p, const Space& q) {
     halves(4, 10, _mm256_unpackhi_pd(q.y, q.z));
 }
 
-// Calls block(first double of four points) for each whole block, until one returns false; the number of points done.
-template <std::ptrdiff_t components, class Block>
-int32_t blocks(int32_t count, void* points, Block block) {
+// Calls block(first double of four points) for each whole block, until one returns false.
+template <zan::PointTransform transform, std::ptrdiff_t components, class Block>
+int32_t blocks(const void* matrix, int32_t count, void* points, Block block) {
     auto* p = static_cast<double*>(points);
-    constexpr std::ptrdiff_t stride = 4 * components;
     int32_t done = 0;
-    for (; done <= count - 4; done += 4, p += stride) {
+    for (; done <= count - 4; done += 4, p += 4 * components) {
         if (!block(p)) break;
     }
-    return done;
+    return done == count ? count : zan::transformRest(transform, matrix, done, count, points);
 }
 
+// Two points in the lanes.
 int32_t affine2(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
+    auto* p = static_cast<double*>(points);
     const Lanes row0 = _mm256_setr_pd(m[0], m[1], m[0], m[1]);
     const Lanes row1 = _mm256_setr_pd(m[3], m[4], m[3], m[4]);
     const Lanes row2 = _mm256_setr_pd(m[6], m[7], m[6], m[7]);
-    const auto two = [&](double* p) {
-        const Lanes q = _mm256_loadu_pd(p);
-        const Lanes x = _mm256_movedup_pd(q);
-        const Lanes y = _mm256_permute_pd(q, 0xF);
-        _mm256_storeu_pd(p, plus(plus(times(x, row0), times(y, row1)), row2));
+    const auto product = [&](Lanes q) {
+        const Lanes x = _mm256_movedup_pd(q), y = _mm256_permute_pd(q, 0xF);
+        return plus(plus(times(x, row0), times(y, row1)), row2);
     };
-    return blocks<2>(count, points, [&](double* p) {
-        two(p);
-        two(p + 4);
-        return true;
-    });
+    int32_t done = 0;
+    for (; done <= count - 2; done += 2, p += 4) _mm256_storeu_pd(p, product(_mm256_loadu_pd(p)));
+    if (done < count) _mm_storeu_pd(p, _mm256_castpd256_pd128(product(_mm256_castpd128_pd256(_mm_loadu_pd(p)))));
+    return count;
 }
 
 // A column of a matrix in every lane.
@@ -103,7 +101,7 @@ Column column3(const double* m, int j) { return {all(m[j]), all(m[3 + j]), all(m
 int32_t product3(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
     const Column c0 = column3(m, 0), c1 = column3(m, 1), c2 = column3(m, 2);
-    return blocks<3>(count, points, [&](double* p) {
+    return blocks<zan::kProduct3, 3>(matrix, count, points, [&](double* p) {
         const Space q = loadSpace(p);
         const auto dot = [&q](const Column& c) {
             return plus(plus(times(q.x, c.k0), times(q.y, c.k1)), times(q.z, c.k2));
@@ -117,22 +115,23 @@ template <bool guard>
 int32_t quotient3(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
     const Column c0 = column3(m, 0), c1 = column3(m, 1), c2 = column3(m, 2);
-    return blocks<3>(count, points, [&](double* p) {
-        const Space q = loadSpace(p);
-        const auto dot = [&q](const Column& c) {
-            return plus(plus(times(q.x, c.k0), times(q.y, c.k1)), times(q.z, c.k2));
-        };
-        const Lanes w = dot(c2);
-        if (guard && bitsOf(nearZero(w)) != 0) return false;
-        storeSpace(p, {over(dot(c0), w), over(dot(c1), w), all(1.0)});
-        return true;
-    });
+    return blocks < guard ? zan::kGuardedQuotient3 : zan::kQuotient3,
+           3 > (matrix, count, points, [&](double* p) {
+               const Space q = loadSpace(p);
+               const auto dot = [&q](const Column& c) {
+                   return plus(plus(times(q.x, c.k0), times(q.y, c.k1)), times(q.z, c.k2));
+               };
+               const Lanes w = dot(c2);
+               if (guard && bitsOf(nearZero(w)) != 0) return false;
+               storeSpace(p, {over(dot(c0), w), over(dot(c1), w), all(1.0)});
+               return true;
+           });
 }
 
 int32_t guardedQuotient2(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
     const Column c0 = column3(m, 0), c1 = column3(m, 1), c2 = column3(m, 2);
-    return blocks<2>(count, points, [&](double* p) {
+    return blocks<zan::kGuardedQuotient2, 2>(matrix, count, points, [&](double* p) {
         const Plane q = loadPlane(p);
         const auto dot = [&q](const Column& c) { return plus(plus(times(q.x, c.k0), times(q.y, c.k1)), c.k2); };
         const Lanes w = dot(c2);
@@ -150,11 +149,17 @@ Lanes dot4(const Space& q, const double* m, int j) {
 
 int32_t affine3(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
-    return blocks<3>(count, points, [m](double* p) {
+    return blocks<zan::kAffine3, 3>(matrix, count, points, [m](double* p) {
         const Space q = loadSpace(p);
         storeSpace(p, {dot4(q, m, 0), dot4(q, m, 1), dot4(q, m, 2)});
         return true;
     });
+}
+
+// 1 / w, without the wait for a division where every w is 1.
+Lanes reciprocal(Lanes w) {
+    const Lanes one = all(1.0);
+    return bitsOf(_mm256_cmp_pd(w, one, _CMP_NEQ_UQ)) == 0 ? one : over(one, w);
 }
 
 // Times 1 / w. A block with a w near zero is left to the plain form by the guarded transform; the other takes 1 for
@@ -162,18 +167,15 @@ int32_t affine3(const void* matrix, int32_t count, void* points) {
 template <bool guard>
 int32_t reciprocal3(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
-    return blocks<3>(count, points, [m](double* p) {
-        const Space q = loadSpace(p);
-        const Lanes w = dot4(q, m, 3);
-        Lanes r = over(all(1.0), w);
-        if constexpr (guard) {
-            if (bitsOf(nearZero(w)) != 0) return false;
-        } else {
-            r = _mm256_blendv_pd(r, all(1.0), nearZero(w));
-        }
-        storeSpace(p, {times(dot4(q, m, 0), r), times(dot4(q, m, 1), r), times(dot4(q, m, 2), r)});
-        return true;
-    });
+    return blocks < guard ? zan::kGuardedReciprocal3 : zan::kUnlessNearZero3,
+           3 > (matrix, count, points, [m](double* p) {
+               const Space q = loadSpace(p);
+               const Lanes w = dot4(q, m, 3);
+               if (guard && bitsOf(nearZero(w)) != 0) return false;
+               const Lanes r = reciprocal(guard ? w : _mm256_blendv_pd(w, all(1.0), nearZero(w)));
+               storeSpace(p, {times(dot4(q, m, 0), r), times(dot4(q, m, 1), r), times(dot4(q, m, 2), r)});
+               return true;
+           });
 }
 
 // A homogeneous point of space, its four components in the lanes.
@@ -191,22 +193,21 @@ Lanes productOf(const double* p, const Rows& m) {
 
 int32_t product4(const void* matrix, int32_t count, void* points) {
     const Rows m = rows4(matrix);
-    return blocks<4>(count, points, [&m](double* p) {
+    return blocks<zan::kProduct4, 4>(matrix, count, points, [&m](double* p) {
         for (int i = 0; i < 16; i += 4) _mm256_storeu_pd(p + i, productOf(p + i, m));
         return true;
     });
 }
 
-enum Divide { kAlways, kGuarded, kUnless };
-template <Divide divide>
+template <zan::PointTransform transform>
 int32_t reciprocal4(const void* matrix, int32_t count, void* points) {
     const Rows m = rows4(matrix);
-    return blocks<4>(count, points, [&m](double* p) {
+    return blocks<transform, 4>(matrix, count, points, [&m](double* p) {
         const Lanes q0 = productOf(p, m), q1 = productOf(p + 4, m), q2 = productOf(p + 8, m), q3 = productOf(p + 12, m);
         const Lanes w = _mm256_permute2f128_pd(_mm256_unpackhi_pd(q0, q1), _mm256_unpackhi_pd(q2, q3), 0x31);
-        const int special = divide == kAlways ? 0 : bitsOf(nearZero(w));
-        if (divide == kGuarded && special != 0) return false;
-        const Lanes r = over(all(1.0), w);
+        const int special = transform == zan::kReciprocal4 ? 0 : bitsOf(nearZero(w));
+        if (transform == zan::kGuardedReciprocal4 && special != 0) return false;
+        const Lanes r = reciprocal(w);
         const auto divided = [](Lanes q, Lanes factor) { return _mm256_blend_pd(times(q, factor), all(1.0), 0x8); };
         _mm256_storeu_pd(p, divided(q0, _mm256_permute4x64_pd(r, 0x00)));
         _mm256_storeu_pd(p + 4, divided(q1, _mm256_permute4x64_pd(r, 0x55)));
@@ -228,7 +229,23 @@ __m128i rounded(Lanes x) {
     const Lanes whole = _mm256_round_pd(sum, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
     const Lanes halfway = _mm256_cmp_pd(whole, sum, _CMP_EQ_OQ);
     const Lanes below = _mm256_blendv_pd(_mm256_sub_pd(x, all(0.5)), x, halfway);
-    return _mm256_cvttpd_epi32(_mm256_blendv_pd(below, sum, _mm256_cmp_pd(x, all(0.0), _CMP_GT_OQ)));
+    return _mm256_cvttpd_epi32(_mm256_blendv_pd(sum, below, x));  // by the sign; either way 0 becomes 0
+}
+
+// Calls block(points, where they go) for all the points that each 16 bytes hold. What is left goes through as the last
+// 16 bytes, read while they are what they were.
+template <zan::PointTransform transform, int32_t held, class Block>
+int32_t integerBlocks(const void* matrix, int32_t count, void* points, Block block) {
+    if (count < held) return zan::transformRest(transform, matrix, 0, count, points);
+    auto* p = static_cast<char*>(points);
+    auto* last = reinterpret_cast<__m128i_u*>(p + std::ptrdiff_t(count - held) * (16 / held));
+    const __m128i kept = _mm_loadu_si128(last);
+    int32_t done = 0;
+    for (; done <= count - held; done += held, p += 16) {
+        auto* to = reinterpret_cast<__m128i_u*>(p);
+        if (!block(_mm_loadu_si128(to), to)) return zan::transformRest(transform, matrix, done, count, points);
+    }
+    return done == count || block(kept, last) ? count : zan::transformRest(transform, matrix, done, count, points);
 }
 
 int32_t roundedPoint(const void* matrix, int32_t count, void* points) {
@@ -240,18 +257,14 @@ int32_t roundedPoint(const void* matrix, int32_t count, void* points) {
         const Lanes q = _mm256_cvtepi32_pd(vh);
         return plus(plus(times(_mm256_permute_pd(q, 0xF), row0), times(_mm256_movedup_pd(q), row1)), row2);
     };
-    auto* p = static_cast<char*>(points);
-    int32_t done = 0;
-    for (; done <= count - 4; done += 4, p += 16) {
-        auto* block = reinterpret_cast<__m128i_u*>(p);
-        const __m128i vh = _mm_loadu_si128(block);
+    return integerBlocks<zan::kRoundedPoint, 4>(matrix, count, points, [&](__m128i vh, __m128i_u* to) {
         const Lanes a = two(_mm_cvtepi16_epi32(vh));
         const Lanes b = two(_mm_cvtepi16_epi32(_mm_srli_si128(vh, 8)));
         const Lanes fit = _mm256_and_pd(between(a, -32768.0, 32767.0), between(b, -32768.0, 32767.0));
-        if (bitsOf(fit) != 0xF) break;
-        _mm_storeu_si128(block, _mm_packs_epi32(rounded(a), rounded(b)));
-    }
-    return done;
+        if (bitsOf(fit) != 0xF) return false;
+        _mm_storeu_si128(to, _mm_packs_epi32(rounded(a), rounded(b)));
+        return true;
+    });
 }
 
 int32_t roundedFixedPoint(const void* matrix, int32_t count, void* points) {
@@ -259,22 +272,19 @@ int32_t roundedFixedPoint(const void* matrix, int32_t count, void* points) {
     const Lanes row0 = _mm256_setr_pd(m[0], m[1], m[0], m[1]);
     const Lanes row1 = _mm256_setr_pd(m[3], m[4], m[3], m[4]);
     const Lanes row2 = _mm256_setr_pd(m[6], m[7], m[6], m[7]);
-    auto* p = static_cast<char*>(points);
-    int32_t done = 0;
-    for (; done <= count - 2; done += 2, p += 16) {
-        auto* block = reinterpret_cast<__m128i_u*>(p);
-        const Lanes q = _mm256_cvtepi32_pd(_mm_loadu_si128(block));
+    return integerBlocks<zan::kRoundedFixedPoint, 2>(matrix, count, points, [&](__m128i hv, __m128i_u* to) {
+        const Lanes q = _mm256_cvtepi32_pd(hv);
         const Lanes a = plus(plus(times(_mm256_movedup_pd(q), row0), times(_mm256_permute_pd(q, 0xF), row1)), row2);
-        if (bitsOf(between(a, -2147483648.0, 2147483647.0)) != 0xF) break;
-        _mm_storeu_si128(block, rounded(a));
-    }
-    return done;
+        if (bitsOf(between(a, -2147483648.0, 2147483647.0)) != 0xF) return false;
+        _mm_storeu_si128(to, rounded(a));
+        return true;
+    });
 }
 
 }  // namespace
 
 const zan::PointKernel zan::kAvx2PointKernel = {
     "AVX2",
-    {affine2, product3, quotient3<false>, quotient3<true>, guardedQuotient2, affine3, product4, reciprocal4<kAlways>,
-     reciprocal4<kGuarded>, reciprocal3<true>, reciprocal4<kUnless>, reciprocal3<false>, roundedPoint,
-     roundedFixedPoint}};
+    {affine2, product3, quotient3<false>, quotient3<true>, guardedQuotient2, affine3, product4,
+     reciprocal4<zan::kReciprocal4>, reciprocal4<zan::kGuardedReciprocal4>, reciprocal3<true>,
+     reciprocal4<zan::kUnlessNearZero4>, reciprocal3<false>, roundedPoint, roundedFixedPoint}};
