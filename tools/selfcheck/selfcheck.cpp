@@ -28,14 +28,6 @@ zan-selfcheck NAME         the sum of each case of an operation, to find where t
 zan-selfcheck NAME CASE    what one case gave
 )";
 
-#if defined(__clang__)
-constexpr char kCompiler[] = "clang " __clang_version__;
-#elif defined(__GNUC__)
-constexpr char kCompiler[] = "GCC " __VERSION__;
-#else
-constexpr char kCompiler[] = "another compiler";
-#endif
-
 uint64_t runOne(const Entry& entry, uint64_t n, bool print) {
     Draw draw(n);
     Sum sum(print);
@@ -102,7 +94,7 @@ int compare() {
     for (const auto& [name, sum] : golden) differs(name, "nothing", sum);
     const std::string mode = wrongMode();
     const bool good = differences == 0 && mode.empty();
-    std::printf("zan %s, %s, %s: %s: %zu of %zu operations differ%s\n%s", ZAN_VERSION, ZAN_PROCESSOR, kCompiler,
+    std::printf("zan %s, %s, %s: %s: %zu of %zu operations differ%s\n%s", ZAN_VERSION, ZAN_PROCESSOR, ZAN_COMPILER,
                 good ? "the same bits" : "NOT the same bits", differences, count, mode.c_str(), differing.c_str());
     return good ? 0 : 1;
 }
