@@ -253,7 +253,8 @@ void run(const Row& row, bool all) {
 
 }  // namespace
 
-void* operator new(std::size_t bytes) {
+// Not inlined, or the compiler takes malloc and free for a mismatch with what it knows of new and delete.
+[[gnu::noinline]] void* operator new(std::size_t bytes) {
     if (countdown > 0 && --countdown == 0) {
         struck = true;
         countdown = onward ? 1 : 0;
@@ -264,7 +265,7 @@ void* operator new(std::size_t bytes) {
     ++held;
     return block;
 }
-void operator delete(void* block) noexcept {
+[[gnu::noinline]] void operator delete(void* block) noexcept {
     held -= block != nullptr;
     std::free(block);
 }
