@@ -4,22 +4,14 @@
 #include "matrix/point_rules.h"
 #include "scalar/rounding.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <type_traits>
 
 namespace {
 
 using zan::Vector2;
-
-// The first of equals; a NaN wins over every number, wherever it stands.
-template <class T>
-T smaller(T a, T b) {
-    return b < a || std::isnan(b) ? b : a;
-}
-template <class T>
-T larger(T a, T b) {
-    return b > a || std::isnan(b) ? b : a;
-}
 
 // In the order that the caller's array has them.
 template <class T, class Point, class Rect>
@@ -31,26 +23,37 @@ void putCorners(const Rect& r, Point* corners) {
     corners[3] = {left, bottom};
 }
 
-template <class Box, class Point, class T>
-Box boxAround(const Point* corners, T Point::*h, T Point::*v) {
-    Box box = {corners[0].*h, corners[0].*v, corners[0].*h, corners[0].*v};
-    for (int i = 1; i < 4; ++i) {
-        box.left = smaller(box.left, corners[i].*h);
-        box.top = smaller(box.top, corners[i].*v);
-        box.right = larger(box.right, corners[i].*h);
-        box.bottom = larger(box.bottom, corners[i].*v);
+// The first of equals; a NaN wins over every number, wherever it stands.
+template <class T>
+struct Span {
+    T low, high;
+
+    Span(T a, T b, T c, T d) : low(a), high(a) {
+        for (const T x : {b, c, d}) {
+            low = x < low ? x : low;
+            high = x > high ? x : high;
+        }
+        if constexpr (std::is_floating_point_v<T>) {
+            if (std::isunordered(a, b) || std::isunordered(c, d)) low = high = a + b + c + d;
+        }
     }
-    return box;
+};
+
+template <class Box, class Point, class T>
+Box boxAround(const Point (&corners)[4], T Point::*h, T Point::*v) {
+    const Span<T> x(corners[0].*h, corners[1].*h, corners[2].*h, corners[3].*h);
+    const Span<T> y(corners[0].*v, corners[1].*v, corners[2].*v, corners[3].*v);
+    return {x.low, y.low, x.high, y.high};
 }
 
 // The box of a rectangle with integer or double coordinates, in double precision.
 template <class Rect>
 Zan_FloatRect transformedBox(const Zan_Matrix3& m, const Rect& rect, Vector2* corners) {
     Vector2 own[4];
-    if (corners == nullptr) corners = own;
-    putCorners<double>(rect, corners);
-    for (int i = 0; i < 4; ++i) corners[i] = zan::affine(m, corners[i]);
-    return boxAround<Zan_FloatRect>(corners, &Vector2::x, &Vector2::y);
+    putCorners<double>(rect, own);
+    for (Vector2& corner : own) corner = zan::affine(m, corner);
+    if (corners != nullptr) std::copy_n(own, 4, corners);
+    return boxAround<Zan_FloatRect>(own, &Vector2::x, &Vector2::y);
 }
 
 int32_t tellTurned(const Zan_Matrix3& m, unsigned char* turned) {
@@ -62,16 +65,26 @@ int32_t tellTurned(const Zan_Matrix3& m, unsigned char* turned) {
 }
 
 int16_t clampedAndRounded(double x) {
-    if (x <= -32767.0) return -32767;
-    if (x >= 32766.0) return 32766;
+    x = -32767.0 > x ? -32767.0 : x;
+    x = 32766.0 < x ? 32766.0 : x;
     return static_cast<int16_t>(zan::roundDouble<int32_t>(x));
 }
 
-// A bound as a 32-bit integer, the given one for NaN.
-int32_t whole(double bound, int32_t forNaN) {
-    if (std::isnan(bound)) return forNaN;
-    if (bound < -2147483648.0) return INT32_MIN;
-    return bound > 2147483647.0 ? INT32_MAX : static_cast<int32_t>(bound);
+// A bound in the range of 32 bits, the given end of it for NaN.
+double inRange(double bound, double forNaN) {
+    bound = -2147483648.0 > bound ? -2147483648.0 : bound;
+    bound = 2147483647.0 < bound ? 2147483647.0 : bound;
+    return std::isnan(bound) ? forNaN : bound;
+}
+int32_t floored(double bound) {
+    const double x = inRange(bound, -2147483648.0);
+    const auto whole = static_cast<int32_t>(x);
+    return whole - (whole > x ? 1 : 0);
+}
+int32_t ceiled(double bound) {
+    const double x = inRange(bound, 2147483647.0);
+    const auto whole = static_cast<int32_t>(x);
+    return whole + (whole < x ? 1 : 0);
 }
 
 }  // namespace
@@ -93,19 +106,18 @@ int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect, Vector
 int32_t Zan_TransformFixRect(const Zan_Matrix3* m, Zan_FixedRect* rect, Zan_FixedPoint* corners,
                              unsigned char* turned) {
     Zan_FixedPoint own[4];
-    if (corners == nullptr) corners = own;
-    putCorners<Zan_Fixed>(*rect, corners);
-    const int32_t code = Zan_TransformFixPoints(m, 4, corners);
+    putCorners<Zan_Fixed>(*rect, own);
+    const int32_t code = Zan_TransformFixPoints(m, 4, own);
+    if (corners != nullptr) std::copy_n(own, 4, corners);
     if (code != 0) return code;
-    *rect = boxAround<Zan_FixedRect>(corners, &Zan_FixedPoint::h, &Zan_FixedPoint::v);
+    *rect = boxAround<Zan_FixedRect>(own, &Zan_FixedPoint::h, &Zan_FixedPoint::v);
     return tellTurned(*m, turned);
 }
 
 Zan_LRect Zan_TransformBounds(const Zan_Matrix3& m, const Zan_LRect& rect) {
     if (rect.right <= rect.left || rect.bottom <= rect.top) return {0, 0, 0, 0};
     const Zan_FloatRect box = transformedBox(m, rect, nullptr);
-    return {whole(std::floor(box.left), INT32_MIN), whole(std::floor(box.top), INT32_MIN),
-            whole(std::ceil(box.right), INT32_MAX), whole(std::ceil(box.bottom), INT32_MAX)};
+    return {floored(box.left), floored(box.top), ceiled(box.right), ceiled(box.bottom)};
 }
 
 void Zan_Matrix3::TransformRect(Zan_Rect* rect, Vector2* corners, unsigned char* turned) const {

@@ -15,14 +15,21 @@ constexpr Int truncated(double x) {
     return x >= kLeast && x < -kLeast ? static_cast<Int>(x) : std::numeric_limits<Int>::min();
 }
 
-/// x rounded to the nearest integer, halves toward plus infinity; the most negative value for NaN and for what is out
-/// of range.
+/// x rounded to the nearest integer, halves toward plus infinity; for an x whose result fits. All that it may be is
+/// formed, so that no processor has to guess the sign.
+template <class Int>
+constexpr Int roundFitting(double x) {
+    const double sum = x + 0.5;
+    const Int above = static_cast<Int>(sum), inside = static_cast<Int>(x), below = static_cast<Int>(x - 0.5);
+    const Int negative = static_cast<double>(above) == sum ? inside : below;
+    return x > 0 ? above : negative;
+}
+
+/// The same for any x; the most negative value for NaN and for what is out of range.
 template <class Int>
 constexpr Int roundDouble(double x) {
-    if (x > 0) return truncated<Int>(x + 0.5);
-    const double sum = x + 0.5;
-    if (static_cast<double>(truncated<Int>(sum)) == sum) return truncated<Int>(x);
-    return truncated<Int>(x - 0.5);
+    constexpr auto kLeast = static_cast<double>(std::numeric_limits<Int>::min());
+    return x > kLeast - 0.5 && x < -kLeast - 0.5 ? roundFitting<Int>(x) : std::numeric_limits<Int>::min();
 }
 
 }  // namespace zan

@@ -28,8 +28,9 @@ constexpr Row kDoubles[] = {
     {zan::kUnlessNearZero4, "unless near zero 4", 4, 4},
     {zan::kUnlessNearZero3, "unless near zero 3", 4, 3},
 };
-constexpr Row kPoints = {zan::kRoundedPoint, "16-bit", 3, 2}, kFixedPoints = {zan::kRoundedFixedPoint, "16.16", 3, 2};
-static_assert(std::size(kDoubles) + 2 == zan::kPointTransformCount);
+constexpr Row kPoints = {zan::kRoundedPoint, "16-bit", 3, 2}, kFixedPoints = {zan::kRoundedFixedPoint, "16.16", 3, 2},
+              kSpacePoints = {zan::kClampedPoint, "16-bit, of space", 4, 2};
+static_assert(std::size(kDoubles) + 3 == zan::kPointTransformCount);
 
 // Tame numbers, with which nothing stops, then nasty ones, then such that w' (or the coordinates) are those of x.
 enum Kind { kTame, kNasty, kFromX, kKinds };
@@ -96,6 +97,7 @@ TEST_CASE("arrays of points by every kernel") {
     eachKernel(zan::kPointKernels, zan::kPlainPointKernel, [&](const zan::PointKernel& kernel) {
         for (const Row& row : kDoubles) compare<double>(kernel, row, random);
         compare<int16_t>(kernel, kPoints, random);
+        compare<int16_t>(kernel, kSpacePoints, random);
         compare<int32_t>(kernel, kFixedPoints, random);
     });
 }

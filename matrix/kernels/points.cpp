@@ -22,7 +22,8 @@ constexpr size_t kPointBytes[] = {sizeof(Zan_Vector2T<double>),
                                   sizeof(Zan_Vector4T<double>),
                                   sizeof(Zan_Vector3T<double>),
                                   sizeof(Zan_Point),
-                                  sizeof(Zan_FixedPoint)};
+                                  sizeof(Zan_FixedPoint),
+                                  sizeof(Zan_Point)};
 static_assert(sizeof kPointBytes / sizeof(size_t) == zan::kPointTransformCount);
 
 }  // namespace

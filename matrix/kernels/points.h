@@ -23,7 +23,8 @@ enum PointTransform {
     kUnlessNearZero4,     // Zan_Matrix4, times 1 / w unless w is near zero
     kUnlessNearZero3,     // the same for (x, y, z, 1)
     kRoundedPoint,        // Zan_Matrix3, Zan_Point, up to a coordinate that does not fit
-    kRoundedFixedPoint,   // the same for Zan_FixedPoint
+    kRoundedFixedPoint,   // the same for Zan_FixedPoint, the translation in whole units
+    kClampedPoint,        // Zan_Matrix4, Zan_Point, as (h, v, 0): as kUnlessNearZero3, then to what fits
     kPointTransformCount
 };
 

@@ -271,12 +271,33 @@ int32_t roundedFixedPoint(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
     const Lanes row0 = _mm256_setr_pd(m[0], m[1], m[0], m[1]);
     const Lanes row1 = _mm256_setr_pd(m[3], m[4], m[3], m[4]);
-    const Lanes row2 = _mm256_setr_pd(m[6], m[7], m[6], m[7]);
+    const Lanes row2 = times(_mm256_setr_pd(m[6], m[7], m[6], m[7]), all(65536.0));
     return integerBlocks<zan::kRoundedFixedPoint, 2>(matrix, count, points, [&](__m128i hv, __m128i_u* to) {
         const Lanes q = _mm256_cvtepi32_pd(hv);
         const Lanes a = plus(plus(times(_mm256_movedup_pd(q), row0), times(_mm256_permute_pd(q, 0xF), row1)), row2);
         if (bitsOf(between(a, -2147483648.0, 2147483647.0)) != 0xF) return false;
         _mm_storeu_si128(to, rounded(a));
+        return true;
+    });
+}
+
+// To the range of the members, NaN to 0, without the fraction.
+__m128i clampedAndTruncated(Lanes x) {
+    const Lanes clamped = _mm256_min_pd(all(32766.0), _mm256_max_pd(all(-32767.0), x));  // the second one for NaN
+    return _mm256_cvttpd_epi32(_mm256_and_pd(clamped, _mm256_cmp_pd(x, x, _CMP_ORD_Q)));
+}
+
+int32_t clampedPoint(const void* matrix, int32_t count, void* points) {
+    const auto* m = static_cast<const double*>(matrix);
+    return integerBlocks<zan::kClampedPoint, 4>(matrix, count, points, [m](__m128i vh, __m128i_u* to) {
+        const Lanes x = _mm256_cvtepi32_pd(_mm_srai_epi32(vh, 16));
+        const Lanes y = _mm256_cvtepi32_pd(_mm_srai_epi32(_mm_slli_epi32(vh, 16), 16));
+        const Space p = {x, y, all(0.0)};
+        const Lanes w = dot4(p, m, 3);
+        const Lanes r = reciprocal(_mm256_blendv_pd(w, all(1.0), nearZero(w)));
+        const __m128i h = clampedAndTruncated(times(dot4(p, m, 0), r));
+        const __m128i v = clampedAndTruncated(times(dot4(p, m, 1), r));
+        _mm_storeu_si128(to, _mm_blend_epi16(v, _mm_slli_epi32(h, 16), 0xAA));
         return true;
     });
 }
@@ -287,4 +308,4 @@ const zan::PointKernel zan::kAvx2PointKernel = {
     "AVX2",
     {affine2, product3, quotient3<false>, quotient3<true>, guardedQuotient2, affine3, product4,
      reciprocal4<zan::kReciprocal4>, reciprocal4<zan::kGuardedReciprocal4>, reciprocal3<true>,
-     reciprocal4<zan::kUnlessNearZero4>, reciprocal3<false>, roundedPoint, roundedFixedPoint}};
+     reciprocal4<zan::kUnlessNearZero4>, reciprocal3<false>, roundedPoint, roundedFixedPoint, clampedPoint}};

@@ -3,7 +3,7 @@
 #include "matrix/point_rules.h"
 #include "scalar/rounding.h"
 
-#include <cstring>
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -76,13 +76,14 @@ int32_t guarded(const void* matrix, int32_t count, void* array) {
     return count;
 }
 
-// Stops at what does not fit. A point's h is stored before its v is tested, so that a failing v leaves the new h
-// behind.
-template <class Point, class Coordinate>
+// Stops at what does not fit. The matrix translates by so many units as a one has. A point's h is stored before its v
+// is tested, so that a failing v leaves the new h behind.
+template <class Point, class Coordinate, int32_t one>
 int32_t rounded(const void* matrix, int32_t count, void* array) {
     constexpr double low = std::numeric_limits<Coordinate>::min();
     constexpr double high = std::numeric_limits<Coordinate>::max();
-    const auto m = copyOf<Zan_Matrix3>(matrix);
+    auto m = copyOf<Zan_Matrix3>(matrix);
+    if constexpr (one != 1) m.m20 *= one, m.m21 *= one;
     auto* points = static_cast<Point*>(array);
     for (int32_t i = 0; i < count; ++i) {
         const Vector2 p = zan::affine(m, {double(points[i].h), double(points[i].v)});
@@ -94,6 +95,16 @@ int32_t rounded(const void* matrix, int32_t count, void* array) {
     return count;
 }
 
+int16_t clampedAndTruncated(double x) {
+    if (x <= -32767.0) return -32767;
+    if (x >= 32766.0) return 32766;
+    return std::isnan(x) ? int16_t{0} : static_cast<int16_t>(x);
+}
+Zan_Point clampedPoint(const Zan_Matrix4& m, const Zan_Point& p) {
+    const Vector3 q = unlessNearZero3(m, {double(p.h), double(p.v), 0.0});
+    return {clampedAndTruncated(q.y), clampedAndTruncated(q.x)};
+}
+
 }  // namespace
 
 const zan::PointKernel zan::kPlainPointKernel = {
@@ -103,4 +114,5 @@ const zan::PointKernel zan::kPlainPointKernel = {
      each<Zan_Matrix4, Vector4, product>, each<Zan_Matrix4, Vector4, reciprocal>,
      guarded<Zan_Matrix4, Vector4, Vector4>, guarded<Zan_Matrix4, Vector3, Vector4>,
      each<Zan_Matrix4, Vector4, unlessNearZero4>, each<Zan_Matrix4, Vector3, unlessNearZero3>,
-     rounded<Zan_Point, int16_t>, rounded<Zan_FixedPoint, Zan_Fixed>}};
+     rounded<Zan_Point, int16_t, 1>, rounded<Zan_FixedPoint, Zan_Fixed, 65536>,
+     each<Zan_Matrix4, Zan_Point, clampedPoint>}};
