@@ -5,7 +5,6 @@
 #include "matrix/kernels/matrices.h"
 
 #include <cmath>
-#include <utility>
 
 namespace {
 
@@ -18,24 +17,21 @@ struct Row {
     int from;  // the row of the matrix that it was
 };
 
-// Moves the pivot row up to its step; the others keep their order. It is the first of the rows whose element is larger
-// than that of every later one, so ties go to the later row.
-template <int step>
-void movePivotUp(Row (&rows)[3]) {
-    const double sizes[] = {std::fabs(rows[0].a[step]), std::fabs(rows[1].a[step]), std::fabs(rows[2].a[step])};
-    if (step == 0 && sizes[0] > sizes[1] && sizes[0] > sizes[2]) return;
-    const bool last = !(sizes[1] > sizes[2]);
-    if (step < 2 && last) std::swap(rows[1], rows[2]);
-    if (step == 0) std::swap(rows[0], rows[1]);
+// 1 or 0, as a number: nobody can foresee which row is the pivot's, so nothing shall branch on it.
+int larger(double a, double b) { return std::fabs(a) > std::fabs(b) ? 1 : 0; }
+template <class T>
+void swapIf(int swapped, T& a, T& b) {
+    const T both[] = {a, b};
+    a = both[swapped];
+    b = both[1 - swapped];
 }
 
 // One step of Gauss and Jordan's elimination with partial pivoting; false when the pivot is too small. All indices are
 // constants, so that the rows stay in registers.
 template <int step>
 bool eliminate(Row (&rows)[3]) {
-    movePivotUp<step>(rows);
     Row& pivot = rows[step];
-    if (-kSmallestPivot < pivot.a[step] && pivot.a[step] < kSmallestPivot) return false;
+    if (std::fabs(pivot.a[step]) < kSmallestPivot) return false;
     const double k = 1.0 / pivot.a[step];
     for (int c = step + 1; c < 3; ++c) pivot.a[c] *= k;
     for (int c = 0; c < step; ++c) pivot.inverse[c] *= k;
@@ -51,12 +47,25 @@ bool eliminate(Row (&rows)[3]) {
     return true;
 }
 
-// False when there is no inverse.
-bool invert(const Zan_Matrix3& m, zan::Elements<3>& inverse) {
-    Row rows[3] = {{{m.m00, m.m01, m.m02}, {}, 0}, {{m.m10, m.m11, m.m12}, {}, 1}, {{m.m20, m.m21, m.m22}, {}, 2}};
-    if (!eliminate<0>(rows) || !eliminate<1>(rows) || !eliminate<2>(rows)) return false;
+// False when there is no inverse. The pivot's row is the first whose element is larger than that of every later one, so
+// ties go to the later row; the others keep their order.
+bool invert(const void* m, void* inverse) {
+    const auto* e = static_cast<const double*>(m);
+    static constexpr int kOrders[][3] = {{2, 0, 1}, {1, 0, 2}, {2, 0, 1}, {1, 0, 2},
+                                         {2, 0, 1}, {1, 0, 2}, {0, 1, 2}, {0, 1, 2}};
+    const int(&order)[3] = kOrders[4 * larger(e[0], e[3]) + 2 * larger(e[0], e[6]) + larger(e[3], e[6])];
+    const auto row = [e](int r) -> Row { return {{e[3 * r], e[3 * r + 1], e[3 * r + 2]}, {}, r}; };
+    Row rows[] = {row(order[0]), row(order[1]), row(order[2])};
+    if (!eliminate<0>(rows)) return false;
+    const int last = 1 - larger(rows[1].a[1], rows[2].a[1]);
+    swapIf(last, rows[1].a[1], rows[2].a[1]);
+    swapIf(last, rows[1].a[2], rows[2].a[2]);
+    swapIf(last, rows[1].inverse[0], rows[2].inverse[0]);
+    swapIf(last, rows[1].from, rows[2].from);
+    if (!eliminate<1>(rows) || !eliminate<2>(rows)) return false;
+    auto* to = static_cast<double*>(inverse);
     for (int i = 0; i < 3; ++i) {
-        for (int j = 0; j < 3; ++j) inverse.at[i][rows[j].from] = rows[i].inverse[j];
+        for (int j = 0; j < 3; ++j) to[3 * i + rows[j].from] = rows[i].inverse[j];
     }
     return true;
 }
@@ -78,9 +87,8 @@ int32_t replace(Matrix& m, Inverse inverse) {
 }  // namespace
 
 int32_t Zan_InverseMatrixQuiet(const Zan_Matrix3* in, Zan_Matrix3* out, unsigned char* singular) {
-    zan::Elements<3> inverse = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
-    const bool inverted = invert(*in, inverse);
-    zan::assign(*out, inverse);
+    const bool inverted = invert(in, out);
+    if (!inverted) zan::assign(*out, {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}});
     return answer(inverted, singular);
 }
 
