@@ -68,12 +68,13 @@ TEST_CASE("a quadrilateral seen edge-on") {
             CHECK(edgeOn == (tolerance > cosine && cosine < 9));
         }
     };
-    Zan_Matrix4 same(true), turned(true), steep(true), halved(true), point(true);
+    Zan_Matrix4 same(true), mirror(true), turned(true), steep(true), halved(true), point(true);
     turned.m11 = turned.m22 = std::cos(1.0), turned.m12 = std::sin(1.0), turned.m21 = -std::sin(1.0);
     steep.m11 = steep.m22 = 0, steep.m12 = 1, steep.m21 = -1;  // y becomes z, z becomes -y
-    halved.m33 = 2, point.m00 = 0;
+    halved.m33 = 2, point.m00 = 0, mirror.m00 = -1;
     check(steep, {3, 6, 0}, true, 0), check(steep, {2, 6, 3}, false, 3 / 7.0);
     check(turned, {0, 0, 5}, true, std::cos(1.0)), check(turned, {0, 0, 5}, false, 1), check(same, {0, 0, 5}, true, 1);
+    check(mirror, {0, 0, 5}, true, 1);
     check(point, {0, 0, 5}, true, 9), check(same, {0, 0, 0}, false, 9);
     halved.m31 = 7, check(halved, {3, 2, 6}, false, 6 / std::sqrt(9 + 9 * 9 + 36.0));
 }
