@@ -96,7 +96,8 @@ TEST_CASE("whole bounds") {
     const Zan_Matrix3 quarter = matrix({0.25, 0, 0, 0, 0.25, 0, 0, 0, 1});
     const Zan_Matrix3 up = matrix({1, 0, 0, 0, 1, 0, 4e9, -4e9, 1}), half = matrix({1, 0, 0, 0, 1, 0, 0.5, -0.5, 1});
     constexpr int32_t kMin = INT32_MIN, kMax = INT32_MAX;
-    check(quarter, {0, 0, 0, 10}, {0, 0, 0, 0}), check(kNaNs, {0, 10, 10, 9}, {0, 0, 0, 0});
+    check(quarter, {0, 0, 0, 10}, {0, 0, 0, 0}), check(kNaNs, {9, 0, 8, 10}, {0, 0, 0, 0});
+    check(kNaNs, {0, 10, 10, 10}, {0, 0, 0, 0}), check(kNaNs, {0, 10, 10, 9}, {0, 0, 0, 0});
     check(kQuarterTurn, {0, 0, 20, 10}, {-10, 0, 0, 20}), check(quarter, {-10, -9, -1, 9}, {-3, -3, 0, 3});
     check(half, {kMin, kMin, kMax, kMax}, {kMin, kMin, kMax, kMax});
     check(up, {-5, -5, 5, 5}, {kMax, kMin, kMax, kMin});

@@ -40,8 +40,12 @@ TEST_CASE("polygons clipped by a square") {
     const Polygon corner = {at(5, 5), at(15, 5), at(15, 15), at(5, 15)};
     check(square, corner, {at(10, 10), at(5, 10), at(5, 5), at(10, 5)}), check(square, inner, inner);
     CHECK((sameDoubles(clipped(square, corner)[2], corner[0]) && sameDoubles(clipped(square, inner)[1], inner[1])));
-    // On an edge, or nearly, is outside.
+    // On an edge, or nearly, is outside: a vertex is inside by more than 1e-6 times the edge's length.
     check(square, {at(5e-8, 2), at(5, 5), at(0, 8)}, {at(0, 2 - 3e-8), at(5, 5), at(0, 8)});
+    const Polygon unit = {at(0, 0), at(1, 0), at(1, 1), at(0, 1)};
+    for (const double y : {1e-6, 0x1.0c6f7a0b5ed8ep-20}) {
+        CHECK(clipped(unit, {at(0.5, y), at(0.9, 0.9), at(0.1, 0.9)}).size() == (y > 1e-6 ? 3 : 4));
+    }
     check(square, {at(10, 2), at(15, 5), at(10, 8)}, {}), check(square, {at(1, 1), at(2, 2)}, {});
     for (const Polygon& clip : {Polygon{at(-1e9, 3), at(1e9, 5)}, {}}) check(clip, inner, {});
 }
@@ -52,7 +56,7 @@ TEST_CASE("what is left lies inside both") {
         Polygon polygons[2];
         for (Polygon& polygon : polygons) {
             const double x = random.plain(-3, 3), y = random.plain(-3, 3), size = random.plain(1, 6);
-            for (double angle = 0; angle < 6.28; angle += random.plain(0.5, 2)) {
+            for (double angle = 0; angle < 6.28; angle += random.plain(0.5, 3)) {
                 polygon.push_back(at(x + size * std::cos(angle), y + size * std::sin(angle)));
             }
         }

@@ -64,9 +64,9 @@ TEST_CASE("a layer in the plane") {
     check(0, 0x1p-19, 0, 1, true, {20, 40 + 0x1.4p-16});
     const auto poly = withCorners<Zan_TransformPoly2D>(kSquare);
     // The last is farther from the start of its edge than that is long: the nearer end counts.
-    const Point centre(5, 4), aside(13, 14), beside(9, -5);
-    CHECK((poly.IsPointInside(&centre, 0) && !poly.IsPointInside(&aside, 4.9) && poly.IsPointInside(&aside, 5)));
-    CHECK((poly.GetMinimumEdgeDistance(&centre) == 4 && poly.GetMinimumEdgeDistance(&aside) == 5));
+    const Point inner(5, 0.5), aside(13, 14), beside(9, -5);
+    CHECK((poly.IsPointInside(&inner, 0) && !poly.IsPointInside(&aside, 4.9) && poly.IsPointInside(&aside, 5)));
+    CHECK((poly.GetMinimumEdgeDistance(&inner) == 0.5 && poly.GetMinimumEdgeDistance(&aside) == 5));
     CHECK(poly.GetMinimumEdgeDistance(&beside) == std::sqrt(26.0));
 }
 

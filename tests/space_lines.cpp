@@ -60,7 +60,8 @@ TEST_CASE("a segment and a rectangle") {
     check({-5, -5}, {-1, 20}, false, {-5, -5}, {-1, 20}), check({-5, 5}, {15, 5}, false, {-5, 5}, {15, 5});
     check({0, 5}, {10, 5}, true, {0, 5}, {10, 5});
     check({10, 5}, {15, 6}, false, {10, 5}, {15, 6}), check({5, 10}, {6, 15}, false, {5, 10}, {6, 15});
-    check({INFINITY, 6}, {5, 5}, true, {10, kNaN}, {5, 5});  // one end inside is enough
+    // One end inside is enough.
+    check({INFINITY, 6}, {5, 5}, true, {10, kNaN}, {5, 5}), check({5, 5}, {INFINITY, 6}, true, {5, 5}, {10, kNaN});
     check({5, 5}, {kNaN, 5}, false, {5, 5}, {kNaN, 5});
     check({-4, 8}, {4, 16}, false, {-2, 10}, {-2, 10});  // past a corner: partly clipped
     // 1e17 swallows the difference: an end lands exactly beside or below the other, outside.
