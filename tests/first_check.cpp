@@ -12,15 +12,15 @@ namespace {
 
 struct Case {
     const char* name;
-    int32_t bel, vun, header;
-    std::string report;  // all that the host is told by the first call, which fails with it
+    int32_t bel, vun, header;  // 0: what the platform has
+    std::string report;        // all that the host is told by the first call, which fails with it
 };
 const std::string kNoBel = "0x110001 sev 16: Bel provides interface version 60, not 61.\n";
 const std::string kNoVun = "0x110001 sev 16: VUN provides interface version 4, not 3.\n";
 const Case kCases[] = {
-    {"good", 61, 3, 18, ""},
-    {"bel", 60, 3, 18, kNoBel},
-    {"vun", 61, 4, 18, kNoVun},
+    {"good", 0, 0, 18, ""},
+    {"bel", 60, 0, 18, kNoBel},
+    {"vun", 0, 4, 18, kNoVun},
     // A wrong header does not save the platform from its one check.
     {"wrong_header", 60, 4, 17,
      kNoBel + kNoVun +
@@ -35,8 +35,8 @@ int main(int argc, char** argv) {
         if (argc < 2 || std::strcmp(c.name, argv[1]) != 0) continue;
         HostReports host;
         if (argc > 2) Bel_SetReportHandler(nullptr, nullptr);
-        Bel_SetInterfaceVersion(c.bel);
-        VUN_SetInterfaceVersion(c.vun);
+        if (c.bel != 0) Bel_SetInterfaceVersion(c.bel);
+        if (c.vun != 0) VUN_SetInterfaceVersion(c.vun);
         Belp_SetThreadLastError(5);
         const int32_t first = Zan_CheckVersions(1234, c.header), error = Bel_GetThreadLastError();
         std::string told = host.takeAll();
