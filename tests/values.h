@@ -3,11 +3,11 @@
 #define ZAN_TESTS_VALUES_H
 
 #include <catch2/catch.hpp>
+#include <cfloat>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
-#include <limits>
 #include <random>
 
 /// The same bits; any two NaNs count as equal, since which NaN survives depends on the order of operands.
@@ -29,57 +29,20 @@ bool sameDoubles(const Record& a, const Record& b) {
     return true;
 }
 
+// clang-format off
 /// Doubles at which rounding, range tests and tolerances change their answer.
-inline constexpr double kNastyDoubles[] = {0.0,
-                                           -0.0,
-                                           1.0,
-                                           -1.0,
-                                           0.5,
-                                           -0.5,
-                                           1.5,
-                                           -2.5,
-                                           0x1.fffffffffffffp-1,
-                                           0x1.0000000000001p0,
-                                           5e-324,
-                                           -5e-324,
-                                           0x1p-1022,
-                                           1e-300,
-                                           1e300,
-                                           1e-12,
-                                           -1e-12,
-                                           0x1.19799812dea1p-40,
-                                           1e-16,
-                                           1e-20,
-                                           0.1,
-                                           0x1.9999999999999p-4,
-                                           32766.0,
-                                           32766.5,
-                                           32767.0,
-                                           32767.5,
-                                           -32768.0,
-                                           -32768.5,
-                                           2147483646.5,
-                                           2147483647.0,
-                                           2147483647.5,
-                                           2147483648.0,
-                                           -2147483648.0,
-                                           -2147483648.5,
-                                           9007199254740992.0,
-                                           std::numeric_limits<double>::max(),
-                                           std::numeric_limits<double>::infinity(),
-                                           -std::numeric_limits<double>::infinity(),
-                                           std::numeric_limits<double>::quiet_NaN()};
-inline constexpr int32_t kNastyInts[] = {0,           1,
-                                         -1,          2,
-                                         -2,          -32769,
-                                         32767,       -32768,
-                                         32768,       65535,
-                                         65536,       -65536,
-                                         0x3FFFFFFF,  0x40000000,
-                                         -0x40000000, -0x40000001,
-                                         0x7FFF8000,  0x7FFF0001,
-                                         INT32_MAX,   INT32_MAX - 1,
-                                         INT32_MIN,   INT32_MIN + 1};
+inline constexpr double kNastyDoubles[] = {
+    0.0, -0.0, 1.0, -1.0, 0.5, -0.5, 1.5, -2.5, 0x1.fffffffffffffp-1, 0x1.0000000000001p0,
+    5e-324, -5e-324, 0x1p-1022, 1e-300, 1e300,
+    1e-12, -1e-12, 0x1.19799812dea1p-40, 1e-16, 1e-20, 0.1, 0x1.9999999999999p-4,
+    32766.0, 32766.5, 32767.0, 32767.5, -32768.0, -32768.5,
+    2147483646.5, 2147483647.0, 2147483647.5, 2147483648.0, -2147483648.0, -2147483648.5, 9007199254740992.0,
+    DBL_MAX, INFINITY, -INFINITY, NAN};
+inline constexpr int32_t kNastyInts[] = {
+    0, 1, -1, 2, -2, -32769, 32767, -32768, 32768, 65535, 65536, -65536,
+    0x3FFFFFFF, 0x40000000, -0x40000000, -0x40000001, 0x7FFF8000, 0x7FFF0001,
+    INT32_MAX, INT32_MAX - 1, INT32_MIN, INT32_MIN + 1};
+// clang-format on
 
 /// Random numbers, a third of them from the lists above. The seed is printed when a check fails in its scope.
 class Random {

@@ -1,7 +1,11 @@
 # What gdb shows of the values before the program runs, compared with what it should.
 # cmake -DGDB=... -DPROGRAM=... -DSCRIPT=... -P check.cmake
+foreach(value IN ITEMS " fixed16" " fixed24" " plain" " ratios" " pt" " lpt" " fpt" " rects" " lrect" " frects" " drect"
+                       " v2" " v3" " v4" " kinds" " solid" " sameSolid" "/r frects[0]")
+  list(APPEND commands -ex "print${value}")
+endforeach()
 execute_process(
-  COMMAND "${GDB}" -nx -batch -x "${SCRIPT}" -x "${CMAKE_CURRENT_LIST_DIR}/show.gdb" "${PROGRAM}"
+  COMMAND "${GDB}" -nx -batch -x "${SCRIPT}" ${commands} "${PROGRAM}"
   OUTPUT_VARIABLE shown
   ERROR_VARIABLE errors COMMAND_ERROR_IS_FATAL ANY)
 file(READ "${CMAKE_CURRENT_LIST_DIR}/shown.txt" expected)
