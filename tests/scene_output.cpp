@@ -19,12 +19,11 @@ size_t count(const std::string& text, const std::string& part) {
     return n;
 }
 
-struct FailRow {
+const struct {
     std::vector<std::string> arguments;
     uint64_t failing;  // the tracked allocation from which on none succeeds; 0 for none
     const char* line;
-};
-const FailRow kFails[] = {
+} kFails[] = {
     {{"--svg=none/a", "--json=a"}, 0, "none/a cannot be written: No such file or directory"},
     {{"--svg=folder", "--json=a"}, 0, "folder cannot be written: it is a folder"},
     {{"--all", "--svg=old/b/c"}, 0, "old/b/c cannot be written: old is no folder"},
@@ -40,23 +39,25 @@ TEST_CASE("scene: a failure leaves everything as it was") {
     writeFile("deck", kDeck);
     writeFile("old", "old");
     std::filesystem::create_directory("folder");
-    for (const FailRow& r : kFails) {
-        std::vector<std::string> arguments = r.arguments;
+    for (auto [arguments, failing, line] : kFails) {
         arguments.push_back("deck");
-        Bel_SetAllocationFailure(kBel_TrackedAllocations, r.failing, true);
+        Bel_SetAllocationFailure(kBel_TrackedAllocations, failing, true);
         const SceneRun run = runScene(arguments);
         Bel_SetAllocationFailure(0, 0, false);
-        CHECK(run.code == 1);
-        CHECK(run.err == std::string("zan-scene: error: ") + r.line + "\n");
-        CHECK(run.out == "");
-        CHECK(folder.list() == "deck folder old ");
-        CHECK(readFile("old") == "old");
+        CHECK(run.err == std::string("zan-scene: error: ") + line + "\n");
+        CHECK((run.code == 1 && run.out.empty() && folder.list() == "deck folder old " && readFile("old") == "old"));
     }
+    REQUIRE(Zan_Birth(0, nullptr) == 0);
+    const SceneRun run = runScene({"deck", "--json", "a"});
+    CHECK((Zan_Death() == 0 && run.code == 1 && folder.list() == "deck folder old "));
+    CHECK(run.err ==
+          "zan-scene: report 0x110014, severity 8, platform code 12: the library has already been started.\n"
+          "zan-scene: error: the library does not start\n");
     std::ostringstream closed, err;
     closed.setstate(std::ios::badbit);
     const char* const argv[] = {"zan-scene", "deck"};
-    CHECK(scene::run(2, argv, closed, err) == 1);
-    CHECK(err.str() == "zan-scene: error: standard output cannot be written\n");
+    CHECK((scene::run(2, argv, closed, err) == 1 &&
+           err.str() == "zan-scene: error: standard output cannot be written\n"));
 }
 
 TEST_CASE("scene: files are replaced, links stay links, devices are written to") {
@@ -65,8 +66,7 @@ TEST_CASE("scene: files are replaced, links stay links, devices are written to")
     writeFile("real", "old");
     std::filesystem::create_symlink("real", "link");
     CHECK(runScene({"deck", "--json=link", "--svg=/dev/null"}).code == 0);
-    CHECK(std::filesystem::is_symlink("link"));
-    CHECK(std::filesystem::is_character_file("/dev/null"));
+    CHECK((std::filesystem::is_symlink("link") && std::filesystem::is_character_file("/dev/null")));
     CHECK(readFile("real") == runScene({"deck", "--json=-"}).out);
     CHECK(folder.list() == "deck link real ");
 }
@@ -80,17 +80,21 @@ TEST_CASE("scene: pictures") {
     CHECK(folder.list() ==
           "deck p p/q p/q/1-one____two___.svg p/q/2-floor.svg p/q/3-behind.svg p/q/4-far.svg p/q/index.html ");
     const std::string page = readFile("p/q/index.html"), svg = readFile("p/q/1-one____two___.svg");
-    CHECK(count(page, "<img ") == 4);
-    CHECK(count(page, "src=\"2-floor.svg\"") == 1);
-    CHECK(count(svg, "<g class=\"layer") == 3);  // one is behind
-    CHECK(count(svg, "class=\"layer hit\"") == 1);
-    CHECK(count(svg, "<line class=\"cut\"") == 3);  // two sides of the floor, and where they end
-    CHECK(count(svg, "class=\"point\"") == 2);
-    CHECK(count(svg, "class=\"tolerance\"") == 1);
-    CHECK(count(svg, "class=\"hull\"") == 1);
-    CHECK(count(svg, ">one &amp; &quot;two&quot; &lt; 100%</text>") == 1);
-    CHECK(count(svg, ">floor &lt;1%</text>") == 1);
-    CHECK(count(svg, ">far") == 1);  // a title alone: it is outside of the window
+    CHECK((count(page, "<img ") == 4 && count(page, "src=\"2-floor.svg\"") == 1));
+    // One layer is behind; of the floor two sides and where they end are cut; what is far has a title alone.
+    const std::pair<const char*, size_t> parts[] = {{"<g class=\"layer", 3},
+                                                    {"class=\"layer hit\"", 1},
+                                                    {"<line class=\"cut\"", 3},
+                                                    {"class=\"point\"", 2},
+                                                    {"class=\"tolerance\"", 1},
+                                                    {"class=\"hull\"", 1},
+                                                    {">one &amp; &quot;two&quot; &lt; 100%</text>", 1},
+                                                    {">floor &lt;1%</text>", 1},
+                                                    {">far", 1}};
+    for (const auto& [part, times] : parts) {
+        CAPTURE(part);
+        CHECK(count(svg, part) == times);
+    }
     // Nothing is further out than the window's size around the window, however close it comes to the near plane.
     const std::regex pair("[ \"]([-0-9.]+),([-0-9.]+)");
     for (std::sregex_iterator p(svg.begin(), svg.end(), pair), end; p != end; ++p) {
@@ -116,22 +120,8 @@ camera one & "two" <
   hit 2 at 0, 0: no layer; nearest outline: one & "two" <, 129.00 away
 )");
     const std::string all = runScene({"deck", "--all", "--layer", "100x50"}).out;
-    CHECK(count(all, "layers of 100 x 50 (--layer)") == 1);
-    CHECK(count(all, "\ncamera ") == 4);
+    CHECK((count(all, "layers of 100 x 50 (--layer)") == 1 && count(all, "\ncamera ") == 4));
     CHECK(count(all, "outside the window: 1, behind the near plane: 1\n") == 1);
-}
-
-TEST_CASE("scene: a report is shown as the host gets it") {
-    const InFolder folder;
-    writeFile("deck", kDeck);
-    REQUIRE(Zan_Birth(0, nullptr) == 0);
-    const SceneRun run = runScene({"deck", "--json", "a"});
-    CHECK(Zan_Death() == 0);
-    CHECK(run.err ==
-          "zan-scene: report 0x110014, severity 8, platform code 12: the library has already been started.\n"
-          "zan-scene: error: the library does not start\n");
-    CHECK(run.code == 1);
-    CHECK(folder.list() == "deck ");
 }
 
 TEST_CASE("scene: a long run tells how far it is, a short one says nothing") {

@@ -6,8 +6,8 @@
 #include <catch2/catch.hpp>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <random>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -28,9 +28,9 @@ inline SceneRun runScene(const std::vector<std::string>& arguments) {
 }
 
 inline std::string readFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    REQUIRE(file.is_open());
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
 }
 inline void writeFile(const std::string& path, const std::string& content) { std::ofstream(path) << content; }
 
@@ -49,11 +49,10 @@ struct InFolder {
     }
     /// Every file and folder, sorted, with a space after each.
     std::string list() const {
-        std::vector<std::string> names;
+        std::set<std::string> names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(".")) {
-            names.push_back(entry.path().string().substr(2) + " ");
+            names.insert(entry.path().string().substr(2) + " ");
         }
-        std::sort(names.begin(), names.end());
         std::string joined;
         for (const std::string& name : names) joined += name;
         return joined;
