@@ -62,7 +62,7 @@ TEST_CASE("the message table is what the string service reads") {
         text << (e.key ? e.key : "end") << ' ' << e.cache1 << ' ' << e.cache2 << ' ' << e.cache3 << '\n';
     }
     uint64_t sum = 0xCBF29CE484222325;  // FNV-1a
-    for (const unsigned char c : text.str()) sum = (sum ^ c) * 0x100000001B3;
+    for (const char c : text.str()) sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001B3;
     CAPTURE(text.str());
     CHECK(sum == 0xC001703A5586249B);  // of the texts that translators have worked from
 }

@@ -21,18 +21,18 @@ P2 point(const Json& p) { return {p[0].get<double>(), p[1].get<double>()}; }
 // To a billionth of the size of the numbers.
 bool same(Real a, Real b, Real size) { return std::abs(a - b) <= 1e-9L * (1 + size); }
 
-P3 turned(P3 p, size_t axis, Real angle) {
-    const size_t u = (axis + 1) % 3, v = (axis + 2) % 3;
-    const Real a = p[u], b = p[v];
-    p[u] = a * std::cos(angle) - b * std::sin(angle);
-    p[v] = a * std::sin(angle) + b * std::cos(angle);
-    return p;
-}
-
 struct Step {
     std::string order;  // of the axes x to z
     P3 at, turn;
     Real scale;
+
+    P3 turned(P3 p, char axis, Real direction) const {
+        const auto k = static_cast<size_t>(axis - 'x'), u = (k + 1) % 3, v = (k + 2) % 3;
+        const Real a = p[u], b = p[v], sine = std::sin(turn[k]) * direction;
+        p[u] = a * std::cos(turn[k]) - b * sine;
+        p[v] = a * sine + b * std::cos(turn[k]);
+        return p;
+    }
 };
 
 struct RandomDeck {
@@ -85,9 +85,9 @@ struct PlainView {
         for (size_t i = 0; i < 4; ++i) {
             const Real right = i == 1 || i == 2 ? 0.5L : -0.5L, down = i < 2 ? -0.5L : 0.5L;
             P3 p{right * deck.layer.real() * layer.scale, down * deck.layer.imag() * layer.scale, 0};
-            for (size_t k = 3; k-- > 0;) p = turned(p, layer.order[k] - 'x', layer.turn[layer.order[k] - 'x']);
+            for (size_t k = 3; k-- > 0;) p = layer.turned(p, layer.order[k], 1);
             for (size_t k = 0; k < 3; ++k) p[k] += layer.at[k] - camera.at[k];
-            for (const char axis : camera.order) p = turned(p, axis - 'x', -camera.turn[axis - 'x']);
+            for (const char axis : camera.order) p = camera.turned(p, axis, -1);
             eye[i] = {p[0], p[1], distance - p[2]};
         }
         for (size_t i = 0, j = 1; i < 4; ++i, j = (i + 1) % 4) {
