@@ -5,6 +5,7 @@
 #include "matrix/kernels/matrices.h"
 
 #include <cmath>
+#include <cstddef>
 
 namespace {
 
@@ -14,7 +15,7 @@ constexpr double kSmallestPivot = 1e-20;
 struct Row {
     double a[3];
     double inverse[3];
-    int from;  // the row of the matrix that it was
+    std::ptrdiff_t from;  // the row of the matrix that it was
 };
 
 // 1 or 0, as a number: nobody can foresee which row is the pivot's, so nothing shall branch on it.
@@ -51,10 +52,11 @@ bool eliminate(Row (&rows)[3]) {
 // ties go to the later row; the others keep their order.
 bool invert(const void* m, void* inverse) {
     const auto* e = static_cast<const double*>(m);
-    static constexpr int kOrders[][3] = {{2, 0, 1}, {1, 0, 2}, {2, 0, 1}, {1, 0, 2},
-                                         {2, 0, 1}, {1, 0, 2}, {0, 1, 2}, {0, 1, 2}};
-    const int(&order)[3] = kOrders[4 * larger(e[0], e[3]) + 2 * larger(e[0], e[6]) + larger(e[3], e[6])];
-    const auto row = [e](int r) -> Row { return {{e[3 * r], e[3 * r + 1], e[3 * r + 2]}, {}, r}; };
+    // By which of the first two are larger than which later ones.
+    static constexpr std::ptrdiff_t kOrders[][3] = {{2, 0, 1}, {1, 0, 2}, {2, 0, 1}, {1, 0, 2},
+                                                    {2, 0, 1}, {1, 0, 2}, {0, 1, 2}, {0, 1, 2}};
+    const auto& order = kOrders[4 * larger(e[0], e[3]) + 2 * larger(e[0], e[6]) + larger(e[3], e[6])];
+    const auto row = [e](std::ptrdiff_t r) -> Row { return {{e[3 * r], e[3 * r + 1], e[3 * r + 2]}, {}, r}; };
     Row rows[] = {row(order[0]), row(order[1]), row(order[2])};
     if (!eliminate<0>(rows)) return false;
     const int last = 1 - larger(rows[1].a[1], rows[2].a[1]);
@@ -64,7 +66,7 @@ bool invert(const void* m, void* inverse) {
     swapIf(last, rows[1].from, rows[2].from);
     if (!eliminate<1>(rows) || !eliminate<2>(rows)) return false;
     auto* to = static_cast<double*>(inverse);
-    for (int i = 0; i < 3; ++i) {
+    for (std::ptrdiff_t i = 0; i < 3; ++i) {
         for (int j = 0; j < 3; ++j) to[3 * i + rows[j].from] = rows[i].inverse[j];
     }
     return true;
