@@ -167,7 +167,8 @@ def main():
     parser.add_argument("--list", action="store_true", help="print the mutants and do nothing")
     parser.add_argument("--at-least", type=float, default=100, metavar="PERCENT",
                         help="fail when fewer are killed of those that can be (default 100)")
-    parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="how many at a time (default %(default)s)")
+    parser.add_argument("--jobs", type=int, help="how many at a time; each builds the tests once (default: 1 for up to "
+                        "100 mutants, else the number of processors)")
     options = parser.parse_args()
 
     chosen = [m for f in sources(options.places) for m in mutants(f, (ROOT / f).read_text())
@@ -184,7 +185,7 @@ def main():
 
     print(f"{len(chosen)} mutants; building the tests", flush=True)
     trees = queue.Queue()
-    for number in range(max(1, min(options.jobs, len(chosen)))):
+    for number in range(options.jobs or (os.cpu_count() if len(chosen) > 100 else 1)):
         tree = Tree(number)
         tree.prepare()
         trees.put(tree)
