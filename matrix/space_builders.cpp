@@ -9,7 +9,9 @@
 
 namespace {
 
-int32_t append(Zan_Matrix4* m, const zan::Elements<4>& step) {
+int32_t append(Zan_Matrix4* m, const zan::Elements<4>& elements) {
+    Zan_Matrix4 step;
+    zan::assign(step, elements);
     zan::multiplyMatrices(m, &step, m);
     return 0;
 }

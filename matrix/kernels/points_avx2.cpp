@@ -115,17 +115,17 @@ template <bool guard>
 int32_t quotient3(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
     const Column c0 = column3(m, 0), c1 = column3(m, 1), c2 = column3(m, 2);
-    return blocks < guard ? zan::kGuardedQuotient3 : zan::kQuotient3,
-           3 > (matrix, count, points, [&](double* p) {
-               const Space q = loadSpace(p);
-               const auto dot = [&q](const Column& c) {
-                   return plus(plus(times(q.x, c.k0), times(q.y, c.k1)), times(q.z, c.k2));
-               };
-               const Lanes w = dot(c2);
-               if (guard && bitsOf(nearZero(w)) != 0) return false;
-               storeSpace(p, {over(dot(c0), w), over(dot(c1), w), all(1.0)});
-               return true;
-           });
+    constexpr auto transform = guard ? zan::kGuardedQuotient3 : zan::kQuotient3;
+    return blocks<transform, 3>(matrix, count, points, [&](double* p) {
+        const Space q = loadSpace(p);
+        const auto dot = [&q](const Column& c) {
+            return plus(plus(times(q.x, c.k0), times(q.y, c.k1)), times(q.z, c.k2));
+        };
+        const Lanes w = dot(c2);
+        if (guard && bitsOf(nearZero(w)) != 0) return false;
+        storeSpace(p, {over(dot(c0), w), over(dot(c1), w), all(1.0)});
+        return true;
+    });
 }
 
 int32_t guardedQuotient2(const void* matrix, int32_t count, void* points) {
@@ -167,15 +167,15 @@ Lanes reciprocal(Lanes w) {
 template <bool guard>
 int32_t reciprocal3(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
-    return blocks < guard ? zan::kGuardedReciprocal3 : zan::kUnlessNearZero3,
-           3 > (matrix, count, points, [m](double* p) {
-               const Space q = loadSpace(p);
-               const Lanes w = dot4(q, m, 3);
-               if (guard && bitsOf(nearZero(w)) != 0) return false;
-               const Lanes r = reciprocal(guard ? w : _mm256_blendv_pd(w, all(1.0), nearZero(w)));
-               storeSpace(p, {times(dot4(q, m, 0), r), times(dot4(q, m, 1), r), times(dot4(q, m, 2), r)});
-               return true;
-           });
+    constexpr auto transform = guard ? zan::kGuardedReciprocal3 : zan::kUnlessNearZero3;
+    return blocks<transform, 3>(matrix, count, points, [m](double* p) {
+        const Space q = loadSpace(p);
+        const Lanes w = dot4(q, m, 3);
+        if (guard && bitsOf(nearZero(w)) != 0) return false;
+        const Lanes r = reciprocal(guard ? w : _mm256_blendv_pd(w, all(1.0), nearZero(w)));
+        storeSpace(p, {times(dot4(q, m, 0), r), times(dot4(q, m, 1), r), times(dot4(q, m, 2), r)});
+        return true;
+    });
 }
 
 // A homogeneous point of space, its four components in the lanes.

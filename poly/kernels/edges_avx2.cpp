@@ -46,8 +46,8 @@ zan::EdgeBits scan(const void* vertices, int32_t edges, const zan::HitTarget& ta
     const auto* first = static_cast<const T*>(vertices);
     const Lanes x = all(target.x), y = all(target.y), margin = all(target.margin);
     zan::EdgeBits bits = {0, 0};
-    // The last block overlaps the one before.
-    for (int32_t i = 0; i<edges; i = i + 4> edges - 4 && i < edges - 4 ? edges - 4 : i + 4) {
+    for (int32_t next = 0; next < edges; next += 4) {
+        const int32_t i = next < edges - 4 ? next : edges - 4;  // the last block overlaps the one before
         const T* v = first + 2 * static_cast<int64_t>(i);
         const Vertices start = load(v), end = load(v + 2);
         bits.spanning |= bitsOf(_mm256_xor_pd(less(start.x, x), less(end.x, x))) << i;
