@@ -50,9 +50,11 @@ function(zan_add_kernels target)
       matrix/kernels/matrices_plain.cpp
       matrix/kernels/points.cpp
       matrix/kernels/points_plain.cpp
-      poly/kernels/edges_plain.cpp)
+      poly/kernels/edges_plain.cpp
+      poly/kernels/turns_plain.cpp)
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|amd64")
-    set(avx2 matrix/kernels/matrices_avx2.cpp matrix/kernels/points_avx2.cpp poly/kernels/edges_avx2.cpp)
+    set(avx2 matrix/kernels/matrices_avx2.cpp matrix/kernels/points_avx2.cpp poly/kernels/edges_avx2.cpp
+             poly/kernels/turns_avx2.cpp)
     list(TRANSFORM avx2 PREPEND "${PROJECT_SOURCE_DIR}/")
     target_sources(${target} PRIVATE ${avx2})
     set_source_files_properties(${avx2} TARGET_DIRECTORY ${target} PROPERTIES COMPILE_OPTIONS "-mavx2;-mno-fma")

@@ -2,12 +2,19 @@
 // finds: the strictly convex vertices in counterclockwise order from that point. Sorted rows get there faster.
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <iterator>
 #include <limits>
+#include <memory>
+#include <numeric>
 
 #include "platform/kelvora_point.h"
 #include "zan/poly.h"
 
 namespace {
+
+// Fewer points are sorted faster than any is left out.
+constexpr size_t kWorthwhile = 32;
 
 // Coordinates up to 2^30, so that cross products fit in 64 bits.
 struct GridPoint {
@@ -23,17 +30,28 @@ int64_t turn(const GridPoint& a, const GridPoint& b, const GridPoint& c) {
     return (b.x - a.x) * (c.y - b.y) - (c.x - b.x) * (b.y - a.y);
 }
 
+// The outermost x of some points; the opposite of an extent where there are none.
+struct Extent {
+    double low, high;
+
+    // Leaves NaN out.
+    void include(double value) {
+        low = value < low ? value : low;
+        high = value > high ? value : high;
+    }
+    void include(const Extent& other) {
+        low = std::min(low, other.low);
+        high = std::max(high, other.high);
+    }
+};
+
+constexpr Extent kNowhere = {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+
 // One axis of the grid: 2^29 steps from the lowest to the highest coordinate.
 struct Axis {
-    double low = std::numeric_limits<double>::infinity();
-    double high = -std::numeric_limits<double>::infinity();
-    double step = 0;
+    double low, step;
 
-    void include(double value) {
-        if (value <= low) low = value;
-        if (value >= high) high = value;
-    }
-    void divide() { step = (high - low) * 0x1p-29; }
+    explicit Axis(const Extent& extent) : low(extent.low), step((extent.high - extent.low) * 0x1p-29) {}
     // Without extent, or with more than there are numbers, the division gives no number: everything is in one place.
     int64_t snap(double value) const {
         const double place = (value - low) / step + 0.5;
@@ -42,23 +60,42 @@ struct Axis {
     double coordinate(int64_t place) const { return static_cast<double>(place) * step + low; }
 };
 
-// Removes what lies inside the quadrilateral of the points that are outermost in the four diagonal directions.
-void removeInner(std::vector<uint64_t>& keys) {
-    std::array<GridPoint, 4> outer;
-    outer.fill(unpack(keys[0]));
-    for (const uint64_t key : keys) {
-        const GridPoint p = unpack(key);
-        if (p.x + p.y < outer[0].x + outer[0].y) outer[0] = p;
-        if (p.x - p.y > outer[1].x - outer[1].y) outer[1] = p;
-        if (p.x + p.y > outer[2].x + outer[2].y) outer[2] = p;
-        if (p.x - p.y < outer[3].x - outer[3].y) outer[3] = p;
-    }
-    const auto inner = [&](uint64_t key) {
-        const GridPoint p = unpack(key);
-        return turn(outer[0], outer[1], p) > 0 && turn(outer[1], outer[2], p) > 0 && turn(outer[2], outer[3], p) > 0 &&
-               turn(outer[3], outer[0], p) > 0;
+// Finds the points that can be corners of the hull and lists their indexes. Not listed is what has points on both
+// sides, not below it, and on both sides, not above it. On the grid, where all of these may have moved together, it is
+// between them or in the place of one that is further out in every direction in which that place is a corner; so one
+// point of each corner is listed. The points are gathered in strips by y, which do not have to be exact to keep their
+// order.
+size_t listOuter(const auto* points, size_t count, const Extent& y, uint64_t* list) {
+    constexpr int kMostStripBits = 10;
+    const int stripBits = std::min(kMostStripBits, static_cast<int>(std::bit_width(count)) - 2);
+    const size_t stripCount = size_t{1} << stripBits;
+    std::array<Extent, 1 << kMostStripBits> strips, between;  // NOLINT: as much of them is set as is used
+    const auto last = static_cast<double>(stripCount - 1);
+    const double scale = static_cast<double>(stripCount) / (y.high - y.low);
+    const auto stripOf = [=](double at) {
+        const double place = (at - y.low) * scale;
+        const double notNegative = place > 0 ? place : 0;  // nor NaN
+        return static_cast<size_t>(static_cast<int32_t>(notNegative < last ? notNegative : last));
     };
-    keys.erase(std::remove_if(keys.begin(), keys.end(), inner), keys.end());
+    std::fill_n(strips.begin(), stripCount, kNowhere);
+    for (size_t i = 0; i < count; ++i) strips[stripOf(points[i].y)].include(points[i].x);
+    Extent below = kNowhere, above = kNowhere;
+    for (size_t i = 0; i < stripCount; ++i) {
+        between[i] = below;
+        below.include(strips[i]);
+    }
+    for (size_t i = stripCount; i-- > 0;) {
+        between[i] = {std::max(between[i].low, above.low), std::min(between[i].high, above.high)};
+        above.include(strips[i]);
+    }
+    size_t listed = 0;
+    for (size_t i = 0; i < count; ++i) {
+        const double x = points[i].x;
+        const Extent& inner = between[stripOf(points[i].y)];
+        list[listed] = i;
+        listed += static_cast<size_t>(!(x > inner.low)) | static_cast<size_t>(!(x < inner.high));
+    }
+    return listed;
 }
 
 // Goes on from the last entry of the chain over [first, last), keeping left turns only.
@@ -73,31 +110,37 @@ void extend(std::vector<GridPoint>& chain, Iterator first, Iterator last) {
 }
 
 // The hull of at least one grid point. Up along the right side, down along the left.
-std::vector<GridPoint> gridHull(std::vector<uint64_t>& keys) {
-    removeInner(keys);
-    std::sort(keys.begin(), keys.end());
-    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
-    std::vector<GridPoint> chain{unpack(keys[0])};
-    extend(chain, keys.begin() + 1, keys.end());
-    extend(chain, keys.rbegin() + 1, keys.rend());
+std::vector<GridPoint> gridHull(uint64_t* first, uint64_t* last) {
+    std::sort(first, last);
+    last = std::unique(first, last);
+    std::vector<GridPoint> chain;
+    chain.reserve(static_cast<size_t>(last - first) + 1);
+    chain.push_back(unpack(*first));
+    extend(chain, first + 1, last);
+    extend(chain, std::make_reverse_iterator(last) + 1, std::make_reverse_iterator(first));
     if (chain.size() > 1) chain.pop_back();  // the first once more
     return chain;
 }
 
 template <class Point>
 void computeHull(const Point* first, size_t count, std::vector<Point>& hull) {
-    Axis x, y;
+    Extent horizontal = kNowhere, vertical = kNowhere;
     for (const Point* p = first; p != first + count; ++p) {
-        x.include(p->x);
-        y.include(p->y);
+        horizontal.include(p->x);
+        vertical.include(p->y);
     }
-    x.divide();
-    y.divide();
-    std::vector<uint64_t> keys(count);
-    std::transform(first, first + count, keys.begin(), [&](const Point& p) {
-        return pack({x.snap(p.x), y.snap(p.y)});
+    const Axis x(horizontal), y(vertical);
+    const auto keys = std::make_unique_for_overwrite<uint64_t[]>(count);
+    size_t listed = count;
+    if (count < kWorthwhile) {
+        std::iota(&keys[0], &keys[count], 0);
+    } else {
+        listed = listOuter(first, count, vertical, keys.get());
+    }
+    std::transform(&keys[0], &keys[listed], &keys[0], [=](uint64_t i) {
+        return pack({x.snap(first[i].x), y.snap(first[i].y)});
     });
-    const std::vector<GridPoint> chain = gridHull(keys);
+    const std::vector<GridPoint> chain = gridHull(&keys[0], &keys[listed]);
     hull.assign(chain.size(), Point{});
     for (size_t i = 0; i < chain.size(); ++i) {
         hull[i].x = static_cast<decltype(hull[i].x)>(x.coordinate(chain[i].x));

@@ -1,44 +1,45 @@
 // Does a closed polygon turn the same way at every vertex?
-#include <cmath>
-
+#include "frame/processor.h"
+#include "poly/turn_rules.h"
 #include "zan/poly.h"
 
 namespace {
 
-struct Delta {
-    double x, y;
-};
+// The turns around the first vertex come first.
+template <class Iterator>
+zan::Turns turnsOfFew(Iterator first, Iterator last) {
+    const auto between = [](const auto& a, const auto& b) { return zan::Delta{b.x - a.x, b.y - a.y}; };
+    zan::Turns seen{};
+    Iterator at = last - 1;
+    zan::Delta before = between(*(last - 2), *at);
+    for (Iterator next = first; next != last && !(seen.left && seen.right); at = next++) {
+        const zan::Delta after = between(*at, *next);
+        zan::look(before, after, seen);
+        before = after;
+    }
+    return seen;
+}
 
-// 1 or -1 for a turn to the left or right from one edge to the next, 0 when it does not exceed its rounding error.
-int turn(const Delta& d1, const Delta& d2) {
-    constexpr double e = 0x1p-52;
-    const double x1 = std::fabs(d1.x), y1 = std::fabs(d1.y), x2 = std::fabs(d2.x), y2 = std::fabs(d2.y);
-    const double cross = d1.x * d2.y - d2.x * d1.y;
-    const double error =
-        (y1 * (x2 * e) + x2 * (y1 * e) + (x2 * e) * (y1 * e)) + (y2 * (x1 * e) + x1 * (y2 * e) + (y2 * e) * (x1 * e));
-    if (!(std::fabs(cross) > error)) return 0;
-    return cross > 0 ? 1 : -1;
+template <class Iterator>
+zan::Turns turnsOfMany(Iterator first, Iterator last) {
+    constexpr int64_t kStride = sizeof(*first) / sizeof(double);
+    const Zan_Vector2T<double> joint[] = {
+        {last[-2].x, last[-2].y}, {last[-1].x, last[-1].y}, {first[0].x, first[0].y}, {first[1].x, first[1].y}};
+    zan::Turns seen{};
+    zan::lookAtTurns(zan::kPlainTurnKernel, &joint->x, 2, 2, seen);
+    const zan::TurnKernel& kernel = *zan::kTurnKernels[static_cast<int>(zan::instructions())];
+    zan::lookAtTurns(kernel, &first->x, kStride, last - first - 2, seen);
+    return seen;
 }
 
 }  // namespace
 
 template <class Iterator>
 bool Zan_IsConvex(Iterator first, Iterator last) {
-    const auto count = last - first;
-    if (count <= 2) return true;
-    const auto between = [](const auto& a, const auto& b) { return Delta{b.x - a.x, b.y - a.y}; };
-    int orientation = 0;
-    Iterator at = last - 1;
-    Delta before = between(*(last - 2), *at);
-    for (Iterator next = first; next != last; at = next++) {
-        const Delta after = between(*at, *next);
-        const int here = turn(before, after);
-        before = after;
-        if (here == 0) continue;
-        if (orientation != 0 && here != orientation) return false;
-        orientation = here;
-    }
-    return true;
+    constexpr int kWorthwhile = 12;
+    if (last - first <= 2) return true;
+    const zan::Turns seen = last - first < kWorthwhile ? turnsOfFew(first, last) : turnsOfMany(first, last);
+    return !(seen.left && seen.right);
 }
 
 template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector2T<double>>::const_iterator,
