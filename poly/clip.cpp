@@ -1,4 +1,7 @@
 // One polygon clipped by the edges of another, which is convex. Nothing is written to the result until all is done.
+#include <iterator>
+#include <memory>
+
 #include "matrix/point_rules.h"
 #include "zan/poly.h"
 
@@ -37,19 +40,69 @@ Vector4 intersection(const Line& line, const Vector4& s, double atS, const Vecto
     return {-(x * r), y * r, z, w};
 }
 
-void clip(const Line& line, const Polygon& from, Polygon& to) {
-    to.clear();
-    if (from.size() <= 2) return;
-    const Vector4* s = &from.back();
-    double atS = line.at(*s);
-    for (const Vector4& p : from) {
-        const double atP = line.at(p);
-        if ((atP < kSide) != (atS < kSide)) to.push_back(intersection(line, *s, atS, p, atP));
-        if (atP < kSide) to.push_back(p);
-        s = &p;
-        atS = atP;
+// Memory for some objects, on the stack for a few. What it held is lost when it grows.
+template <class T>
+class Room {
+public:
+    T* of(size_t count) {
+        if (count <= std::size(few_)) return few_;
+        if (capacity_ < count) {
+            many_ = std::make_unique_for_overwrite<T[]>(count);
+            capacity_ = count;
+        }
+        return many_.get();
     }
-}
+
+private:
+    T few_[48];
+    size_t capacity_ = 0;
+    std::unique_ptr<T[]> many_;
+};
+
+// A polygon that is cut again and again. Where nothing is cut off it stays where it is.
+class Remainder {
+public:
+    explicit Remainder(const Polygon& polygon) : vertices_(polygon.data()), size_(polygon.size()) {}
+
+    void clip(const Line& line) {
+        if (size_ <= 2) size_ = 0;
+        double* at = at_.of(size_);
+        size_t inside = 0;
+        for (size_t i = 0; i < size_; ++i) {
+            at[i] = line.at(vertices_[i]);
+            inside += at[i] < kSide ? 1 : 0;
+        }
+        if (inside == size_) return;
+        // Each run of vertices outside adds two cuts, and there are as many runs inside.
+        Vector4* const to = steps_[next_].of(size_ + size_ / 2);
+        next_ = 1 - next_;
+        size_t kept = 0;
+        for (size_t i = 0, s = size_ - 1; i < size_; s = i++) {
+            const bool isInside = at[i] < kSide;
+            if (isInside != (at[s] < kSide)) to[kept++] = intersection(line, vertices_[s], at[s], vertices_[i], at[i]);
+            if (isInside) to[kept++] = vertices_[i];
+        }
+        vertices_ = to;
+        size_ = kept;
+    }
+
+    // Nothing is written before all memory is there.
+    void copyTo(Polygon& result) const {
+        if (vertices_ == result.data() && size_ == result.size()) return;
+        if (size_ > result.capacity()) {
+            result = Polygon(vertices_, vertices_ + size_);
+        } else {
+            result.assign(vertices_, vertices_ + size_);
+        }
+    }
+
+private:
+    const Vector4* vertices_;
+    size_t size_;
+    Room<Vector4> steps_[2];
+    Room<double> at_;
+    int next_ = 0;
+};
 
 // Whether the middle of the vertices is on the negative side of the first edge: then the inside is, of every edge.
 bool insideIsNegative(const Polygon& polygon) {
@@ -68,19 +121,17 @@ bool insideIsNegative(const Polygon& polygon) {
 
 void Zan_PolyPolyClip2D(const Polygon* clipPolygon, const Polygon* subject, Polygon* result) {
     const Polygon& edges = *clipPolygon;
-    Polygon steps[2];
-    if (edges.size() > 2) {
-        // Enough for a convex subject; any other grows them.
-        for (Polygon& step : steps) step.reserve(subject->size() + edges.size());
-        const bool asGiven = insideIsNegative(edges);
-        const auto vertex = [&](size_t k) -> const Vector4& { return edges[asGiven ? k : edges.size() - 1 - k]; };
-        const Vector4* before = &vertex(edges.size() - 1);
-        const Polygon* kept = subject;
-        for (size_t k = 0; k < edges.size(); ++k) {
-            clip(Line(*before, vertex(k)), *kept, steps[k % 2]);
-            kept = &steps[k % 2];
-            before = &vertex(k);
-        }
+    if (edges.size() <= 2) {
+        result->clear();
+        return;
     }
-    *result = std::move(steps[(edges.size() + 1) % 2]);
+    const bool asGiven = insideIsNegative(edges);
+    const auto vertex = [&](size_t k) -> const Vector4& { return edges[asGiven ? k : edges.size() - 1 - k]; };
+    Remainder remainder(*subject);
+    const Vector4* before = &vertex(edges.size() - 1);
+    for (size_t k = 0; k < edges.size(); ++k) {
+        remainder.clip(Line(*before, vertex(k)));
+        before = &vertex(k);
+    }
+    remainder.copyTo(*result);
 }

@@ -69,7 +69,7 @@ size_t listOuter(const auto* points, size_t count, const Extent& y, uint64_t* li
     constexpr int kMostStripBits = 10;
     const int stripBits = std::min(kMostStripBits, static_cast<int>(std::bit_width(count)) - 2);
     const size_t stripCount = size_t{1} << stripBits;
-    std::array<Extent, 1 << kMostStripBits> strips, between;  // NOLINT: as much of them is set as is used
+    std::array<Extent, 1 << kMostStripBits> strips, between;
     const auto last = static_cast<double>(stripCount - 1);
     const double scale = static_cast<double>(stripCount) / (y.high - y.low);
     const auto stripOf = [=](double at) {
