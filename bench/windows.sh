@@ -31,7 +31,7 @@ fetch() {
 say() { printf '== %s\n' "$*"; }
 
 say "fetching the sources of Google Benchmark and Clipper"
-fetch >"$prefix/fetch.log" 2>&1 || { cat "$prefix/fetch.log"; exit 1; }
+fetch >"$prefix/fetch.log" 2>&1 || { cat "$prefix/fetch.log"; exit 3; }  # a mirror may lack sources
 build() {
   cmake -S "$sources"/benchmark-*/ -DGIT_VERSION=1.7.1 -B "$sources/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64-x86_64.cmake" \
     -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_INSTALL_LIBDIR=lib -DBENCHMARK_ENABLE_TESTING=OFF \
