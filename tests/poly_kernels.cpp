@@ -1,5 +1,5 @@
-// Every form of the loops over polygons gives the bits of the plain one, and what is built on them the answer of the
-// rule in its plainest words, wherever blocks of edges end.
+// Every form of the loops over polygons gives the bits of the plain one, and convexity the answer of the rule in its
+// plainest words.
 #include <vector>
 
 #include "frame/processor.h"
@@ -7,7 +7,6 @@
 #include "poly/kernels/turns.h"
 #include "values.h"
 #include "zan/poly.h"
-#include "zan/space.h"
 
 namespace {
 
@@ -67,78 +66,6 @@ void eachKernel(const Kernel* const* kernels, const Kernel& plain, const Check& 
             WARN(kernels[i]->name << " skipped: not on this machine");
         }
     }
-}
-
-// Vertices without repetitions, edges, then each edge in turn.
-template <class T>
-bool plainHit(const Zan_Vector2T<T>& q, const Points<T>& vertices, double tolerance) {
-    const double tol2 = tolerance * tolerance;
-    Points<T> list{vertices[0]};
-    for (const auto& v : vertices) {
-        if (std::memcmp(&v, &list.back(), sizeof v) != 0) list.push_back(v);
-    }
-    const T dx = q.x - list[0].x, dy = q.y - list[0].y;
-    if (list.size() == 1) return tol2 > 0 ? tol2 >= dx * dx + dy * dy : q.x == list[0].x && q.y == list[0].y;
-    const Zan_Vector2T<double> p(q.x, q.y);
-    int crossings = 0;
-    for (size_t i = 0; i < list.size(); ++i) {
-        const auto& next = list[(i + 1) % list.size()];
-        const Zan_Vector2T<double> a(list[i].x, list[i].y), b(next.x, next.y);
-        bool within = false;
-        double distance = 0;
-        Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance);
-        if (tol2 > 0 && within && tol2 >= distance * distance) return true;
-        if (tol2 > 0 && (tol2 >= p.DistanceSquared(a) || tol2 >= p.DistanceSquared(b))) return true;
-        if (!(a.x < p.x && p.x <= b.x) && !(b.x < p.x && p.x <= a.x)) continue;
-        const double y = (p.x - b.x) / (a.x - b.x) * (a.y - b.y) + b.y;
-        double lo = y < p.y ? y : p.y, hi = y < p.y ? p.y : y;
-        if (hi < 0) lo = -std::exchange(hi, -lo);
-        if ((hi * 1e-12 > 0x1.198p-40 ? hi * 1e-12 : 0x1.198p-40) > hi - lo) return true;
-        crossings += y > p.y;
-    }
-    return crossings % 2 != 0;
-}
-
-// A tolerance that is the distance to an edge's line or end, or a step beside it.
-template <class T>
-double closeTolerance(Random& random, const Zan_Vector2T<T>& q, const Points<T>& outline) {
-    const size_t i = random.bits() % outline.size();
-    const auto &from = outline[i], &to = outline[(i + 1) % outline.size()];
-    const Zan_Vector2T<double> p(q.x, q.y), a(from.x, from.y), b(to.x, to.y);
-    double distance = 0;
-    Zan_PerpDistTo2DLine(&p, &a, &b, nullptr, &distance);
-    return stepped(random.below(2) == 0 ? distance : std::sqrt(p.DistanceSquared(a)), random.below(5) - 2);
-}
-
-template <class T>
-void checkHits(Random& random) {
-    int32_t hits[2] = {};
-    for (int32_t round = 0; round < 6000; ++round) {
-        // Long outlines are rings with teeth, so that not everything is on them.
-        const int32_t count = 1 + random.below(round % 4 == 0 ? 300 : 20);
-        const bool nasty = random.below(5) == 0, ring = count > 20 || random.below(2) == 0;
-        const double scale = std::ldexp(1.0, random.below(4) == 0 ? random.below(44) : 0);
-        Points<T> outline;
-        while (outline.size() < size_t(count)) {
-            const double angle = 6.28 * double(outline.size()) / count, radius = random.plain(1, 2);
-            const double x = ring ? 2 + radius * std::cos(angle) : coordinate(random, nasty);
-            const double y = ring ? 2 + radius * std::sin(angle) : coordinate(random, nasty);
-            outline.emplace_back(static_cast<T>(x * scale), static_cast<T>(y * scale));
-            if (random.below(9) == 0) outline.push_back(outline.back());
-        }
-        const auto& other = outline[random.bits() % outline.size()];
-        Zan_Vector2T<T> p(T(coordinate(random, nasty) * scale), T(coordinate(random, nasty) * scale));
-        if (random.below(4) == 0) p.x = other.x;
-        if (random.below(8) == 0) p.y = other.y;
-        const double tolerances[] = {0, 0.05 * scale, random.plain(0, 0.2) * scale, closeTolerance(random, p, outline)};
-        const double tolerance = tolerances[random.below(4)];
-        unsigned char inside = 9;
-        CAPTURE(count, round, tolerance, p.x, p.y);
-        CHECK(Zan_IsFloatPointInConcavePoly(&p, outline.data(), int32_t(outline.size()), tolerance, &inside) == 0);
-        CHECK(inside == plainHit(p, outline, tolerance));
-        ++hits[inside & 1];
-    }
-    CHECK((hits[0] > 1200 && hits[1] > 1200));
 }
 
 // The turn at every vertex, each with its rounding error, in the order of the rule.
@@ -210,12 +137,6 @@ TEST_CASE("edges, by every kernel") {
         checkEdges<double>(kernel, random);
         checkEdges<float>(kernel, random);
     });
-}
-
-TEST_CASE("hits, by the two lists") {
-    Random random(72);
-    checkHits<double>(random);
-    checkHits<float>(random);
 }
 
 TEST_CASE("turns, by every kernel and by the rule") {

@@ -41,6 +41,17 @@ bool plainInside(const Zan_Vector2T<T>& q, const Points<T>& vertices, double tol
     return crossings % 2 != 0;
 }
 
+// A tolerance that is the distance to an edge's line or end, or a step beside it.
+template <class T>
+double closeTolerance(Random& random, const Zan_Vector2T<T>& q, const Points<T>& outline) {
+    const size_t i = random.bits() % outline.size();
+    const auto &from = outline[i], &to = outline[(i + 1) % outline.size()];
+    const Zan_Vector2T<double> p(q.x, q.y), a(from.x, from.y), b(to.x, to.y);
+    double distance = std::sqrt(p.DistanceSquared(a));
+    if (random.below(2) == 0) Zan_PerpDistTo2DLine(&p, &a, &b, nullptr, &distance);
+    return random.below(3) == 0 ? distance : std::nextafter(distance, random.below(2) == 0 ? 0.0 : 1e300);
+}
+
 template <class T>
 bool isInside(const Zan_Vector2T<T>& p, const Points<T>& vertices, double tolerance) {
     unsigned char inside = 9;
@@ -65,12 +76,18 @@ void compareWithPlain(uint32_t seed) {
             return static_cast<T>(nasty ? random.nasty() : (lattice ? random.below(7) : random.plain(0, 7)) * scale);
         };
         Points<T> vertices;
-        for (int32_t n = 1 + random.below(9); n > 0; --n) {
-            vertices.emplace_back(coordinate(), coordinate());
+        // Long outlines are rings with teeth, so that not everything is on them.
+        const int32_t count = 1 + random.below(round % 10 == 0 ? 300 : 9);
+        for (int32_t n = 0; n < count; ++n) {
+            const double angle = 6.28 * n / count, radius = random.plain(1.5, 3.5);
+            const auto ring = [&](double x) { return static_cast<T>((3 + radius * x) * scale); };
+            vertices.emplace_back(count > 9 ? ring(std::cos(angle)) : coordinate(),
+                                  count > 9 ? ring(std::sin(angle)) : coordinate());
             if (random.below(6) == 0) vertices.push_back(vertices.back());
         }
-        const Zan_Vector2T<T> p(coordinate(), coordinate());
-        const double tolerance = tolerances[random.bits() % std::size(tolerances)] * (random.below(2) ? scale : -1);
+        const Zan_Vector2T<T> p(random.below(8) == 0 ? vertices.back().x : coordinate(), coordinate());
+        double tolerance = tolerances[random.bits() % std::size(tolerances)] * (random.below(2) ? scale : -1);
+        if (random.below(8) == 0) tolerance = closeTolerance(random, p, vertices);
         const bool inside = isInside(p, vertices, tolerance);
         CHECK(inside == plainInside(p, vertices, tolerance));
         insideCount += inside;
