@@ -1,7 +1,7 @@
 // Every kernel of the matrices gives the bits of the plain one.
 #include <vector>
 
-#include "frame/processor.h"
+#include "kernels.h"
 #include "matrices.h"
 #include "matrix/kernels/matrices.h"
 #include "matrix/kernels/points.h"
@@ -74,18 +74,6 @@ void compare(const zan::PointKernel& kernel, const Row& row, Random& random) {
             bool same = true;
             for (size_t i = 0; i < plain.size(); ++i) same &= sameBits(double(plain[i]), double(other[i]));
             CHECK(same);
-        }
-    }
-}
-
-template <class Kernel, class Check>
-void eachKernel(const Kernel* const* kernels, const Kernel& plain, Check check) {
-    CHECK(kernels[0] == &plain);
-    for (int i = 1; kernels[i] != nullptr; ++i) {
-        if (i <= static_cast<int>(zan::supportedInstructions())) {
-            check(*kernels[i]);
-        } else {
-            WARN(kernels[i]->name << " skipped: not on this machine");
         }
     }
 }

@@ -2,7 +2,7 @@
 // plainest words.
 #include <vector>
 
-#include "frame/processor.h"
+#include "kernels.h"
 #include "poly/kernels/edges.h"
 #include "poly/kernels/turns.h"
 #include "values.h"
@@ -51,19 +51,6 @@ void checkEdges(const zan::EdgeKernel& kernel, Random& random) {
                 CHECK((bits.spanning == plain.spanning && bits.near == plain.near));
                 CHECK((plain.spanning | plain.near) >> (edges - 1) <= 1);
             }
-        }
-    }
-}
-
-// Walks a list of kernels. A machine may lack what the last ones need.
-template <class Kernel, class Check>
-void eachKernel(const Kernel* const* kernels, const Kernel& plain, const Check& check) {
-    CHECK(kernels[0] == &plain);
-    for (int i = 0; kernels[i] != nullptr; ++i) {
-        if (i <= static_cast<int>(zan::supportedInstructions())) {
-            check(*kernels[i]);
-        } else {
-            WARN(kernels[i]->name << " skipped: not on this machine");
         }
     }
 }
