@@ -1,12 +1,14 @@
 // Compass angles: degrees clockwise from straight up, on a screen whose vertical axis points down.
 #include <cmath>
 
+#include "frame/keep_errno.h"
 #include "zan/geom2d.h"
 
 namespace {
 
 // Radians counterclockwise from the right, y pointing up. Straight up and down come from the constant alone.
 double bearing(double x, double y, double quarterTurn) {
+    const zan::KeepErrno keepErrno;
     if (x != 0) return std::atan2(y, x);
     if (y > 0) return quarterTurn;
     return y < 0 ? -quarterTurn : 0.0;

@@ -1,4 +1,5 @@
 // Transforms of space taken apart: translation, scale, shear and three angles; the angles of an axis and a turn.
+#include "frame/keep_errno.h"
 #include "frame/report.h"
 #include "matrix/nearly_equal.h"
 #include "matrix/vectors.h"
@@ -35,6 +36,7 @@ bool gimbalLock(double c) { return -1e-5 < c && c < 1e-5; }
 
 // The angles of R = Rz * Ry * Rx.
 void anglesXYZ(const Rotation& r, Zan_Matrix4Decomp* out) {
+    const zan::KeepErrno keepErrno;
     out->ry = std::asin(clampedToOne(r.r2.x));
     const double c = std::cos(-out->ry);
     if (gimbalLock(c)) {
@@ -49,6 +51,7 @@ void anglesXYZ(const Rotation& r, Zan_Matrix4Decomp* out) {
 
 // The angles of R = Rx * Ry * Rz.
 void anglesZYX(const Rotation& r, Zan_Matrix4Decomp* out) {
+    const zan::KeepErrno keepErrno;
     const double a = std::asin(clampedToOne(r.r0.z));
     out->ry = -a;
     const double c = std::cos(-a);

@@ -1,5 +1,7 @@
 // Appends a translation, rotation, scale or skew to a transform of the plane: m := m * T. Angles in degrees.
+#include "frame/keep_errno.h"
 #include "frame/report.h"
+#include "scalar/sine_cosine.h"
 #include "zan/matrix.h"
 #include "zan/scalar.h"
 
@@ -27,8 +29,7 @@ int32_t Zan_RotateMatrix(Zan_Matrix3* m, double degrees, double cx, double cy) {
     const double turn = Zan_fmod(degrees, 360.0);
     if (turn == 0.0) return 0;
     const double radians = turn * kRadiansPerDegree;
-    const double c = std::cos(radians);
-    const double s = std::sin(radians);
+    const auto [s, c] = zan::sineAndCosine(radians);
     return append(m, c, s, -s, c, (1.0 - c) * cx + cy * s, (1.0 - c) * cy - cx * s);
 }
 
@@ -48,6 +49,7 @@ void Zan_Matrix3::Scale(double sx, double sy, double cx, double cy) {
 }
 void Zan_Matrix3::Skew(double skewDegrees, double axisDegrees) {
     if (skewDegrees == 0.0) return;
+    const zan::KeepErrno keepErrno;
     const double t = std::tan(skewDegrees * kRadiansPerDegree);
     Rotate(axisDegrees);
     zan::throwIfFailed(append(this, 1.0, 0.0, -t, 1.0, 0.0, 0.0));

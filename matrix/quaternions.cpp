@@ -1,4 +1,5 @@
 // Quaternions: from and to rotation matrices, and the way between two of them.
+#include "frame/keep_errno.h"
 #include "matrix/elements.h"
 #include "matrix/nearly_equal.h"
 
@@ -51,6 +52,7 @@ int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_Quat* ou
     double s0 = 1 - t;
     double s1 = t;
     if (1 - cosine > 1e-5) {
+        const zan::KeepErrno keepErrno;
         const double omega = std::acos(cosine);
         const double k = 1 / std::sin(omega);
         s0 = std::sin((1 - t) * omega) * k;

@@ -4,6 +4,7 @@
 #include "matrix/elements.h"
 #include "matrix/kernels/matrices.h"
 #include "matrix/point_rules.h"
+#include "scalar/sine_cosine.h"
 
 #include <cmath>
 
@@ -54,8 +55,7 @@ int32_t Zan_RotateMatrix4(double ax, double ay, double az, double radians, Zan_M
     const double x = ax * k;
     const double y = ay * k;
     const double z = az * k;
-    const double c = std::cos(radians);
-    const double s = std::sin(radians);
+    const auto [s, c] = zan::sineAndCosine(radians);
     const double t = 1.0 - c;
     return append(m, {{{t * x * x + c, t * x * y + s * z, t * x * z - s * y, 0},
                        {t * x * y - s * z, t * y * y + c, t * y * z + s * x, 0},

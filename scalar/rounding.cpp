@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "frame/keep_errno.h"
 #include "scalar/integers.h"
 #include "zan/scalar.h"
 
@@ -32,4 +33,7 @@ int32_t Zan_RoundDoubleSafe(double x) {
 
 int64_t Zan_RoundDouble64(double x) { return zan::roundDouble<int64_t>(x); }
 
-double Zan_fmod(double x, double y) { return std::fmod(x, y); }
+double Zan_fmod(double x, double y) {
+    const zan::KeepErrno keepErrno;
+    return std::fmod(x, y);
+}

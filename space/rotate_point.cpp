@@ -1,12 +1,10 @@
 // A single-precision point turned about a centre.
-#include <cmath>
-
+#include "scalar/sine_cosine.h"
 #include "zan/space.h"
 
 int32_t Zan_TransformPtF(Zan_Vector2T<float>* centre, double degrees, Zan_Vector2T<float>* point) {
     const double angle = (degrees - 90) * 0.017453292519943295;
-    const double s = std::sin(angle);
-    const double c = std::cos(angle);
+    const auto [s, c] = zan::sineAndCosine(angle);
     const Zan_Vector2T<float> about = *centre;
     const double dx = point->x - about.x;
     const double u = -static_cast<double>(point->y - about.y);

@@ -1,18 +1,31 @@
 # A host links its own platform libraries, so zan must hold no copy of what they provide: every platform operation that it
-# knows is an undefined symbol, and one that the stand-in exports.
-# cmake -DLIBRARY=... -DLIST=... -DNM=... -P check_platform.cmake
+# knows is an undefined symbol, and one that the stand-in exports. Of the C library it uses what is listed here and no
+# more, so that it cannot touch the host's locale, signals, files or floating-point mode.
+# cmake -DLIBRARY=... -DLIST=... -DNM=... -DSANITIZED=... -P check_platform.cmake
+cmake_minimum_required(VERSION 3.25)
+set(c_library acos asin atan2 cos fmod frexp frexpf getenv ldexp ldexpf memcmp memcpy memmove memset sin sincos snprintf
+              sqrt strcmp tan __errno_location)
+set(compiler "^(_Z|__cxa_|_Unwind_|_ITM_|__gmon_start__|__gxx_personality_v0|__stack_chk_fail|_GLOBAL_OFFSET_TABLE_)")
 set(platform "^(_Z[A-Z]*[0-9]+)?(Belp?_|OSKA_|VUN_)")
-function(names result)
+function(symbols result)
   execute_process(COMMAND "${NM}" --format=posix ${ARGN} "${LIBRARY}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
   string(REGEX REPLACE "[@ ][^\n]*" "" output "${output}")
   string(REGEX MATCHALL "[^\n]+" found "${output}")
-  list(FILTER found INCLUDE REGEX "${platform}")
   set(${result} "${found}" PARENT_SCOPE)
 endfunction()
 
-names(held --defined-only)
-names(exported -D --defined-only)
-names(wanted -D --undefined-only)
+symbols(held --defined-only)
+symbols(exported -D --defined-only)
+symbols(wanted -D --undefined-only)
+set(used ${wanted})
+foreach(list IN ITEMS held exported wanted)
+  list(FILTER ${list} INCLUDE REGEX "${platform}")
+endforeach()
+list(REMOVE_ITEM used ${wanted} ${c_library})
+list(FILTER used EXCLUDE REGEX "${compiler}")
+if(used AND NOT SANITIZED)
+  message(FATAL_ERROR "not to be used of the C library: ${used}")
+endif()
 file(STRINGS "${LIST}" listed REGEX "^[^#]")
 set(unknown ${wanted})
 list(REMOVE_ITEM unknown ${listed})

@@ -237,6 +237,9 @@ struct Argument {
 struct Entry {
     std::string name;
     std::function<void(Draw&, Sum&)> run;
+    /// Set where the sum depends on the machine: the operation passes through the C library's sin, cos, tan, atan,
+    /// atan2, asin or acos.
+    bool libm = false;
 };
 
 template <class... A, class Call>
@@ -303,16 +306,10 @@ struct Taking {
     }
 };
 
-/// An operation that has no sum, and why: it passes through the C library's sin, cos, tan, atan, atan2, asin or acos
-/// ("libm"), or is about the library's state ("state").
-struct Without {
-    const char* reason;
-    const char* names;
-};
-
-/// All operations of the library (operations.cpp).
-std::span<const Entry> entries();
-std::span<const Without> entriesWithout();
+/// All operations of the library (operations.cpp), those that pass through the C library last.
+const std::vector<Entry>& entries();
+/// The operations that are about the library's state, which have no sum.
+std::span<const char* const> operationsOfState();
 
 }  // namespace selfcheck
 

@@ -166,18 +166,34 @@ const Entry kEntries[] = {
     G(Zan_TransformPoly3D::InitPolyPoints), G(Zan_TransformPoly3D::GetMinimumEdgeDistance),
     I(Zan_TransformPoly3D::GetEdge), I(Zan_TransformPoly3D::GetPoint), G(Zan_TransformPoly3D::IsVisible)};
 
-const Without kWithout[] = {
-    {"state",
-     "Zan_Birth Zan_CheckVersions Zan_Death Zan_GetGlobals Zan_SetGlobals Zan_PrepareFCMD Zan_PrepareFTrig "
-     "Zan_UnprepareFCMD Zan_UnprepareFTrig"},
-    {"libm",
-     "Zan_PtToAngle Zan_Pt2Angle Zan_VecToAngle Zan_DecomposeMatrix4 Zan_DecomposeMatrix4ZYX "
-     "Zan_GetOrderedXYZRotationFromMatrix Zan_ConvertAxisAngleToOrderedXYZRotation Zan_Slerp Zan_Matrix4::Decompose "
-     "Zan_Matrix4::DecomposeZYX Zan_RotateMatrix Zan_RotateMatrix4 Zan_RotateMatrix4XYZ Zan_RotateMatrix4XYZPlus "
-     "Zan_LookAtMatrix "
-     "Zan_Matrix3::Skew Zan_Matrix3::Rotate Zan_Matrix4::RotateAxis Zan_Matrix4::RotateXYZ Zan_TransformPtF"}};
+const Entry kLibmEntries[] = {
+
+    // geom2d
+    G(Zan_PtToAngle), G(Zan_Pt2Angle), G(Zan_VecToAngle),
+    // matrix
+    G(Zan_DecomposeMatrix4), G(Zan_DecomposeMatrix4ZYX), G(Zan_GetOrderedXYZRotationFromMatrix),
+    G(Zan_ConvertAxisAngleToOrderedXYZRotation), G(Zan_Slerp), G(Zan_Matrix4::Decompose), G(Zan_Matrix4::DecomposeZYX),
+    G(Zan_RotateMatrix), G(Zan_RotateMatrix4), G(Zan_RotateMatrix4XYZ), G(Zan_RotateMatrix4XYZPlus),
+    G(Zan_LookAtMatrix), G(Zan_Matrix3::Skew), O(Zan_Matrix3::Rotate, double),
+    O(Zan_Matrix3::Rotate, double, double, double), G(Zan_Matrix4::RotateAxis), G(Zan_Matrix4::RotateXYZ),
+    // space
+    G(Zan_TransformPtF)};
+
+constexpr const char* kState[] = {"Zan_Birth",        "Zan_CheckVersions", "Zan_Death",
+                                  "Zan_GetGlobals",   "Zan_SetGlobals",    "Zan_PrepareFCMD",
+                                  "Zan_PrepareFTrig", "Zan_UnprepareFCMD", "Zan_UnprepareFTrig"};
 
 }  // namespace
 
-std::span<const Entry> selfcheck::entries() { return kEntries; }
-std::span<const Without> selfcheck::entriesWithout() { return kWithout; }
+const std::vector<Entry>& selfcheck::entries() {
+    static const std::vector<Entry> all = [] {
+        std::vector<Entry> list(std::begin(kEntries), std::end(kEntries));
+        for (Entry entry : kLibmEntries) {
+            entry.libm = true;
+            list.push_back(std::move(entry));
+        }
+        return list;
+    }();
+    return all;
+}
+std::span<const char* const> selfcheck::operationsOfState() { return kState; }

@@ -1,0 +1,6 @@
+// Sine and cosine of one angle, by the C library.
+#include "scalar/sine_cosine.h"
+
+#include <cmath>
+
+zan::SineCosine zan::sineAndCosineUnguarded(double radians) { return {std::sin(radians), std::cos(radians)}; }
