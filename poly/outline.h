@@ -3,6 +3,7 @@
 #define ZAN_POLY_OUTLINE_H
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "frame/report.h"
@@ -14,8 +15,13 @@ namespace zan {
 using Point = Zan_Vector2T<double>;
 using Edge = std::pair<Point, Point>;
 
+/// The index of a corner or edge as the host gave it.
+inline int32_t corner(int32_t i) {
+    assert(0 <= i && i < 4);
+    return i;
+}
 /// The corner at the end of edge i.
-inline int32_t nextCorner(int32_t i) { return (i + 1) % 4; }
+inline int32_t nextCorner(int32_t i) { return (corner(i) + 1) % 4; }
 
 /// One of the first two rows has next to no length: the layer is seen as nothing, or as a line.
 template <class Matrix>

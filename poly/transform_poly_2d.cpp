@@ -6,7 +6,7 @@ Zan_TransformPoly2D::Zan_TransformPoly2D(const Zan_TransformPoly2D& other) = def
 Zan_TransformPoly2D& Zan_TransformPoly2D::operator=(const Zan_TransformPoly2D& other) = default;
 Zan_TransformPoly2D::~Zan_TransformPoly2D() = default;
 
-void Zan_TransformPoly2D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[i] = p; }
+void Zan_TransformPoly2D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[zan::corner(i)] = p; }
 
 void Zan_TransformPoly2D::TransformPoints(const Zan_Matrix3& m) {
     visible = !zan::degenerate(m);
@@ -17,10 +17,10 @@ bool Zan_TransformPoly2D::IsVisible() const { return visible; }
 void Zan_TransformPoly2D::InitPolyPoints() const {}
 int32_t Zan_TransformPoly2D::NumPolyPoints() const { return 4; }
 const zan::Point* Zan_TransformPoly2D::GetPolyPoints() const { return corners; }
-void Zan_TransformPoly2D::GetPolyPoint(int32_t i, zan::Point* out) const { *out = corners[i]; }
+void Zan_TransformPoly2D::GetPolyPoint(int32_t i, zan::Point* out) const { *out = corners[zan::corner(i)]; }
 
 bool Zan_TransformPoly2D::GetPoint(int32_t i, zan::Point* out) const {
-    *out = corners[i];
+    *out = corners[zan::corner(i)];
     return true;
 }
 

@@ -18,7 +18,7 @@ Zan_TransformPoly3D::Zan_TransformPoly3D(const Zan_TransformPoly3D& other) = def
 Zan_TransformPoly3D& Zan_TransformPoly3D::operator=(const Zan_TransformPoly3D& other) = default;
 Zan_TransformPoly3D::~Zan_TransformPoly3D() = default;
 
-void Zan_TransformPoly3D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[i] = {p.x, p.y, 0.0}; }
+void Zan_TransformPoly3D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[zan::corner(i)] = {p.x, p.y, 0.0}; }
 
 void Zan_TransformPoly3D::TransformPointsToEye(const Zan_Matrix4& layerToEye) {
     if (zan::degenerate(layerToEye)) {
@@ -70,10 +70,13 @@ bool Zan_TransformPoly3D::IsVisible() const {
 }
 int32_t Zan_TransformPoly3D::NumPolyPoints() const { return static_cast<int32_t>(polyPoints.size()); }
 const zan::Point* Zan_TransformPoly3D::GetPolyPoints() const { return polyPoints.data(); }
-void Zan_TransformPoly3D::GetPolyPoint(int32_t i, zan::Point* out) const { *out = polyPoints[static_cast<size_t>(i)]; }
+void Zan_TransformPoly3D::GetPolyPoint(int32_t i, zan::Point* out) const {
+    assert(0 <= i && i < NumPolyPoints());
+    *out = polyPoints[static_cast<size_t>(i)];
+}
 
 bool Zan_TransformPoly3D::GetPoint(int32_t i, zan::Point* out) const {
-    if (cornerBehind[i]) return false;
+    if (cornerBehind[zan::corner(i)]) return false;
     *out = dropZ(corners[i]);
     return true;
 }

@@ -72,7 +72,7 @@ ZAN_API int32_t Zan_IsFloatPointInQuad(const Zan_Vector2T<double>* point, const 
 /// @defgroup outlines Layer outlines
 /// Where the four corners of a layer land on the screen, how much of it is in front of the eye, whether a point of the
 /// screen hits it and how far away it is. Corners are numbered 0 to 3 around the layer; edge i runs from corner i to
-/// corner (i + 1) mod 4. Corner, edge and outline indexes are not checked.
+/// corner (i + 1) mod 4. Indexes out of range are the host's to avoid; a build with assertions stops there.
 ///
 /// Each step of a transform overwrites the corners: nothing records which step was last. A matrix is degenerate when
 /// the squared length of its row 0 or of its row 1, projective column included, lies strictly between -1e-12 and 1e-12;
