@@ -23,7 +23,7 @@ ROOT = Path(__file__).resolve().parents[2]
 WORK = ROOT / "build" / "mutants"
 EQUIVALENT = Path(__file__).with_name("equivalent.txt")
 ROOMS = ("frame", "scalar", "geom2d", "matrix", "space", "poly")
-PROGRAMS = ("zan_tests", "zan_first_check", "zan_selfcheck", "zan_out_of_memory")
+PROGRAMS = ("zan_tests", "zan_properties", "zan_first_check", "zan_selfcheck", "zan_out_of_memory")
 # What ctest knows besides the rows of zan_tests, which are quicker in one process.
 OTHER_TESTS = "^(first version check|golden sums$|golden sums: plain|out of memory)"
 MEMORY = 4 << 20  # KiB
@@ -83,8 +83,12 @@ class Tree:
         """The commands that decide, the likeliest first."""
         files = sorted(p.stem for p in (ROOT / "tests").glob(f"{room}_*.cpp"))
         program = [self.build / "tests" / "zan_tests", "-#", "--abort"]
+        properties = self.build / "tests" / "fuzz" / "zan_properties"
         yield [*program, ",".join(f"[#{f}]" for f in files)]
+        if any((ROOT / "fuzz").glob(f"{room}_*.cpp")):
+            yield [properties, room]
         yield [*program, "".join(f"~[#{f}]" for f in files)]
+        yield [properties]
         yield ["ctest", "--test-dir", self.build, "-R", OTHER_TESTS, "--stop-on-failure"]
 
     def quiet(self, command, seconds):

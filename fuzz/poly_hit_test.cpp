@@ -1,0 +1,100 @@
+// Points in polygons, by the rule in its plainest words; signed areas on a lattice, where they are exact.
+#include <vector>
+
+#include "choices.h"
+#include "zan/poly.h"
+#include "zan/space.h"
+
+namespace {
+
+template <class T>
+using Points = std::vector<Zan_Vector2T<T>>;
+
+// Vertices without repetitions, edges, distances and crossings one after the other.
+template <class T>
+bool plainInside(const Zan_Vector2T<T>& q, const Points<T>& vertices, double tolerance) {
+    const double tol2 = tolerance * tolerance;
+    Points<T> list{vertices[0]};
+    for (const auto& v : vertices) {
+        if (std::memcmp(&v, &list.back(), sizeof v) != 0) list.push_back(v);
+    }
+    const T dx = q.x - list[0].x, dy = q.y - list[0].y;
+    if (list.size() == 1) return tol2 > 0 ? tol2 >= dx * dx + dy * dy : q.x == list[0].x && q.y == list[0].y;
+    const Zan_Vector2T<double> p(q.x, q.y);
+    const auto squared = [&](const auto& v) { return (p.x - v.x) * (p.x - v.x) + (p.y - v.y) * (p.y - v.y); };
+    int crossings = 0;
+    for (size_t i = 0; i < list.size(); ++i) {
+        const auto& next = list[(i + 1) % list.size()];
+        const Zan_Vector2T<double> a(list[i].x, list[i].y), b(next.x, next.y);
+        bool within = false;
+        double distance = 0;
+        Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance);
+        if (tol2 > 0 && ((within && tol2 >= distance * distance) || tol2 >= squared(a) || tol2 >= squared(b)))
+            return true;
+        if (!(a.x < p.x && p.x <= b.x) && !(b.x < p.x && p.x <= a.x)) continue;
+        const double y = (p.x - b.x) / (a.x - b.x) * (a.y - b.y) + b.y;
+        double lo = y < p.y ? y : p.y, hi = y < p.y ? p.y : y;
+        if (hi < 0) lo = -std::exchange(hi, -lo);
+        if ((hi * 1e-12 > 0x1.198p-40 ? hi * 1e-12 : 0x1.198p-40) > hi - lo) return true;
+        crossings += y > p.y;
+    }
+    return crossings % 2 != 0;
+}
+
+// A tolerance that is the distance to an edge's line or end, or a step beside it.
+template <class T>
+double closeTolerance(Choices& c, const Zan_Vector2T<T>& q, const Points<T>& outline) {
+    const size_t i = c.bits() % outline.size();
+    const auto &from = outline[i], &to = outline[(i + 1) % outline.size()];
+    const Zan_Vector2T<double> p(q.x, q.y), a(from.x, from.y), b(to.x, to.y);
+    double distance = std::sqrt(p.DistanceSquared(a));
+    if (c.below(2) == 0) Zan_PerpDistTo2DLine(&p, &a, &b, nullptr, &distance);
+    return c.below(3) == 0 ? distance : std::nextafter(distance, c.below(2) == 0 ? 0.0 : 1e300);
+}
+
+template <class T>
+bool hitTest(Choices& c) {
+    const bool lattice = c.below(3) != 0, nasty = c.below(8) == 0;
+    const double scale = std::ldexp(1.0, c.below(3) == 0 ? c.below(44) : 0);
+    const auto coordinate = [&] {
+        return static_cast<T>(nasty ? c.nasty() : (lattice ? c.below(7) : c.plain(0, 7)) * scale);
+    };
+    Points<T> vertices;
+    // Long outlines are rings with teeth, so that not everything is on them.
+    const int32_t count = 1 + c.below(c.below(10) == 0 ? 300 : 9);
+    for (int32_t n = 0; n < count; ++n) {
+        const double angle = 6.28 * n / count, radius = count > 9 ? c.plain(1.5, 3.5) : 0;
+        const auto ring = [&](double x) { return static_cast<T>((3 + radius * x) * scale); };
+        const T x = count > 9 ? ring(std::cos(angle)) : coordinate();
+        vertices.emplace_back(x, count > 9 ? ring(std::sin(angle)) : coordinate());
+        if (c.below(6) == 0) vertices.push_back(vertices.back());
+    }
+    const T x = c.below(8) == 0 ? vertices.back().x : coordinate();
+    const Zan_Vector2T<T> p(x, coordinate());
+    const double tolerances[] = {0, 0.5, 3, 1e-7, 1e20, 1e160, std::numeric_limits<double>::quiet_NaN()};
+    double tolerance = c.among(tolerances) * (c.below(2) ? scale : -1);
+    if (c.below(8) == 0) tolerance = closeTolerance(c, p, vertices);
+
+    const auto size = static_cast<int32_t>(vertices.size());
+    const bool expected = plainInside(p, vertices, tolerance);
+    unsigned char inside = 9;
+    must(Zan_IsFloatPointInConcavePoly(&p, vertices.data(), size, tolerance, &inside) == 0 && inside == expected);
+    if constexpr (std::is_same_v<T, double>) {
+        inside = expected;
+        if (size == 4 && tolerance == 0) must(Zan_IsFloatPointInQuad(&p, vertices.data(), &inside) == 0);
+        must(inside == expected);
+        if (!lattice || nasty || count > 9) return expected;
+        double twice = 0;  // triangles from the first vertex
+        for (size_t i = 2; i < vertices.size(); ++i) {
+            const auto &a = vertices[0], &b = vertices[i - 1], &d = vertices[i];
+            twice += (b.x - a.x) * (d.y - a.y) - (d.x - a.x) * (b.y - a.y);
+        }
+        must(Zan_SignedPolygonArea2D(vertices.data(), size) == twice / 2);
+    }
+    return expected;
+}
+
+const Property kProperty("poly_hit_test", 100000,
+                         [](Choices& c) { return c.below(2) == 0 ? hitTest<double>(c) : hitTest<float>(c); });
+
+}  // namespace
