@@ -2,8 +2,13 @@
 #ifndef ZAN_TESTS_MATRICES_H
 #define ZAN_TESTS_MATRICES_H
 
+#include <array>
+#include <bit>
+
 #include "values.h"
 #include "zan/matrix.h"
+
+inline constexpr double kNaN = NAN, kInf = INFINITY, kPi = 3.141592653589793;
 
 template <class Matrix>
 constexpr int sizeOf = sizeof(Matrix) == sizeof(Zan_Matrix3) ? 3 : 4;
@@ -11,16 +16,12 @@ constexpr int sizeOf = sizeof(Matrix) == sizeof(Zan_Matrix3) ? 3 : 4;
 /// From 9 elements or from 16.
 template <size_t N>
 auto matrix(const double (&elements)[N]) {
-    std::conditional_t<N == 9, Zan_Matrix3, Zan_Matrix4> m;
-    static_assert(sizeof m == sizeof elements);
-    std::memcpy(&m, elements, sizeof m);
-    return m;
+    return std::bit_cast<std::conditional_t<N == 9, Zan_Matrix3, Zan_Matrix4>>(elements);
 }
 template <class Matrix>
 double at(const Matrix& m, int row, int column) {
-    double elements[sizeof(Matrix) / sizeof(double)];
-    std::memcpy(elements, &m, sizeof m);
-    return elements[row * sizeOf<Matrix> + column];
+    using Elements = std::array<double, sizeof(Matrix) / sizeof(double)>;
+    return std::bit_cast<Elements>(m)[static_cast<size_t>(row * sizeOf<Matrix> + column)];
 }
 /// Every element from the function of row and column.
 template <class Matrix, class Element>
@@ -35,9 +36,30 @@ template <class Matrix>
 Matrix with(const Matrix& m, int row, int column, double value) {
     return fill<Matrix>([&](int i, int j) { return i == row && j == column ? value : at(m, i, j); });
 }
+template <class Matrix>
+Matrix transposed(const Matrix& m) {
+    return fill<Matrix>([&](int i, int j) { return at(m, j, i); });
+}
+/// Summed up from left to right.
+template <class Matrix>
+Matrix product(const Matrix& a, const Matrix& b) {
+    return fill<Matrix>([&](int i, int j) {
+        double sum = at(a, i, 0) * at(b, 0, j);
+        for (int k = 1; k < sizeOf<Matrix>; ++k) sum += at(a, i, k) * at(b, k, j);
+        return sum;
+    });
+}
 /// A transform of space without translation.
 inline Zan_Matrix4 turning(const double (&e)[9]) {
     return fill<Zan_Matrix4>([&](int i, int j) { return i < 3 && j < 3 ? e[3 * i + j] : i == j ? 1.0 : 0.0; });
+}
+/// Rz * Ry * Rx, or the other way round.
+inline Zan_Matrix4 turnBy(double rx, double ry, double rz, bool zyx) {
+    Zan_Matrix4 m(true);
+    m.RotateAxis(zyx, 0, !zyx, zyx ? rx : rz);
+    m.RotateAxis(0, 1, 0, ry);
+    m.RotateAxis(!zyx, 0, zyx, zyx ? rz : rx);
+    return m;
 }
 
 template <class Call>
