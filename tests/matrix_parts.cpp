@@ -4,20 +4,8 @@
 
 namespace {
 
-constexpr double kPi = 3.141592653589793;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
 int32_t takeApart(bool zyx, const Zan_Matrix4& m, Zan_Matrix4Decomp* parts, unsigned char* failed) {
     return zyx ? Zan_DecomposeMatrix4ZYX(&m, parts, failed) : Zan_DecomposeMatrix4(&m, parts, failed);
-}
-
-// Rz * Ry * Rx, or the other way round.
-Zan_Matrix4 turnBy(double rx, double ry, double rz, bool zyx) {
-    Zan_Matrix4 x(true), y(true), z(true);
-    x.RotateAxis(1, 0, 0, rx);
-    y.RotateAxis(0, 1, 0, ry);
-    z.RotateAxis(0, 0, 1, rz);
-    return zyx ? (x *= y) *= z : (z *= y) *= x;
 }
 
 // Scale and shear, then rotation, then translation. The axes of a mirror are negated, its shears are not.
@@ -39,13 +27,12 @@ TEST_CASE("taken apart and put together") {
         const double beside[] = {0, 1e-7, 8e-6, 1.2e-5, 1e-4, 1e-2, random.plain(0, 1)};
         const double ry = (random.below(2) == 0 ? 1 : -1) * (kPi / 2 - beside[random.below(7)]);
         Zan_Matrix4 m(true);
-        if (random.below(2) == 0) {
+        if (random.below(2) == 0) {  // as often as not a mirror
             m = fill<Zan_Matrix4>([&](int i, int j) { return j < 3 ? random.plain(-2, 2) : i == 3 ? 1.0 : 0.0; });
-            if (random.below(3) == 0) m.Scale(-1, 1, 1);
         }
         m *= turnBy(random.plain(-kPi, kPi), ry, random.plain(-kPi, kPi), zyx);
         const Zan_Matrix4 byW = fill<Zan_Matrix4>([&](int i, int j) { return at(m, i, j) * -4.0; });
-        Zan_Matrix4Decomp parts, member;
+        Zan_Matrix4Decomp parts;
         unsigned char failed = 7;
         CHECK((takeApart(zyx, byW, &parts, &failed) == 0 && failed == 7));
         CAPTURE(round, parts.rx, parts.ry, parts.rz);
@@ -55,34 +42,32 @@ TEST_CASE("taken apart and put together") {
         const bool mirror = m.Determinant() < 0;
         CHECK(((parts.sx < 0) == mirror && (parts.sy < 0) == mirror && (parts.sz < 0) == mirror));
         CHECK(std::fabs(parts.ry) <= kPi / 2);
-        zyx ? m.DecomposeZYX(&member) : m.Decompose(&member);
-        CHECK(sameDoubles(member, parts));
     }
 }
 
 TEST_CASE("what cannot be taken apart") {
     HostReports host;
-    const Zan_Matrix4 one(true);
     const auto check = [&](const Zan_Matrix4& m, bool fails) {
         const int32_t code = fails ? 0x1108 : 0;
         const std::string report = fails ? "0x11002D sev 8: unable to decompose matrix." : "";
         for (const bool zyx : {false, true}) {
             CAPTURE(m.m03, m.m13, m.m23, m.m33, zyx);
-            Zan_Matrix4Decomp parts, noisy, member;
+            Zan_Matrix4Decomp parts, member;
             unsigned char failed = 0;
             CHECK((takeApart(zyx, m, &parts, &failed) == code && failed == (fails ? 1 : 0) && host.takeAll().empty()));
-            CHECK((takeApart(zyx, m, &noisy, nullptr) == code && host.takeAll() == report));
             CHECK(thrownBy([&] { zyx ? m.DecomposeZYX(&member) : m.Decompose(&member); }) == code);
-            CHECK((sameDoubles(parts, Zan_Matrix4Decomp{}) == fails && host.takeAll() == report));
-            CHECK((sameDoubles(parts, noisy) && sameDoubles(parts, member)));
+            CHECK((sameDoubles(parts, Zan_Matrix4Decomp{}) == fails && sameDoubles(parts, member)));
+            CHECK(host.takeAll() == report);
         }
-        double rx = 9, ry = 9, rz = 9;
-        CHECK(Zan_GetOrderedXYZRotationFromMatrix(&m, &rx, &ry, &rz) == code);
-        CHECK((rx == 0 && ry == 0 && rz == 0 && host.takeAll() == report));
     };
+    const Zan_Matrix4 one(true);
     check(with(one, 3, 3, -0.0), true), check(with(one, 3, 3, kNaN), true);
     check(with(one, 0, 3, 0.001), true), check(with(one, 1, 3, 5e-324), true), check(with(one, 2, 3, kNaN), true);
     check(with(one, 2, 3, -0.0), false), check(with(with(one, 0, 3, 5e-324), 3, 3, 4.0), false);
+    const Zan_Matrix4 none = with(one, 3, 3, 0);
+    double rx = 9, ry = 9, rz = 9;
+    CHECK((Zan_GetOrderedXYZRotationFromMatrix(&none, &rx, &ry, &rz) == 0x1108 && rx == 0 && ry == 0 && rz == 0));
+    CHECK(host.takeAll() == "0x11002D sev 8: unable to decompose matrix.");
 }
 
 TEST_CASE("the angles at the poles") {
@@ -116,8 +101,7 @@ Zan_Quat turnAbout(double x, double y, double z, double angle) {
 }
 Zan_Quat negated(const Zan_Quat& q) { return {-q.x, -q.y, -q.z, -q.w}; }
 bool close(const Zan_Quat& a, const Zan_Quat& b, double margin) {
-    return std::fabs(a.x - b.x) <= margin && std::fabs(a.y - b.y) <= margin && std::fabs(a.z - b.z) <= margin &&
-           std::fabs(a.w - b.w) <= margin;
+    return std::fmax(std::hypot(a.x - b.x, a.y - b.y), std::hypot(a.z - b.z, a.w - b.w)) <= margin;
 }
 
 }  // namespace
@@ -140,24 +124,20 @@ TEST_CASE("quaternions and matrices") {
         m.RotateXYZ(rx, ry, rz);
         CHECK(Zan_EqualMatrixWithinEpsilon(m, turn, 1e-9));
     }
-    const auto check = [](const Zan_Quat& q, const double(&rows)[9], const Zan_Quat& back) {
-        Zan_Matrix4 m;
-        Zan_Quat again;
-        CHECK((Zan_QuatToMatrix4(&q, &m) == 0 && Zan_EqualMatrixWithinEpsilon(m, turning(rows), 0.0)));
-        CHECK((Zan_Matrix4ToQuat(&m, &again) == 0 && close(again, back, 1e-15)));
-    };
-    check({0, 0, 0, 2}, {4, 0, 0, 0, 4, 0, 0, 0, 4}, {0, 0, 0, std::sqrt(13.0) / 2});
-    check({0, -1, 0, 0}, {-1, 0, 0, 0, 1, 0, 0, 0, -1}, {0, 1, 0, 0});
-    check({0.5, 0.5, 0.5, 0.5}, {0, 1, 0, 0, 0, 1, 1, 0, 0}, {0.5, 0.5, 0.5, 0.5});  // a trace of 0
+    // Not of unit length.
+    const Zan_Quat twice = {0, 0, 0, 2};
+    Zan_Matrix4 four;
+    Zan_Quat back;
+    CHECK((Zan_QuatToMatrix4(&twice, &four) == 0 && four == turning({4, 0, 0, 0, 4, 0, 0, 0, 4})));
+    CHECK((Zan_Matrix4ToQuat(&four, &back) == 0 && close(back, {0, 0, 0, std::sqrt(13.0) / 2}, 1e-15)));
 }
 
 TEST_CASE("between two quaternions") {
     const auto check = [](const Zan_Quat& q0, const Zan_Quat& q1, double t, const Zan_Quat& due, double margin) {
         CAPTURE(q0.w, q1.x, q1.w, t);
-        Zan_Quat out, first = q0, second = q1;
-        CHECK((Zan_Slerp(&q0, &q1, t, &out) == 0 && close(out, due, margin)));
-        CHECK((Zan_Slerp(&first, &q1, t, &first) == 0 && sameDoubles(first, out)));
-        CHECK((Zan_Slerp(&q0, &second, t, &second) == 0 && sameDoubles(second, out)));
+        Zan_Quat first = q0, second = q1;
+        CHECK((Zan_Slerp(&first, &q1, t, &first) == 0 && close(first, due, margin)));
+        CHECK((Zan_Slerp(&q0, &second, t, &second) == 0 && sameDoubles(first, second)));
     };
     Random random(454);
     for (int round = 0; round < 300; ++round) {  // at even speed, also beyond the ends
@@ -168,10 +148,10 @@ TEST_CASE("between two quaternions") {
     }
     // Where the line takes over from the arc it is a little shorter.
     for (const double angle : {8.9e-3, 9.0e-3}) {
-        const Zan_Quat a = turnAbout(2, 1, 0, 0.4), b = turnAbout(2, 1, 0, 0.4 + angle);
+        const Zan_Quat a = {0, 0, 0, 1}, b = turnAbout(2, 1, 0, angle);
         Zan_Quat out;
         CHECK(Zan_Slerp(&a, &b, 0.4, &out) == 0);
-        CHECK((1 - (out.x * out.x + out.y * out.y + out.w * out.w) > 1e-6) == (angle < 8.95e-3));
+        CHECK((std::hypot(out.x, out.y, out.w) < 1 - 5e-7) == (angle < 8.95e-3));
     }
     const double floor = 563 * 0x1p-49;  // what separates nearly equal components below 1
     const Zan_Quat q = turnAbout(1, 2, 3, 1), at = {0.25, -0.25, 0.5, -0.5};
@@ -180,9 +160,9 @@ TEST_CASE("between two quaternions") {
     check({0, 0, 0, 2}, {0, 2, 0, 2}, 0.25, {0, 0.5, 0, 2}, 0);            // not unit: the line
     check(at, {at.x, at.y, at.z, at.w - floor * 0.99}, 1, at, 0);
     check({0, 0, -3e3, 4}, {0, 0, -3e3 - 2e-9, 4}, 1, {0, 0, -3e3, 4}, 0);  // relative above 1
-    for (int i = 0; i < 4; ++i) {                                           // not nearly equal in one component
-        double other[] = {at.x, at.y, at.z, at.w};
-        other[i] -= 1.5 * floor;
-        check(at, {other[0], other[1], other[2], other[3]}, 1, {other[0], other[1], other[2], other[3]}, 1e-15);
+    for (double Zan_Quat::*component : {&Zan_Quat::x, &Zan_Quat::y, &Zan_Quat::z, &Zan_Quat::w}) {
+        Zan_Quat other = at;  // not nearly equal in one component
+        other.*component -= 1.5 * floor;
+        check(at, other, 1, other, 1e-15);
     }
 }
