@@ -41,9 +41,9 @@ TEST_CASE("the distance from a point to a line") {
         CAPTURE(p.x, p.y, a.x, a.y, b.x, b.y);
         bool within = !expected;
         double distance = -1;
-        CHECK((Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance) == 0 && within == expected));
+        CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, round % 8 == 0 ? nullptr : &within, &distance) == 0);
+        CHECK((within == expected) != (round % 8 == 0));
         CHECK(sameBits(distance, line ? std::sqrt(x * x + y * y) : fromA));
-        CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, nullptr, &distance) == 0);
     }
 }
 
