@@ -42,30 +42,24 @@ TEMPLATE_TEST_CASE("points and rectangles of one width", "", Short, Wide, Fixed)
     for (int i = 0; i < 5000; ++i) {
         const T l = any(), t = any(), r = any(), w = any(), h = any(), v = any();
         CAPTURE(l, t, r, w, h, v);
-        REQUIRE((F::set(&a, l, t, r, w) | F::copy(&a, &b) | F::copy(&b, &b) | F::setPt(&p, h, v)) == 0);
+        REQUIRE((F::set(&a, l, t, r, w) | F::copy(&a, &b) | F::setPt(&p, h, v) | F::setPt(&q, l, t)) == 0);
         REQUIRE((holds(a, l, t, r, w) && holds(b, l, t, r, w) && p.h == h && p.v == v));
         const bool empty = r <= l || w <= t;
         REQUIRE((F::empty(&a) == empty && F::inRect(&p, &a) == (l <= h && h < r && t <= v && v < w)));
-
-        REQUIRE((F::inset(&b, h, v) | F::copy(&a, &c) | F::move(&c, h, v)) == 0);
+        REQUIRE((F::copy(&a, &c) | F::inset(&b, h, v) | F::move(&c, h, v)) == 0);
         REQUIRE(holds(b, int64_t{l} + h, int64_t{t} + v, int64_t{r} - h, int64_t{w} - v));
         REQUIRE(holds(c, int64_t{l} + h, int64_t{t} + v, int64_t{r} + h, int64_t{w} + v));
-
-        REQUIRE((F::setPt(&q, l, t) | F::span(&p, &q, &b)) == 0);
+        REQUIRE(F::span(&p, &q, &b) == 0);
         REQUIRE(holds(b, std::min(l, h), std::min(t, v), std::max(l, h), std::max(t, v)));
-        REQUIRE((F::equalPt(&p, &q) == (h == l && v == t) && F::copyPt(&p, &q) == 0 && F::equalPt(&p, &q)));
         REQUIRE(F::equal(&a, &b) == ((empty && (h == l || v == t)) || holds(a, b.left, b.top, b.right, b.bottom)));
-
-        const auto low = [](T frameLow, T frameHigh, T size) {
-            return int64_t{frameLow} +
-                   static_cast<int32_t>(int64_t{static_cast<T>(int64_t{frameHigh} - frameLow)} - size) / 2;
-        };
-        const T width = static_cast<T>(int64_t{r} - l), height = static_cast<T>(int64_t{w} - t);
-        const int64_t left = low(b.left, b.right, width), top = low(b.top, b.bottom, height);
-        REQUIRE((F::center(&b, &a) == 0 && holds(a, left, top, left + width, top + height)));
+        REQUIRE((F::equalPt(&p, &q) == (h == l && v == t) && F::copyPt(&p, &q) == 0 && F::equalPt(&p, &q)));
     }
+    constexpr T kMin = std::numeric_limits<T>::min(), kMax = std::numeric_limits<T>::max();
     REQUIRE((F::set(&b, 0, 0, 9, 2) | F::set(&a, 3, 3, 7, 8) | F::center(&b, &a)) == 0);
     CHECK(holds(a, 2, -1, 6, 4));  // 9 - 4 = 5 gives 2, 2 - 5 = -3 gives -1
+    // A width that wraps to -1; a room of 65535 for 16-bit ones, which wraps to -1 for others.
+    REQUIRE((F::set(&b, kMin, 0, kMax, kMax) | F::set(&a, 3, 0, 7, kMin) | F::center(&b, &a)) == 0);
+    CHECK(holds(a, kMin - 2LL, sizeof(T) == 2 ? kMax : 0, kMin + 2LL, sizeof(T) == 2 ? -1 : kMin));
 }
 
 TEST_CASE("conversions between rectangles") {
@@ -80,21 +74,19 @@ TEST_CASE("conversions between rectangles") {
     Random random(42);
     for (int i = 0; i < 5000; ++i) {
         const Zan_FixedRect fixed = {random.nastyInt(), random.nastyInt(), random.nastyInt(), random.nastyInt()};
-        const auto [l, t, r, b] = fixed;
+        const int32_t l = fixed.left, t = fixed.top, r = fixed.right, b = fixed.bottom;
         Zan_LRect wide = {l, t, r, b};
         Zan_Rect narrow = {11, 22, 33, 44};
-        Zan_FixedRect fromWide, fromNarrow;
-        CAPTURE(fixed.left, fixed.top, fixed.right, fixed.bottom);
+        Zan_FixedRect back;
+        const auto shifted = [&] { return holds(back, l * 65536LL, t * 65536LL, r * 65536LL, b * 65536LL); };
+        CAPTURE(l, t, r, b);
         const bool passes = l >= -32768 && t >= -32768 && r <= 32767 && b <= 32767;
         REQUIRE(Zan_LRect2Rect(&wide, &narrow) == (passes ? 0 : Zan_Result_OutOfRange));
         REQUIRE((passes ? holds(narrow, l, t, r, b) : holds(narrow, 22, 11, 44, 33)));
-        REQUIRE((Zan_LRect2FixedRect(&wide, &fromWide) | Zan_Rect2FixedRect(&narrow, &fromNarrow)) == 0);
-        REQUIRE(holds(fromWide, l * 65536LL, t * 65536LL, r * 65536LL, b * 65536LL));
-        REQUIRE((!passes || holds(fromNarrow, l * 65536LL, t * 65536LL, r * 65536LL, b * 65536LL)));
+        REQUIRE((Zan_Rect2FixedRect(&narrow, &back) == 0 && (!passes || shifted())));
+        REQUIRE((Zan_LRect2FixedRect(&wide, &back) == 0 && shifted()));
         for (const auto& way : ways) {
-            const auto to = [](Round round, Zan_Fixed x) {
-                return static_cast<int16_t>(std::lround(round(x / 65536.0)));
-            };
+            const auto to = [](Round round, Zan_Fixed x) { return int16_t(std::lround(round(x / 65536.0))); };
             REQUIRE((way.narrow(&fixed, &narrow) | way.wide(&fixed, &wide)) == 0);
             REQUIRE(holds(wide, to(way.low, l), to(way.low, t), to(way.high, r), to(way.high, b)));
             REQUIRE(holds(narrow, wide.left, wide.top, wide.right, wide.bottom));
