@@ -70,10 +70,15 @@ bool hitTest(Choices& c) {
         if (c.below(6) == 0) vertices.push_back(vertices.back());
     }
     const T x = c.below(8) == 0 ? vertices.back().x : coordinate();
-    const Zan_Vector2T<T> p(x, coordinate());
+    Zan_Vector2T<T> p(x, coordinate());
     const double tolerances[] = {0, 0.5, 3, 1e-7, 1e20, 1e160, std::numeric_limits<double>::quiet_NaN()};
     double tolerance = c.among(tolerances) * (c.below(2) ? scale : -1);
     if (c.below(8) == 0) tolerance = closeTolerance(c, p, vertices);
+    if (c.below(4) == 0) {  // on an edge, or about as far beside it as what is nearly equal
+        const auto &a = vertices[0], &b = vertices[vertices.size() / 2];
+        const double y = (double(p.x) - b.x) / (double(a.x) - b.x) * (double(a.y) - b.y) + b.y;
+        p.y = static_cast<T>(y + (std::fabs(y) + 1) * 1e-12 * c.plain(-2, 2));
+    }
 
     const auto size = static_cast<int32_t>(vertices.size());
     const bool expected = plainInside(p, vertices, tolerance);

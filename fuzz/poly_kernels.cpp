@@ -1,5 +1,6 @@
 // Every form of the loops over polygons gives the bits of the plain one, and convexity the answer of the rule in its
 // plainest words.
+#include <algorithm>
 #include <vector>
 
 #include "kernels.h"
@@ -28,8 +29,9 @@ template <class T>
 bool edges(Choices& c) {
     const bool nasty = c.below(2) == 0;
     const int32_t edges = 1 + c.below(zan::kEdgesAtOnce), before = c.below(8), turn = c.below(2);
-    zan::HitTarget target = {coordinate(c, nasty), 0, 0};
+    zan::HitTarget target = {coordinate(c, nasty), 0, 0, 0};
     target.y = coordinate(c, nasty);
+    target.ySize = (std::fabs(target.y) + 1) * 0x1p-39;
     const double margins[] = {0.01, 1, c.plain(0, 2), std::numeric_limits<double>::infinity()};
     target.margin = c.among(margins);
     std::vector<T> numbers;
@@ -46,6 +48,10 @@ bool edges(Choices& c) {
         plain = zan::kPlainEdgeKernel.scans[scan](numbers.data() + before, edges, target);
         must((plain.spanning | plain.near) >> (edges - 1) <= 1);
         eachKernel(zan::kEdgeKernels, zan::kPlainEdgeKernel, [&](const zan::EdgeKernel& kernel) {
+            const int32_t count = 1 + edges % std::min(edges + 1, zan::kFewVertices);
+            const zan::FewEdges plainFew = zan::kPlainEdgeKernel.few[scan](numbers.data() + before, count, target);
+            const zan::FewEdges few = kernel.few[scan](numbers.data() + before, count, target);
+            must(few.above == plainFew.above && few.close == plainFew.close);
             if (edges < kernel.fewest) return;
             const zan::EdgeBits bits = kernel.scans[scan](numbers.data() + before, edges, target);
             must(bits.spanning == plain.spanning && bits.near == plain.near);

@@ -2,8 +2,9 @@
 //
 // The answer is yes as soon as one edge is near the point or has it on itself, else the parity of the crossings, so the
 // order of the edges does not matter. An edge between two vertices that repeat neither spans the point's x nor brings
-// it nearer than its neighbours do, so vertices that repeat need no taking out. First the edges that can matter are
-// found, up to 64 at a time and without branches; then each of those is looked at exactly.
+// it nearer than its neighbours do, so vertices that repeat need no taking out. Most edges of a short outline are told
+// without a closer look, four at a time. Of a long one the edges that can matter are found first, up to 64 at a time;
+// all without branches.
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -29,6 +30,11 @@ template <class T>
 auto bytes(const Zan_Vector2T<T>& v) {
     return std::bit_cast<std::array<unsigned char, sizeof v>>(v);
 }
+template <class T>
+bool allTheSame(const Zan_Vector2T<T>* vertices, int32_t count) {
+    const auto repeatsFirst = [vertices](const Zan_Vector2T<T>& v) { return bytes(v) == bytes(*vertices); };
+    return std::all_of(vertices + 1, vertices + count, repeatsFirst);
+}
 
 // A point farther than this from both ends of an edge, on the same side of it in x or in y, is not within the
 // tolerance. An edge that has a distance is at most 1e12 long, so its distance is computed to within 0.005.
@@ -37,12 +43,11 @@ double farMargin(double tolerance, double squared) {
     return std::fabs(tolerance) * (1 + 1e-10) + 0.01;
 }
 
-bool nearEdge(const Point& p, const Point& start, const Point& end, const zan::HitTarget& target, double squared) {
-    // Most edges whose box is near are nevertheless far: the point is beside their line.
-    const double dx = end.x - start.x, dy = end.y - start.y;
-    const double cross = dx * (p.y - start.y) - dy * (p.x - start.x);
-    const double size = std::fabs(dx) + std::fabs(dy);
-    if (size < 1e12 && std::fabs(cross) > size * target.margin) return false;
+// What an edge has to do with the point, exactly as defined: nothing, it passes above, or it is near the point or has
+// it on itself.
+enum Answer : unsigned { kNothing = 0, kPassesAbove = 1, kHit = 2 };
+
+bool isNear(const Point& p, const Point& start, const Point& end, double squared) {
     bool within = false;
     double distance = 0;
     zan::perpDistTo2DLine(p, start, end, within, distance);
@@ -55,60 +60,84 @@ class HitTest {
 public:
     using Vertex = Zan_Vector2T<T>;
 
-    HitTest(const Vertex& point, double tolerance, double squared)
-        : p_(widen(point)), squared_(squared), target_{p_.x, p_.y, farMargin(tolerance, squared)} {}
+    HitTest(const Point& point, double tolerance, double squared)
+        : squared_(squared),
+          target_{point.x, point.y, kTolerant ? farMargin(tolerance, squared) : 0, (std::fabs(point.y) + 1) * 0x1p-39} {
+    }
 
-    bool contains(const Vertex* vertices, int32_t count) {
-        for (int32_t at = 0; at < count - 1; at += zan::kEdgesAtOnce) {
-            const int32_t edges = std::min(count - 1 - at, zan::kEdgesAtOnce);
-            if (hits(vertices + at, scan(vertices + at, edges))) return true;
-        }
-        const Vertex closing[] = {vertices[count - 1], vertices[0]};
-        return hits(closing, zan::scanEdges<kTolerant>(closing, 1, target_)) || odd_;
+    // What is seldom needed is in functions of its own, or this one would save registers for it at every call.
+    bool contains(const Vertex* vertices, int32_t count) const {
+        if (count > zan::kFewVertices) return containedByMany(vertices, count);
+        const zan::FewEdges edges = kernel().few[kQuestion](vertices, count, target_);
+        constexpr unsigned kParities = 0x6996;
+        const unsigned odd = kParities >> edges.above & 1;
+        return edges.close == 0 ? odd != 0 : containedOnCloserLook(vertices, count, edges.close, odd);
     }
 
 private:
-    zan::EdgeBits scan(const Vertex* vertices, int32_t edges) const {
-        if (edges < kWorthwhile) return zan::scanEdges<kTolerant>(vertices, edges, target_);
-        constexpr auto question = static_cast<zan::EdgeQuestion>((sizeof(T) == sizeof(float) ? 2 : 0) + kTolerant);
-        return zan::kEdgeKernels[static_cast<int>(zan::instructions())]->scans[question](vertices, edges, target_);
+    [[gnu::noinline]] bool containedOnCloserLook(const Vertex* vertices, int32_t count, uint32_t edges,
+                                                 unsigned answers) const {
+        for (; edges != 0 && answers < kHit; edges &= edges - 1) {
+            const int32_t i = std::countr_zero(edges);
+            answers ^= lookClosely(vertices[i], vertices[i + 1 < count ? i + 1 : 0]);
+        }
+        return answers != kNothing;
     }
 
-    // Whether one of the edges is near the point or has it on itself; else counts those that are crossed.
-    bool hits(const Vertex* vertices, const zan::EdgeBits& edges) {
-        for (uint64_t bits = edges.near; kTolerant && bits != 0; bits &= bits - 1) {
-            const Vertex* v = vertices + std::countr_zero(bits);
-            if (nearEdge(p_, widen(v[0]), widen(v[1]), target_, squared_)) return true;
+    [[gnu::noinline]] bool containedByMany(const Vertex* vertices, int32_t count) const {
+        const zan::EdgeKernel& kernel = HitTest::kernel();
+        unsigned answers = look(vertices[count - 1], vertices[0]);
+        for (int32_t at = 0; at < count - 1 && answers < kHit;) {
+            const int32_t edges = std::min(count - 1 - at, zan::kEdgesAtOnce);
+            // A last block that is too short for the kernel overlaps the one before.
+            const int32_t again = std::max(kernel.fewest - edges, 0);
+            const Vertex* first = vertices + (at - again);
+            const zan::EdgeBits found = kernel.scans[kQuestion](first, edges + again, target_);
+            for (uint64_t bits = (found.spanning | found.near) >> again; bits != 0 && answers < kHit;
+                 bits &= bits - 1) {
+                const Vertex* v = vertices + at + std::countr_zero(bits);
+                answers ^= look(v[0], v[1]);
+            }
+            at += edges;
         }
-        for (uint64_t bits = edges.spanning; bits != 0; bits &= bits - 1) {
-            const Vertex* v = vertices + std::countr_zero(bits);
-            const Point start = widen(v[0]), end = widen(v[1]);
-            // NaN if one of the ends is at NaN; that is above and below nothing.
-            const double edgeY = (p_.x - end.x) / (start.x - end.x) * (start.y - end.y) + end.y;
-            if (zan::nearlyEqual(edgeY, p_.y)) return true;
-            odd_ ^= edgeY > p_.y;
-        }
-        return false;
+        return answers != kNothing;
     }
 
-    static constexpr int32_t kWorthwhile = 8;
+    unsigned look(const Vertex& start, const Vertex& end) const {
+        if constexpr (!kTolerant) return lookClosely(start, end);
+        const zan::Meeting meeting = zan::meet<kTolerant>(target_, start, end);
+        return meeting == zan::kClose ? lookClosely(start, end) : unsigned{meeting};
+    }
+    Answer lookClosely(const Vertex& from, const Vertex& to) const {
+        const Point p = {target_.x, target_.y}, start = widen(from), end = widen(to);
+        if (kTolerant && isNear(p, start, end, squared_)) return kHit;
+        if ((start.x < p.x) == (end.x < p.x)) return kNothing;
+        // NaN if one of the ends is at NaN; that is above and below nothing.
+        const double edgeY = (p.x - end.x) / (start.x - end.x) * (start.y - end.y) + end.y;
+        const double height = edgeY - p.y;
+        if (!(std::fabs(height) > target_.ySize) && zan::nearlyEqual(edgeY, p.y)) return kHit;
+        return static_cast<Answer>(height > 0);
+    }
 
-    Point p_;
+    static const zan::EdgeKernel& kernel() { return *zan::kEdgeKernels[static_cast<int>(zan::instructions())]; }
+    static constexpr auto kQuestion = static_cast<zan::EdgeQuestion>((sizeof(T) == sizeof(float) ? 2 : 0) + kTolerant);
+
     double squared_;
     zan::HitTarget target_;
-    bool odd_ = false;
 };
 
 template <class T>
 bool contains(const Zan_Vector2T<T>& point, const Zan_Vector2T<T>* vertices, int32_t count, double tolerance) {
     const double squared = tolerance * tolerance;
-    const bool tolerant = squared > 0;
-    const auto repeatsFirst = [&](const Zan_Vector2T<T>& v) { return bytes(v) == bytes(vertices[0]); };
-    if (std::all_of(vertices + 1, vertices + count, repeatsFirst)) {
-        return tolerant ? squared >= static_cast<double>(point.DistanceSquared(vertices[0])) : point == vertices[0];
+    if (!(squared > 0)) {
+        if (point == vertices[0] && allTheSame(vertices, count)) return true;
+        return HitTest<false, T>(widen(point), tolerance, squared).contains(vertices, count);
     }
-    if (tolerant) return HitTest<true, T>(point, tolerance, squared).contains(vertices, count);
-    return HitTest<false, T>(point, tolerance, squared).contains(vertices, count);
+    // The same number of doubles, but one of floats.
+    if constexpr (!std::is_same_v<T, double>) {
+        if (allTheSame(vertices, count)) return squared >= double(point.DistanceSquared(vertices[0]));
+    }
+    return HitTest<true, T>(widen(point), tolerance, squared).contains(vertices, count);
 }
 
 }  // namespace
