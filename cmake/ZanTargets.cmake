@@ -15,7 +15,9 @@ function(zan_link_export_list target list)
   list(JOIN symbols ";\n    " joined)
   set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
   file(CONFIGURE OUTPUT "${script}" CONTENT "{\n  global:\n    @joined@;\n  local: *;\n};\n" @ONLY)
-  target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
+  # The library's calls of its own exports go straight there, and may be inlined.
+  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  target_link_options(${target} PRIVATE "LINKER:--version-script=${script}" LINKER:-Bsymbolic-functions)
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
 endfunction()
 

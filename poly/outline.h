@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "frame/report.h"
+#include "matrix/point_rules.h"
 #include "space/segment_distance.h"
 #include "zan/poly.h"
 
@@ -24,10 +25,13 @@ inline int32_t corner(int32_t i) {
 inline int32_t nextCorner(int32_t i) { return (corner(i) + 1) % 4; }
 
 /// One of the first two rows has next to no length: the layer is seen as nothing, or as a line.
-template <class Matrix>
-bool degenerate(const Matrix& m) {
-    const auto squares = m.GetScaleSquared();
-    return nearZero(squares.x) || nearZero(squares.y);
+inline bool degenerate(const Zan_Matrix3& m) {
+    return nearZero(Vector3(m.m00, m.m01, m.m02).LengthSquared()) ||
+           nearZero(Vector3(m.m10, m.m11, m.m12).LengthSquared());
+}
+inline bool degenerate(const Zan_Matrix4& m) {
+    return nearZero(Vector4(m.m00, m.m01, m.m02, m.m03).LengthSquared()) ||
+           nearZero(Vector4(m.m10, m.m11, m.m12, m.m13).LengthSquared());
 }
 
 inline bool pointInside(const Point& p, const Point* outline, int32_t count, double tolerance) {

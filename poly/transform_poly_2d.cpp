@@ -6,11 +6,12 @@ Zan_TransformPoly2D::Zan_TransformPoly2D(const Zan_TransformPoly2D& other) = def
 Zan_TransformPoly2D& Zan_TransformPoly2D::operator=(const Zan_TransformPoly2D& other) = default;
 Zan_TransformPoly2D::~Zan_TransformPoly2D() = default;
 
-void Zan_TransformPoly2D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[zan::corner(i)] = p; }
+void Zan_TransformPoly2D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[zan::corner(i)] = {p.x, p.y}; }
 
 void Zan_TransformPoly2D::TransformPoints(const Zan_Matrix3& m) {
     visible = !zan::degenerate(m);
-    if (visible) zan::throwIfFailed(Zan_TransformFloatPoints(&m, 4, corners));
+    if (!visible) return;
+    for (zan::Point& corner : corners) corner = zan::affine(m, corner);
 }
 
 bool Zan_TransformPoly2D::IsVisible() const { return visible; }

@@ -1,8 +1,9 @@
 // The outline of a layer in space: to the eye, clipped at the near plane, to the screen. The outline's points are the
 // only memory that is kept.
+#include "matrix/kernels/points.h"
 #include "poly/outline.h"
 #include "poly/tracked_allocator.h"
-#include "zan/space.h"
+#include "space/near_plane.h"
 
 namespace {
 
@@ -25,13 +26,12 @@ void Zan_TransformPoly3D::TransformPointsToEye(const Zan_Matrix4& layerToEye) {
         std::fill_n(cornerBehind, 4, false);
         return;
     }
-    zan::throwIfFailed(Zan_Transform3DFloatPoints(&layerToEye, 4, corners));
+    zan::transformPoints(zan::kUnlessNearZero3, &layerToEye, 4, corners);
 }
 
 void Zan_TransformPoly3D::ClipEdgeToScreen(int32_t i) {
     const int32_t j = zan::nextCorner(i);
-    zan::throwIfFailed(
-        Zan_Clip3DLine(&corners[i], &corners[j], &cornerBehind[i], &cornerBehind[j], &edgeClipPoints[i]));
+    zan::clipAtNearPlane(corners[i], corners[j], cornerBehind[i], cornerBehind[j], edgeClipPoints[i]);
 }
 
 void Zan_TransformPoly3D::TransformPointsToScreen(const Zan_Matrix4& eyeToScreen) {
@@ -40,8 +40,8 @@ void Zan_TransformPoly3D::TransformPointsToScreen(const Zan_Matrix4& eyeToScreen
         return;
     }
     for (int32_t i = 0; i < 4; ++i) ClipEdgeToScreen(i);
-    zan::throwIfFailed(Zan_Transform3DFloatPoints(&eyeToScreen, 4, corners));
-    zan::throwIfFailed(Zan_Transform3DFloatPoints(&eyeToScreen, 4, edgeClipPoints));
+    zan::transformPoints(zan::kUnlessNearZero3, &eyeToScreen, 4, corners);
+    zan::transformPoints(zan::kUnlessNearZero3, &eyeToScreen, 4, edgeClipPoints);
     InvalidatePolyPoints();
 }
 
@@ -58,9 +58,9 @@ void Zan_TransformPoly3D::InitPolyPoints() const {
     for (int32_t i = 0; i < 4; ++i) {
         zan::Edge edge;
         if (!GetEdge(i, &edge)) continue;
-        polyPoints.push_back(edge.first);
+        polyPoints.emplace_back(edge.first.x, edge.first.y);
         // Behind the next corner the outline goes on along the near plane, not from that corner.
-        if (cornerBehind[zan::nextCorner(i)]) polyPoints.push_back(edge.second);
+        if (cornerBehind[zan::nextCorner(i)]) polyPoints.emplace_back(edge.second.x, edge.second.y);
     }
     polyPointsInit = true;
 }

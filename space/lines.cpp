@@ -1,28 +1,13 @@
 // Segments: against the near plane, against a rectangle, and their distance from a point. Nothing here reports.
 #include <algorithm>
 
+#include "space/near_plane.h"
 #include "space/segment_distance.h"
 #include "zan/space.h"
 
 int32_t Zan_Clip3DLine(const Zan_Vector3T<double>* a, const Zan_Vector3T<double>* b, bool* aBehind, bool* bBehind,
                        Zan_Vector3T<double>* clipPoint) {
-    const Zan_Vector3T<double> first = *a;
-    const Zan_Vector3T<double> second = *b;
-    *aBehind = false;
-    *bBehind = false;
-    *clipPoint = {0, 0, 0};
-    if (first.z >= Zan_kNearPlaneZ && second.z >= Zan_kNearPlaneZ) return 0;
-    if (first.z < Zan_kNearPlaneZ && second.z < Zan_kNearPlaneZ) {
-        *aBehind = true;
-        *bBehind = true;
-        return 0;
-    }
-    const bool secondBehind = first.z > second.z;
-    *(secondBehind ? bBehind : aBehind) = true;
-    const Zan_Vector3T<double>& back = secondBehind ? second : first;
-    const Zan_Vector3T<double>& front = secondBehind ? first : second;
-    const double t = (Zan_kNearPlaneZ - back.z) / std::fabs(front.z - back.z);
-    *clipPoint = {back.x + (front.x - back.x) * t, back.y + (front.y - back.y) * t, back.z + (front.z - back.z) * t};
+    zan::clipAtNearPlane(*a, *b, *aBehind, *bBehind, *clipPoint);
     return 0;
 }
 

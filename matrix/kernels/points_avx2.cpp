@@ -162,22 +162,6 @@ Lanes reciprocal(Lanes w) {
     return bitsOf(_mm256_cmp_pd(w, one, _CMP_NEQ_UQ)) == 0 ? one : over(one, w);
 }
 
-// Times 1 / w. A block with a w near zero is left to the plain form by the guarded transform; the other takes 1 for
-// such a point's factor, which changes no bit.
-template <bool guard>
-int32_t reciprocal3(const void* matrix, int32_t count, void* points) {
-    const auto* m = static_cast<const double*>(matrix);
-    constexpr auto transform = guard ? zan::kGuardedReciprocal3 : zan::kUnlessNearZero3;
-    return blocks<transform, 3>(matrix, count, points, [m](double* p) {
-        const Space q = loadSpace(p);
-        const Lanes w = dot4(q, m, 3);
-        if (guard && bitsOf(nearZero(w)) != 0) return false;
-        const Lanes r = reciprocal(guard ? w : _mm256_blendv_pd(w, all(1.0), nearZero(w)));
-        storeSpace(p, {times(dot4(q, m, 0), r), times(dot4(q, m, 1), r), times(dot4(q, m, 2), r)});
-        return true;
-    });
-}
-
 // A homogeneous point of space, its four components in the lanes.
 struct Rows {
     Lanes r0, r1, r2, r3;
@@ -189,6 +173,40 @@ Rows rows4(const void* matrix) {
 Lanes productOf(const double* p, const Rows& m) {
     const Lanes xy = plus(times(_mm256_broadcast_sd(p), m.r0), times(_mm256_broadcast_sd(p + 1), m.r1));
     return plus(plus(xy, times(_mm256_broadcast_sd(p + 2), m.r2)), times(_mm256_broadcast_sd(p + 3), m.r3));
+}
+
+// A point of space with 1 as its w. One coordinate at a time is loaded: a host has often just stored it.
+Lanes spaceProduct(const double* p, const Rows& m) {
+    const Lanes xy = plus(times(_mm256_broadcast_sd(p), m.r0), times(_mm256_broadcast_sd(p + 1), m.r1));
+    return plus(plus(xy, times(_mm256_broadcast_sd(p + 2), m.r2)), m.r3);
+}
+void storeSpacePoint(double* p, Lanes q) {
+    _mm_storeu_pd(p, _mm256_castpd256_pd128(q));
+    _mm_store_sd(p + 2, _mm256_extractf128_pd(q, 1));
+}
+// The last components of four points.
+Lanes lastOf(Lanes q0, Lanes q1, Lanes q2, Lanes q3) {
+    return _mm256_permute2f128_pd(_mm256_unpackhi_pd(q0, q1), _mm256_unpackhi_pd(q2, q3), 0x31);
+}
+
+// Times 1 / w. A block with a w near zero is left to the plain form by the guarded transform; the other takes 1 for
+// such a point's factor, which changes no bit.
+template <bool guard>
+int32_t reciprocal3(const void* matrix, int32_t count, void* points) {
+    const Rows m = rows4(matrix);
+    constexpr auto transform = guard ? zan::kGuardedReciprocal3 : zan::kUnlessNearZero3;
+    return blocks<transform, 3>(matrix, count, points, [&m](double* p) {
+        const Lanes q0 = spaceProduct(p, m), q1 = spaceProduct(p + 3, m), q2 = spaceProduct(p + 6, m),
+                    q3 = spaceProduct(p + 9, m);
+        const Lanes w = lastOf(q0, q1, q2, q3);
+        if (guard && bitsOf(nearZero(w)) != 0) return false;
+        const Lanes r = reciprocal(guard ? w : _mm256_blendv_pd(w, all(1.0), nearZero(w)));
+        storeSpacePoint(p, times(q0, _mm256_permute4x64_pd(r, 0x00)));
+        storeSpacePoint(p + 3, times(q1, _mm256_permute4x64_pd(r, 0x55)));
+        storeSpacePoint(p + 6, times(q2, _mm256_permute4x64_pd(r, 0xAA)));
+        storeSpacePoint(p + 9, times(q3, _mm256_permute4x64_pd(r, 0xFF)));
+        return true;
+    });
 }
 
 int32_t product4(const void* matrix, int32_t count, void* points) {
@@ -204,7 +222,7 @@ int32_t reciprocal4(const void* matrix, int32_t count, void* points) {
     const Rows m = rows4(matrix);
     return blocks<transform, 4>(matrix, count, points, [&m](double* p) {
         const Lanes q0 = productOf(p, m), q1 = productOf(p + 4, m), q2 = productOf(p + 8, m), q3 = productOf(p + 12, m);
-        const Lanes w = _mm256_permute2f128_pd(_mm256_unpackhi_pd(q0, q1), _mm256_unpackhi_pd(q2, q3), 0x31);
+        const Lanes w = lastOf(q0, q1, q2, q3);
         const int special = transform == zan::kReciprocal4 ? 0 : bitsOf(nearZero(w));
         if (transform == zan::kGuardedReciprocal4 && special != 0) return false;
         const Lanes r = reciprocal(w);

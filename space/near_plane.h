@@ -1,0 +1,27 @@
+// A segment against the near plane, inline for the edges of layers.
+#ifndef ZAN_SPACE_NEAR_PLANE_H
+#define ZAN_SPACE_NEAR_PLANE_H
+
+#include <cmath>
+#include <utility>
+
+#include "zan/space.h"
+
+namespace zan {
+
+/// Zan_Clip3DLine.
+inline void clipAtNearPlane(Zan_Vector3T<double> a, Zan_Vector3T<double> b, bool& aBehind, bool& bBehind,
+                            Zan_Vector3T<double>& clipPoint) {
+    aBehind = bBehind = a.z < Zan_kNearPlaneZ && b.z < Zan_kNearPlaneZ;
+    clipPoint = {0, 0, 0};
+    if (aBehind || (a.z >= Zan_kNearPlaneZ && b.z >= Zan_kNearPlaneZ)) return;
+    bBehind = a.z > b.z;
+    aBehind = !bBehind;
+    if (aBehind) std::swap(a, b);
+    const double t = (Zan_kNearPlaneZ - b.z) / std::fabs(a.z - b.z);
+    clipPoint = {b.x + (a.x - b.x) * t, b.y + (a.y - b.y) * t, b.z + (a.z - b.z) * t};
+}
+
+}  // namespace zan
+
+#endif  // ZAN_SPACE_NEAR_PLANE_H
