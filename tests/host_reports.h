@@ -1,5 +1,5 @@
 // What the host was told, one line of text a report: "0x110008 sev 8: overflow in fix24 multiply.", the platform's own
-// errors as "0x110014 sev 8 code 12: ...". Installed while the object lives.
+// errors as "0x110014 sev 8 code 12: ...". Installed while the object lives. And what the host's memory holds.
 #ifndef ZAN_TESTS_HOST_REPORTS_H
 #define ZAN_TESTS_HOST_REPORTS_H
 
@@ -24,17 +24,21 @@ public:
 
 private:
     static void keep(void* context, const Bel_Report* report) {
+        std::string& lines = static_cast<HostReports*>(context)->lines_;
         char head[64];
         std::snprintf(head, sizeof head, "0x%X sev %d", report->errorNumber, report->severity);
-        std::string line = head;
-        if (report->fromPlatform) line += " code " + std::to_string(report->platformCode);
-        line += std::string(": ") + report->text;
-        std::string& lines = static_cast<HostReports*>(context)->lines_;
-        if (!lines.empty()) lines += '\n';
-        lines += line;
+        lines += (lines.empty() ? "" : "\n") + std::string(head);
+        if (report->fromPlatform) lines += " code " + std::to_string(report->platformCode);
+        lines += std::string(": ") + report->text;
     }
 
     std::string lines_;
 };
+
+inline Bel_MemoryCounts memoryCounts() {
+    Bel_MemoryCounts counts;
+    Bel_GetMemoryCounts(&counts);
+    return counts;
+}
 
 #endif  // ZAN_TESTS_HOST_REPORTS_H

@@ -17,8 +17,7 @@ using Counts = std::vector<uint64_t>;
 
 // Handles, their bytes, tracked blocks, their bytes, tracked news and deletes.
 Counts memory() {
-    Bel_MemoryCounts c;
-    Bel_GetMemoryCounts(&c);
+    const Bel_MemoryCounts c = memoryCounts();
     return {c.handles, c.handleBytes, c.trackedBlocks, c.trackedBytes, c.trackedNews, c.trackedDeletes};
 }
 

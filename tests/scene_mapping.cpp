@@ -100,15 +100,13 @@ struct PlainView {
     }
     bool behind(size_t i) const { return eye[i][2] < 0.1L; }
     P2 toScreen(const P3& p) const { return middle + P2(p[0], p[1]) * (unit / p[2]); }
-    // Inside of the outline: crossings of a ray to the right.
+    // Inside of the outline: who walks along it is seen all around.
     bool contains(P2 p) const {
-        bool inside = false;
+        Real turn = 0;
         for (size_t i = 0; i < outline.size(); ++i) {
-            const P2 a = outline[i], side = outline[(i + 1) % outline.size()] - a, way = p - a;
-            if ((way.imag() < 0) == (way.imag() < side.imag())) continue;
-            if (way.real() < way.imag() / side.imag() * side.real()) inside = !inside;
+            turn += std::arg((outline[(i + 1) % outline.size()] - p) / (outline[i] - p));
         }
-        return inside;
+        return std::abs(turn) > 3;
     }
     // Where the ray through a point meets the layer.
     Real depth(P2 p) const {
@@ -149,11 +147,7 @@ void compareLayer(const Json& layer, const PlainView& view) {
     }
 }
 
-std::string pair(P2 p, char between) {
-    std::ostringstream text;
-    text << p.real() << between << p.imag();
-    return text.str();
-}
+std::string pair(P2 p, char between) { return std::to_string(p.real()) + between + std::to_string(p.imag()); }
 
 }  // namespace
 
