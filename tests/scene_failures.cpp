@@ -1,24 +1,26 @@
 // What a command line cannot bring about: no memory, a library that runs already, hours of work.
 #include <catch2/catch.hpp>
 #include <filesystem>
+#include <sstream>
 
 #include "platform/bel.h"
+#include "program.h"
 #include "progress.h"
-#include "scene_run.h"
 #include "zan/frame.h"
 
 TEST_CASE("scene: without memory, or a library to start, nothing is written") {
-    const std::vector<std::string> arguments{ZAN_SCENE_DECKS "/zoom.html", "--all", "--svg=unwritten", "--json=answer"};
+    const char* const argv[] = {"zan-scene", ZAN_SCENE_DECKS "/zoom.html", "--all", "--svg=unwritten", "--json=answer"};
+    std::ostringstream out, err;
     Bel_SetAllocationFailure(kBel_TrackedAllocations, 9, true);
-    const SceneRun starved = runScene(arguments);
+    CHECK(scene::run(5, argv, out, err) == 1);
     Bel_SetAllocationFailure(0, 0, false);
-    CHECK(starved.err == "zan-scene: error: not enough memory\n");
     REQUIRE(Zan_Birth(0, nullptr) == 0);
-    const SceneRun second = runScene(arguments);
-    CHECK(second.err ==
+    CHECK(scene::run(5, argv, out, err) == 1);
+    CHECK((Zan_Death() == 0 && out.str().empty()));
+    CHECK(err.str() ==
+          "zan-scene: error: not enough memory\n"
           "zan-scene: report 0x110014, severity 8, platform code 12: the library has already been started.\n"
           "zan-scene: error: the library does not start\n");
-    CHECK((Zan_Death() == 0 && starved.code == 1 && second.code == 1 && starved.out + second.out == ""));
     CHECK((!std::filesystem::exists("unwritten") && !std::filesystem::exists("answer")));
 }
 
