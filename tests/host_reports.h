@@ -27,7 +27,8 @@ private:
         std::string& lines = static_cast<HostReports*>(context)->lines_;
         char head[64];
         std::snprintf(head, sizeof head, "0x%X sev %d", report->errorNumber, report->severity);
-        lines += (lines.empty() ? "" : "\n") + std::string(head);
+        if (!lines.empty()) lines += '\n';
+        lines += head;
         if (report->fromPlatform) lines += " code " + std::to_string(report->platformCode);
         lines += std::string(": ") + report->text;
     }

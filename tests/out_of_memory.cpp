@@ -7,7 +7,7 @@
 #include <new>
 #include <vector>
 
-#include "platform/bel.h"
+#include "host_reports.h"
 #include "zan/zan.h"
 
 namespace {
@@ -23,31 +23,24 @@ using Polygon = std::vector<Zan_Vector4T<double>>;
 constexpr Point kSquare[] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
 constexpr Point kCentre(5, 5);
 
-template <class Poly>
-struct Layer : Poly {
-    Layer() {
-        for (int32_t i = 0; i < 4; ++i) this->SetLayerPoint(i, kSquare[i]);
-    }
-};
-struct LayerInSpace : Layer<Zan_TransformPoly3D> {
-    LayerInSpace() {
-        Zan_Matrix4 away(true);
-        away.m32 = 1;
-        TransformPointsToEye(away);
-        TransformPointsToScreen(Zan_Matrix4(true));
-    }
-};
-
 // What the calls are given, made anew for each, and their outputs.
 struct State {
-    LayerInSpace bare, whole;  // without an outline, and with one
-    Layer<Zan_TransformPoly2D> plane;
+    Zan_TransformPoly3D bare, whole;  // without an outline, and with one
+    Zan_TransformPoly2D plane;
     std::vector<Point> square{std::begin(kSquare), std::end(kSquare)}, hull;
     Polygon subject{{0, 0, 0, 1}, {10, 0, 0, 1}, {10, 10, 0, 1}, {0, 10, 0, 1}}, hullInSpace;
     Polygon box{{4, 4, 0, 1}, {14, 4, 0, 1}, {14, 14, 0, 1}, {4, 14, 0, 1}}, clipped = Polygon(3);
     std::vector<Point> many = std::vector<Point>(1000, Point(3, 5));
     int number = 0;
-    State() { whole.InitPolyPoints(); }
+    State() {
+        for (int32_t i = 0; i < 4; ++i) bare.SetLayerPoint(i, kSquare[i]), plane.SetLayerPoint(i, kSquare[i]);
+        Zan_Matrix4 away(true);
+        away.m32 = 1;
+        bare.TransformPointsToEye(away);
+        bare.TransformPointsToScreen(Zan_Matrix4(true));
+        whole = bare;
+        whole.InitPolyPoints();
+    }
 };
 
 void makeOutline(State& s) { s.bare.InitPolyPoints(); }
@@ -92,8 +85,7 @@ void run(const Row& row, bool all) {
         const auto expect = [&](bool holds, const char* claim) {
             if (!holds) std::printf("%s, allocation %d: %s\n", row.what, n, claim), ++failures;
         };
-        Bel_MemoryCounts before, after;
-        Bel_GetMemoryCounts(&before);
+        const Bel_MemoryCounts before = memoryCounts();
         const int heldBefore = held;
         bool starved = false;
         {
@@ -113,7 +105,7 @@ void run(const Row& row, bool all) {
             row.call(state);
             expect(row.outcome(state) == row.good, "the next try");
         }
-        Bel_GetMemoryCounts(&after);
+        Bel_MemoryCounts after = memoryCounts();
         after.trackedNews = before.trackedNews, after.trackedDeletes = before.trackedDeletes;
         expect(held == heldBefore && std::memcmp(&after, &before, sizeof after) == 0, "lost");
         expect(reports == 0, "told");

@@ -94,15 +94,6 @@ struct PlainView {
     }
 };
 
-void compareLayer(const scene::Appearance& seen, const PlainView& view) {
-    REQUIRE(seen.outline.size() == view.outline.size());
-    for (size_t i = 0; i < 4; ++i) CHECK(seen.behind[i] == view.behind(i));
-    for (size_t k = 0; k < view.outline.size(); ++k) {
-        const P2 p(seen.outline[k].x, seen.outline[k].y);
-        CHECK(same(std::abs(p - view.outline[k]), 0, std::abs(p)));
-    }
-}
-
 void compareHit(const scene::HitAnswer& hit, const std::vector<PlainView>& views) {
     const P2 p(hit.point.x, hit.point.y);
     std::vector<bool> reported(views.size(), false);
@@ -134,9 +125,14 @@ TEST_CASE("scene: random decks, every layer through every camera") {
             const scene::CameraAnswer seen = lookAt(deck, camera, deck.window, deck.layer, points);
             std::vector<PlainView> views;
             for (size_t i = 0; i < 6; ++i) {
-                const PlainView& view = views.emplace_back(deck, deck.layers[i], deck.layers[camera]);
-                compareLayer(seen.layers.at(i), view);
-                behind += view.outline.empty() ? 1 : 0, cut += view.outline.size() % 2;
+                const auto& outline = views.emplace_back(deck, deck.layers[i], deck.layers[camera]).outline;
+                REQUIRE(seen.layers.at(i).outline.size() == outline.size());
+                for (size_t k = 0; k < 4; ++k) CHECK(seen.layers[i].behind[k] == views[i].behind(k));
+                for (size_t k = 0; k < outline.size(); ++k) {
+                    const P2 p(seen.layers[i].outline[k].x, seen.layers[i].outline[k].y);
+                    CHECK(same(std::abs(p - outline[k]), 0, std::abs(p)));
+                }
+                behind += outline.empty() ? 1 : 0, cut += outline.size() % 2;
             }
             for (const scene::HitAnswer& hit : seen.hits) compareHit(hit, views), hits += hit.layers.size();
         }
