@@ -8,6 +8,9 @@
 #include "values.h"
 #include "zan/matrix.h"
 
+using V2 = Zan_Vector2T<double>;
+using V3 = Zan_Vector3T<double>;
+using V4 = Zan_Vector4T<double>;
 inline constexpr double kNaN = NAN, kInf = INFINITY, kPi = 3.141592653589793;
 
 template <class Matrix>

@@ -1,12 +1,8 @@
-// Building transforms: what each step does to points, that it comes after what the matrix did before, and the scale
-// factors read back.
+// Building transforms: what each step does after what the matrix did before, and the scale factors read back.
 #include "host_reports.h"
 #include "matrices.h"
 
 namespace {
-
-using V2 = Zan_Vector2T<double>;
-using V3 = Zan_Vector3T<double>;
 
 bool close(const Zan_Matrix4& a, const Zan_Matrix4& b) {
     return a.IsFinite() && Zan_EqualMatrixWithinEpsilon(a, b, 4e-15);
@@ -29,8 +25,7 @@ TEST_CASE("steps in the plane") {
     check({6, 13}, {8, 12}, [](auto& m) { m.Rotate(90, 10, 11); });
     check({0, 3}, {-3, 1}, [](auto& m) { m.Rotate(180, 1, 2); });
     check({6, 2}, {12, 4}, [](auto& m) { m.Scale(2, 3, 10, 1); });
-    check({6, 2}, {12, 2}, [](auto& m) { m.Scale(2, 1, 10, 1); });
-    check({6, 2}, {22, 6}, [](auto& m) { m.Scale(2, 3); });
+    check({6, 2}, {22, 2}, [](auto& m) { m.Scale(2, 1); });
     check({-5, 1}, {-1, 1}, [](auto& m) { m.Skew(45, 0); });
     check({-4, 1}, {1, 2}, [](auto& m) { m.Skew(45, -90); });
     // These leave every bit alone, even where a product with the identity would not.

@@ -7,8 +7,6 @@ namespace {
 // One name for the two sizes.
 int32_t quiet(const Zan_Matrix3* m, Zan_Matrix3* out, unsigned char* f) { return Zan_InverseMatrixQuiet(m, out, f); }
 int32_t quiet(const Zan_Matrix4* m, Zan_Matrix4* out, unsigned char* f) { return Zan_InverseMatrix4Quiet(m, out, f); }
-int32_t loud(const Zan_Matrix3* m, Zan_Matrix3* out) { return Zan_InverseMatrix(m, out); }
-int32_t loud(const Zan_Matrix4* m, Zan_Matrix4* out) { return Zan_InverseMatrix4(m, out); }
 
 // Every way to ask for the inverse, or for its transpose: all agree, each tells of a failure in its own way. Gives the
 // quiet output.
@@ -19,17 +17,16 @@ Matrix checkInverse(const Matrix& m, bool singular) {
     const std::string site = sizeOf<Matrix> == 3 ? "0x110023" : "0x11002D";
     const std::string report = singular ? site + " sev 8: unable to invert matrix." : "";
     unsigned char flag = 9;
-    Matrix out = m, same = m, member = m;
+    Matrix out = m, same = m, kept = m;
     CHECK((quiet(&m, &out, nullptr) == code && quiet(&same, &same, &flag) == code && sameDoubles(out, same)));
-    CHECK((member.InvertQuiet() == singular && flag == (singular ? 1 : 0) && host.takeAll().empty()));
-    CHECK((sameDoubles(member, singular ? m : out) && loud(&m, &same) == code && sameDoubles(same, out)));
-    CHECK(host.takeAll() == report);
-    CHECK((thrownBy([&] { (same = m).Invert(); }) == code && sameDoubles(same, member) && host.takeAll() == report));
+    CHECK((kept.InvertQuiet() == singular && flag == (singular ? 1 : 0) && host.takeAll().empty()));
+    CHECK((thrownBy([&] { (same = m).Invert(); }) == code && sameDoubles(same, kept) && host.takeAll() == report));
+    CHECK(sameDoubles(kept, singular ? m : out));
     if constexpr (sizeOf<Matrix> == 4) {
         CHECK((Zan_CalcNormalMatrix4Quiet(&m, &same, &flag) == code && flag == (singular ? 1 : 0)));
         CHECK((sameDoubles(same, transposed(out)) && host.takeAll().empty()));
-        CHECK((Zan_CalcNormalMatrix4(&m, &same) == code && sameDoubles(same, singular ? out : transposed(out))));
-        CHECK(host.takeAll() == report);
+        CHECK((Zan_CalcNormalMatrix4(&m, &same) == code && host.takeAll() == report));
+        CHECK(sameDoubles(same, singular ? out : transposed(out)));
     }
     return out;
 }
@@ -54,12 +51,14 @@ TEST_CASE("inverses and adjugates of whole numbers") {
         if (d != 0) CHECK(product(m, checkInverse(m, false)).IsIdentityWithinEpsilon(1e-11));
         // Element (r, c) is the signed minor without row c and column r, which a singular 4x4 matrix leaves behind.
         const auto n = fill<Zan_Matrix4>(whole);
-        const double divisor = n.Determinant() == 0 ? 1.0 : n.Determinant();
-        CHECK(checkInverse(n, n.Determinant() == 0) == fill<Zan_Matrix4>([&](int i, int j) {
+        const bool singular = n.Determinant() == 0;
+        const Zan_Matrix4 inverse = checkInverse(n, singular);
+        CHECK(inverse == fill<Zan_Matrix4>([&](int i, int j) {
                   Zan_Matrix3 rest;
                   rest.AssignFromByDroppingIndices(n, j, i);
-                  return ((i + j) % 2 == 0 ? 1 : -1) * rest.Determinant() / divisor;
+                  return ((i + j) % 2 == 0 ? 1 : -1) * rest.Determinant() / (singular ? 1.0 : n.Determinant());
               }));
+        if (!singular) CHECK(product(n, inverse).IsIdentityWithinEpsilon(1e-11));
     }
 }
 

@@ -22,14 +22,12 @@ Zan_Matrix4 rebuild(const Zan_Matrix4Decomp& d, bool zyx) {
 TEST_CASE("taken apart and put together") {
     Random random(451);
     for (int round = 0; round < 2000; ++round) {
-        const bool zyx = round % 2 != 0;
+        const bool zyx = round % 2 != 0, turned = random.below(2) == 0;
         // At the poles, beside them on both sides of the threshold, and anywhere.
-        const double beside[] = {0, 1e-7, 8e-6, 1.2e-5, 1e-4, 1e-2, random.plain(0, 1)};
-        const double ry = (random.below(2) == 0 ? 1 : -1) * (kPi / 2 - beside[random.below(7)]);
-        Zan_Matrix4 m(true);
-        if (random.below(2) == 0) {  // as often as not a mirror
-            m = fill<Zan_Matrix4>([&](int i, int j) { return j < 3 ? random.plain(-2, 2) : i == 3 ? 1.0 : 0.0; });
-        }
+        const double beside[] = {0, 1e-7, 9.9e-6, 1.01e-5, 1e-4, 1e-2, random.plain(0, 1)};
+        const double away = beside[random.below(7)], ry = (random.below(2) == 0 ? 1 : -1) * (kPi / 2 - away);
+        const auto any = [&](int i, int j) { return j < 3 ? random.plain(-2, 2) : i == 3 ? 1.0 : 0.0; };
+        Zan_Matrix4 m = turned ? Zan_Matrix4(true) : fill<Zan_Matrix4>(any);  // as often as not a mirror
         m *= turnBy(random.plain(-kPi, kPi), ry, random.plain(-kPi, kPi), zyx);
         const Zan_Matrix4 byW = fill<Zan_Matrix4>([&](int i, int j) { return at(m, i, j) * -4.0; });
         Zan_Matrix4Decomp parts;
@@ -39,10 +37,14 @@ TEST_CASE("taken apart and put together") {
         const double worst = std::fabs(std::cos(parts.ry)) < 1e-5 ? 8e-5 : 1e-9;
         CHECK(Zan_EqualMatrixWithinEpsilon(rebuild(parts, zyx), m, worst));
         // One of the signs and one of the turns that give the same matrix.
-        const bool mirror = m.Determinant() < 0;
+        const bool mirror = m.Determinant() < 0, pole = turned && away < 1e-5;
         CHECK(((parts.sx < 0) == mirror && (parts.sy < 0) == mirror && (parts.sz < 0) == mirror));
-        CHECK(std::fabs(parts.ry) <= kPi / 2);
+        CHECK((std::fabs(parts.ry) <= kPi / 2 && ((zyx ? parts.rz : parts.rx) == 0) == pole));
     }
+    const auto nothing = fill<Zan_Matrix4>([](int i, int) { return i == 3 ? 1.0 : 0.0; });
+    Zan_Matrix4Decomp parts;
+    nothing.Decompose(&parts);
+    CHECK((parts.rx == 0 && parts.ry == 0 && parts.rz == 0));
 }
 
 TEST_CASE("what cannot be taken apart") {
@@ -56,8 +58,8 @@ TEST_CASE("what cannot be taken apart") {
             unsigned char failed = 0;
             CHECK((takeApart(zyx, m, &parts, &failed) == code && failed == (fails ? 1 : 0) && host.takeAll().empty()));
             CHECK(thrownBy([&] { zyx ? m.DecomposeZYX(&member) : m.Decompose(&member); }) == code);
-            CHECK((sameDoubles(parts, Zan_Matrix4Decomp{}) == fails && sameDoubles(parts, member)));
-            CHECK(host.takeAll() == report);
+            const bool empty = sameDoubles(parts, Zan_Matrix4Decomp{});
+            CHECK((host.takeAll() == report && sameDoubles(parts, member) && empty == fails));
         }
     };
     const Zan_Matrix4 one(true);
@@ -70,27 +72,16 @@ TEST_CASE("what cannot be taken apart") {
     CHECK(host.takeAll() == "0x11002D sev 8: unable to decompose matrix.");
 }
 
-TEST_CASE("the angles at the poles") {
-    // Half a turn may come with either sign.
-    const auto check = [](const Zan_Matrix4& m, bool zyx, double rx, double ry, double rz) {
-        CAPTURE(zyx, rx, ry, rz);
-        Zan_Matrix4Decomp parts;
-        CHECK(takeApart(zyx, m, &parts, nullptr) == 0);
-        CHECK((parts.rx == Approx(rx).margin(1e-9) && parts.ry == Approx(ry).margin(1e-9)));
-        CHECK((rz == kPi ? std::fabs(parts.rz) : parts.rz) == Approx(rz).margin(1e-9));
-    };
+TEST_CASE("the angles at a pole, turns about z last") {
     // Of a rotation whose element (1, 1) is b and whose (2, 1) is a.
-    const auto pole = [](double a, double b) { return turning({0, 0, -1, a, b, 0, b, -a, 0}); };
-    check(fill<Zan_Matrix4>([](int i, int) { return i == 3 ? 1.0 : 0.0; }), false, 0, 0, 0);
-    for (const bool zyx : {false, true}) {
-        for (const double away : {0.0, 9e-6}) {
-            check(turnBy(0.25, kPi / 2 - away, 0.5, zyx), zyx, zyx ? -0.25 : 0, kPi / 2, zyx ? 0 : 0.75);
-        }
-        check(turnBy(0.25, kPi / 2 - 1.1e-5, 0.5, zyx), zyx, 0.25, kPi / 2 - 1.1e-5, 0.5);
-    }
-    check(pole(0, 1), true, 0, kPi / 2, 0), check(pole(0, -1), true, 0, kPi / 2, kPi);
-    check(pole(9e-6, -1 + 4.05e-11), true, 0, kPi / 2, 0);
-    check(pole(1.1e-5, -1 + 6.05e-11), true, kPi - 1.1e-5, kPi / 2, 0);
+    const auto check = [](double a, double b, double rx, double rz) {
+        CAPTURE(a, b);
+        Zan_Matrix4Decomp parts;
+        turning({0, 0, -1, a, b, 0, b, -a, 0}).DecomposeZYX(&parts);
+        CHECK(std::fabs(parts.rx - rx) + std::fabs(parts.ry - kPi / 2) + std::fabs(parts.rz - rz) < 1e-9);
+    };
+    check(0, 1, 0, 0), check(0, -1, 0, kPi), check(9e-6, -1 + 4.05e-11, 0, 0);
+    check(1.1e-5, -1 + 6.05e-11, kPi - 1.1e-5, 0);
 }
 
 namespace {
@@ -146,8 +137,7 @@ TEST_CASE("between two quaternions") {
         const Zan_Quat q0 = turnAbout(x, y, 1, begin), q1 = turnAbout(x, y, 1, begin + angle);
         check(q0, round % 3 == 0 ? negated(q1) : q1, t, turnAbout(x, y, 1, begin + t * angle), 1e-11);
     }
-    // Where the line takes over from the arc it is a little shorter.
-    for (const double angle : {8.9e-3, 9.0e-3}) {
+    for (const double angle : {8.9e-3, 9.0e-3}) {  // the line, which is a little shorter, and the arc
         const Zan_Quat a = {0, 0, 0, 1}, b = turnAbout(2, 1, 0, angle);
         Zan_Quat out;
         CHECK(Zan_Slerp(&a, &b, 0.4, &out) == 0);

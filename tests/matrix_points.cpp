@@ -1,5 +1,4 @@
-// Points and vectors through matrices: every operation on doubles against its one-point rule, and the integer points
-// with their overflows.
+// Points through matrices: every operation on doubles against its one-point rule, and integer points that overflow.
 #include <algorithm>
 #include <vector>
 
@@ -9,68 +8,53 @@
 
 namespace {
 
-using V2 = Zan_Vector2T<double>;
-using V3 = Zan_Vector3T<double>;
-using V4 = Zan_Vector4T<double>;
 using M3 = Zan_Matrix3;
 using M4 = Zan_Matrix4;
 
 // What happens to the product; a point shorter than the matrix goes in with 1 as its last component.
 enum Ending { kKept, kUnlessNearZero, kQuotient, kReciprocal };
 
-// One point by the rule; false when its w is near zero and that is guarded against.
-template <class M>
-bool byTheRule(Ending ending, bool guarded, const M& m, double* point, int components) {
-    constexpr int n = sizeOf<M>;
-    const M row = fill<M>([&](int i, int j) { return i > 0 ? 0.0 : j < components ? point[j] : 1.0; });
-    const M out = product(row, m);
-    const double w = at(out, 0, n - 1);
-    const bool nearZero = w > -1e-12 && w < 1e-12, kept = ending == kKept || (ending == kUnlessNearZero && nearZero);
-    if (guarded && nearZero) return false;
-    for (int j = 0; j < components; ++j) {
-        const double x = at(out, 0, j);
-        point[j] = kept ? x : j == n - 1 ? 1.0 : ending == kQuotient ? x / w : x * (1.0 / w);
-    }
-    return true;
-}
-
-// Its forms, null where there is none, and the sites of the reports of a w near zero, null where w is not tested.
+// An operation in its forms, null where there is none, each with the site of its report, null where w is not tested.
 template <class M, class V>
-struct Operation {
-    Ending ending;
-    int32_t (*plain)(const M*, int32_t, V*) = nullptr;
-    void (M::*single)(V*) const = nullptr;
-    void (M::*array)(int32_t, V*) const = nullptr;
-    const char *singleSite = nullptr, *arraySite = nullptr;
-};
-template <class M, class V>
-void check(const Operation<M, V>& operation) {
+void check(Ending ending, int32_t (*plain)(const M*, int32_t, V*), void (M::*single)(V*) const = nullptr,
+           void (M::*array)(int32_t, V*) const = nullptr, const char* singleSite = nullptr,
+           const char* arraySite = nullptr) {
     HostReports host;
     Random random(44);
     for (int round = 0; round < 432; ++round) {
         // Tame numbers in the first rounds, so that guarded arrays are done to their end; later w' is often x.
         const int form = round % 3, count = round / 3 % 12 - 1, kind = round / 144;
-        const char* site = form == 1 ? operation.singleSite : form == 2 ? operation.arraySite : nullptr;
-        if (form == 0 ? operation.plain == nullptr : operation.single == nullptr) continue;
-        CAPTURE(sizeof(M), sizeof(V), operation.ending, site == nullptr, form, count, kind);
+        const char* site = form == 1 ? singleSite : form == 2 ? arraySite : nullptr;
+        if (form == 0 ? plain == nullptr : single == nullptr) continue;
+        CAPTURE(sizeof(M), sizeof(V), ending, site == nullptr, form, count, kind);
         const auto number = [&] { return kind == 0 ? random.plain(1, 2) : random.nasty(); };
         const M m = fill<M>([&](int i, int j) {
             return kind < 2 || j < sizeOf<M> - 1 ? number() : i == 0 ? 1.0 : 0.0;
         });
-        constexpr int components = sizeof(V) / sizeof(double);
+        constexpr int n = sizeOf<M>, components = sizeof(V) / sizeof(double);
         std::vector<double> numbers(size_t(std::max(count, 0) * components) + 1);
         std::generate(numbers.begin(), numbers.end(), number);
         std::vector<double> expected = numbers;
         V* points = reinterpret_cast<V*>(numbers.data());
         bool good = true;
         for (int i = 0; i < count && good; ++i) {
-            good = byTheRule(operation.ending, site != nullptr, m, &expected[size_t(i * components)], components);
+            double* point = &expected[size_t(i * components)];
+            const M row = fill<M>([&](int r, int c) { return r > 0 ? 0.0 : c < components ? point[c] : 1.0; });
+            const M out = product(row, m);
+            const double w = at(out, 0, n - 1);
+            const bool nearZero = w > -1e-12 && w < 1e-12;
+            const bool kept = ending == kKept || (ending == kUnlessNearZero && nearZero);
+            good = site == nullptr || !nearZero;
+            for (int j = 0; j < components && good; ++j) {
+                const double x = at(out, 0, j);
+                point[j] = kept ? x : j == n - 1 ? 1.0 : ending == kQuotient ? x / w : x * (1.0 / w);
+            }
         }
         const auto run = [&] {
-            if (form == 2) (m.*operation.array)(count, points);
-            for (int i = 0; i < count && form == 1; ++i) (m.*operation.single)(points + i);
+            if (form == 2) (m.*array)(count, points);
+            for (int i = 0; i < count && form == 1; ++i) (m.*single)(points + i);
         };
-        CHECK((form == 0 ? operation.plain(&m, count, points) : thrownBy(run)) == (good ? 0 : 0x110C));
+        CHECK((form == 0 ? plain(&m, count, points) : thrownBy(run)) == (good ? 0 : 0x110C));
         CHECK(host.takeAll() == (good ? "" : std::string("0x1100") + site + " sev 8: homogeneous point has W=0"));
         CHECK(std::equal(numbers.begin(), numbers.end(), expected.begin(), sameBits<double>));
     }
@@ -79,18 +63,18 @@ void check(const Operation<M, V>& operation) {
 }  // namespace
 
 TEST_CASE("arrays of points equal the one-point rule") {
-    check<M3, V2>({kKept, Zan_TransformFloatPoints, &M3::TransformPoint, &M3::TransformPoints});
-    check<M3, V3>({kKept, Zan_TransformVector3, &M3::TransformPoint, &M3::TransformPoints});
-    check<M4, V4>({kKept, Zan_TransformVector4NoDivide, &M4::TransformPoint, &M4::TransformPoints});
-    check<M4, V3>({kKept, nullptr, &M4::TransformPoint, &M4::TransformPoints});
-    check<M4, V4>({kUnlessNearZero, Zan_TransformVector4});
-    check<M4, V3>({kUnlessNearZero, Zan_Transform3DFloatPoints});
-    check<M3, V2>({kQuotient, nullptr, &M3::TransformPointAndDivide, &M3::TransformPointsAndDivide, "39", "39"});
-    check<M3, V3>({kQuotient, nullptr, &M3::TransformPointAndDivide, &M3::TransformPointsAndDivide, "39", "3A"});
-    check<M3, V3>({kQuotient, nullptr, &M3::TransformPointAndDivideFast, &M3::TransformPointsAndDivideFast});
-    check<M4, V3>({kReciprocal, nullptr, &M4::TransformPointAndDivide, &M4::TransformPointsAndDivide, "3B", "3B"});
-    check<M4, V4>({kReciprocal, nullptr, &M4::TransformPointAndDivide, &M4::TransformPointsAndDivide, "3B", "3C"});
-    check<M4, V4>({kReciprocal, nullptr, &M4::TransformPointAndDivideFast, &M4::TransformPointsAndDivideFast});
+    check<M3, V2>(kKept, Zan_TransformFloatPoints, &M3::TransformPoint, &M3::TransformPoints);
+    check<M3, V3>(kKept, Zan_TransformVector3, &M3::TransformPoint, &M3::TransformPoints);
+    check<M4, V4>(kKept, Zan_TransformVector4NoDivide, &M4::TransformPoint, &M4::TransformPoints);
+    check<M4, V3>(kKept, nullptr, &M4::TransformPoint, &M4::TransformPoints);
+    check<M4, V4>(kUnlessNearZero, Zan_TransformVector4);
+    check<M4, V3>(kUnlessNearZero, Zan_Transform3DFloatPoints);
+    check<M3, V2>(kQuotient, nullptr, &M3::TransformPointAndDivide, &M3::TransformPointsAndDivide, "39", "39");
+    check<M3, V3>(kQuotient, nullptr, &M3::TransformPointAndDivide, &M3::TransformPointsAndDivide, "39", "3A");
+    check<M3, V3>(kQuotient, nullptr, &M3::TransformPointAndDivideFast, &M3::TransformPointsAndDivideFast);
+    check<M4, V3>(kReciprocal, nullptr, &M4::TransformPointAndDivide, &M4::TransformPointsAndDivide, "3B", "3B");
+    check<M4, V4>(kReciprocal, nullptr, &M4::TransformPointAndDivide, &M4::TransformPointsAndDivide, "3B", "3C");
+    check<M4, V4>(kReciprocal, nullptr, &M4::TransformPointAndDivideFast, &M4::TransformPointsAndDivideFast);
 }
 
 TEST_CASE("16-bit and 16.16 points") {

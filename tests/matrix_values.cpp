@@ -30,25 +30,24 @@ TEST_CASE("matrix kinds") {
 }
 
 TEMPLATE_TEST_CASE("identity, zero, and the four ways to compare", "", Zan_Matrix3, Zan_Matrix4) {
+    constexpr int n = sizeOf<TestType>;
     const auto identity = fill<TestType>([](int i, int j) { return i == j ? 1.0 : 0.0; });
     const auto zero = fill<TestType>([](int, int) { return 0.0; });
-    TestType m = zero, n = identity;
-    m.SetIdentity();
-    n.SetZero();
-    CHECK((m == identity && TestType(true) == identity && !m.IsZero() && n == zero && !n.IsIdentity()));
-    CHECK(fill<TestType>([](int, int) { return -0.0; }).IsZero());
+    TestType m(true);
+    CHECK((m == identity && !m.IsZero()));
+    m.SetZero();
+    CHECK((m == zero && !m.IsIdentity() && fill<TestType>([](int, int) { return -0.0; }).IsZero()));
 
     // A change of one element, at every place: equal by value, by bytes, within 0, within 0.25.
     const auto check = [&](double change, bool value, bool bytes, bool exact, bool loose) {
-        for (int at = 0; at < sizeOf<TestType> * sizeOf<TestType>; ++at) {
-            const int i = at / sizeOf<TestType>, j = at % sizeOf<TestType>;
+        for (int place = 0; place < n * n; ++place) {
+            const int i = place / n, j = place % n;
             CAPTURE(change, i, j);
             const TestType a = with(identity, i, j, i == j ? 1 + change : change), b = with(zero, i, j, change);
             CHECK((equalByValue(a, identity) == value && equalByValue(zero, b) == value));
-            CHECK(
-                (equalByValue(b, b) == (change == change) && b == b && (b == zero) == bytes && (b != zero) == !bytes));
-            CHECK((a.IsIdentity() == exact && a.IsIdentityWithinEpsilon(0.25) == loose));
-            CHECK((b.IsZero() == exact && b.IsZeroWithinEpsilon(0.25) == loose));
+            CHECK((equalByValue(b, b) == !std::isnan(change) && b == b));
+            CHECK(((b == zero) == bytes && (b != zero) == !bytes && a.IsIdentity() == exact && b.IsZero() == exact));
+            CHECK((a.IsIdentityWithinEpsilon(0.25) == loose && b.IsZeroWithinEpsilon(0.25) == loose));
             CHECK(Zan_EqualMatrixWithinEpsilon(identity, a, 0.25) == loose);
             if constexpr (sizeOf<TestType> == 4) CHECK(a.IsFinite() == std::isfinite(change));
         }
@@ -59,44 +58,33 @@ TEMPLATE_TEST_CASE("identity, zero, and the four ways to compare", "", Zan_Matri
     check(kNaN, false, false, true, true);
 }
 
-TEMPLATE_TEST_CASE("products, sums, determinants", "", Zan_Matrix3, Zan_Matrix4) {
+TEMPLATE_TEST_CASE("products and sums", "", Zan_Matrix3, Zan_Matrix4) {
     Random random(41);
     for (int round = 0; round < 400; ++round) {
         // Every other one full of zeros of either sign.
         const auto any = [&](int, int) { return round % 2 == 0 ? random.nasty() : random.below(3) - 1; };
         const auto a = fill<TestType>(any), b = fill<TestType>(any);
-        TestType m = a, turned = a;
-        CHECK((sameDoubles(m *= m, product(a, a)) && sameDoubles(TestType(a) *= b, product(a, b))));
         const auto sum = fill<TestType>([&](int i, int j) { return at(a, i, j) + at(b, i, j); });
         const auto difference = fill<TestType>([&](int i, int j) { return at(a, i, j) - at(b, i, j); });
+        TestType square = a, turned = a;
         CHECK((sameDoubles(TestType(a) += b, sum) && sameDoubles(TestType(a) -= b, difference)));
+        CHECK((sameDoubles(TestType(a) *= b, product(a, b)) && sameDoubles(square *= square, product(a, a))));
         turned.Transpose();
         CHECK(sameDoubles(turned, transposed(a)));
-        if constexpr (sizeOf<TestType> == 4) {
-            Zan_Matrix3 flat, minors[4];
-            flat.AssignFromByDroppingZ(b);
-            m = flat;
-            CHECK(sameDoubles(TestType(a) *= flat, product(a, m)));
-            for (int j = 0; j < 4; ++j) minors[j].AssignFromByDroppingIndices(a, 0, j);
-            CHECK(sameBits(a.Determinant(), a.m00 * minors[0].Determinant() - a.m01 * minors[1].Determinant() +
-                                                a.m02 * minors[2].Determinant() - a.m03 * minors[3].Determinant()));
-        } else {
-            const auto [m00, m01, m02, m10, m11, m12, m20, m21, m22] = a;
-            CHECK(sameBits(a.Determinant(), m00 * (m11 * m22 - m12 * m21) + m01 * (m12 * m20 - m10 * m22) +
-                                                m02 * (m10 * m21 - m11 * m20)));
-        }
     }
 }
 
 TEST_CASE("from the plane to space and back") {
+    const Zan_Matrix3 plane = matrix({2, 3, 0.5, 5, 7, kNaN, 11, 13, 17});
+    const Zan_Matrix4 space = matrix({2, 3, 0, 0, 5, 7, 0, 0, 0, 0, 1, 0, 11, 13, 0, 1});
+    const auto m = fill<Zan_Matrix4>([](int i, int j) { return i * 10.0 + j; });
     Zan_Matrix4 wide;
-    CHECK((wide = matrix({2, 3, 0.5, 5, 7, kNaN, 11, 13, 17})) ==
-          matrix({2, 3, 0, 0, 5, 7, 0, 0, 0, 0, 1, 0, 11, 13, 0, 1}));
+    CHECK(((wide = plane) == space && (Zan_Matrix4(m) *= plane) == product(m, space)));
     // Columns of the same length carry it into z. The floor of the comparison is 1.00008890058e-12, not 1e-12.
     const auto check = [&](double m00, double m01, double m10, double m11, double z) {
         CAPTURE(m00, m11);
-        const Zan_Matrix3 plane = matrix({m00, m01, 9, m10, m11, 9, 11, 13, 9});
-        CHECK(Zan_Matrix3ToMatrix4Uniform(&plane, &wide) == 0);
+        const Zan_Matrix3 scale = matrix({m00, m01, 9, m10, m11, 9, 11, 13, 9});
+        CHECK(Zan_Matrix3ToMatrix4Uniform(&scale, &wide) == 0);
         CHECK(sameDoubles(wide, matrix({m00, m01, 0, 0, m10, m11, 0, 0, 0, 0, z, 0, 11, 13, 0, 1})));
     };
     check(2, 0, 0, 3, 1), check(3, -4, 4, 3, 5), check(0, 0, 0, 0, 0);
@@ -104,15 +92,9 @@ TEST_CASE("from the plane to space and back") {
     check(1000, 0, 0, 1000 * (1 + 4.9e-13), 1000), check(1000, 0, 0, 1000 * (1 + 5.1e-13), 1);
     check(1e200, 0, 0, 1e200, 1), check(kNaN, 0, 0, kNaN, 1);
 
-    const auto m = fill<Zan_Matrix4>([](int i, int j) { return i * 10.0 + j; });
     Zan_Matrix3 kept;
     kept.AssignFromByDroppingZ(m);
     CHECK(kept == matrix({0, 1, 3, 10, 11, 13, 30, 31, 33}));
-    for (int32_t place = 0; place < 36; ++place) {
-        const int32_t row = place / 6 - 1, column = place % 6 - 1;
-        CAPTURE(row, column);
-        kept.AssignFromByDroppingIndices(m, row, column);
-        CHECK(kept ==
-              fill<Zan_Matrix3>([&](int i, int j) { return (i < row ? i : i + 1) * 10.0 + (j < column ? j : j + 1); }));
-    }
+    kept.AssignFromByDroppingIndices(m, -1, 4);
+    CHECK(kept == matrix({10, 11, 12, 20, 21, 22, 30, 31, 32}));
 }

@@ -1,16 +1,12 @@
 // Segments against the near plane and against rectangles, and their distance from a point.
-#include "values.h"
+#include "matrices.h"
 #include "zan/space.h"
 
-using P2 = Zan_Vector2T<double>;
-using P3 = Zan_Vector3T<double>;
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
 TEST_CASE("a segment and the near plane") {
-    const auto check = [](const P3& a, const P3& b, bool aIsBehind, bool bIsBehind, const P3& expected) {
+    const auto check = [](const V3& a, const V3& b, bool aIsBehind, bool bIsBehind, const V3& expected) {
         CAPTURE(a.z, b.z);
         bool aBehind = !aIsBehind, bBehind = !bIsBehind;
-        P3 clip = a;
+        V3 clip = a;
         CHECK(Zan_Clip3DLine(&clip, &b, &aBehind, &bBehind, &clip) == 0);
         CHECK((aBehind == aIsBehind && bBehind == bIsBehind && sameDoubles(clip, expected)));
     };
@@ -30,12 +26,12 @@ TEST_CASE("the distance from a point to a line") {
         const auto draw = [&] {
             return kind == 0 ? random.nasty() : kind == 1 ? random.below(7) : random.plain(-1, 1);
         };
-        const P2 a = kind == 3 ? P2(0, 0) : P2(draw(), draw());
-        const P2 b = kind == 3 ? P2(lengths[round % 4], 0) : P2(draw(), draw()), d(b.x - a.x, b.y - a.y);
+        const V2 a = kind == 3 ? V2(0, 0) : V2(draw(), draw());
+        const V2 b = kind == 3 ? V2(lengths[round % 4], 0) : V2(draw(), draw()), d(b.x - a.x, b.y - a.y);
         // Every other point is as far from a as b is, but for rounding.
-        const P2 p = random.below(2) == 0 ? P2(a.x + d.y, a.y + d.x) : P2(draw(), draw()), v(p.x - a.x, p.y - a.y);
+        const V2 p = random.below(2) == 0 ? V2(a.x + d.y, a.y + d.x) : V2(draw(), draw()), v(p.x - a.x, p.y - a.y);
         const double size = std::sqrt(d.x * d.x + d.y * d.y), fromA = std::sqrt(v.x * v.x + v.y * v.y);
-        const P2 u(d.x * (1 / size), d.y * (1 / size));
+        const V2 u(d.x * (1 / size), d.y * (1 / size));
         const double t = u.x * v.x + u.y * v.y, x = v.x - t * u.x, y = v.y - t * u.y;
         const bool line = size > 1e-12 && size <= 1e12, expected = line && !(t < 0) && !(fromA > size);
         CAPTURE(p.x, p.y, a.x, a.y, b.x, b.y);
@@ -48,7 +44,7 @@ TEST_CASE("the distance from a point to a line") {
 }
 
 TEST_CASE("a segment and a rectangle") {
-    const auto check = [](P2 a, P2 b, bool expected, const P2& clippedA, const P2& clippedB) {
+    const auto check = [](V2 a, V2 b, bool expected, const V2& clippedA, const V2& clippedB) {
         CAPTURE(clippedA.x, clippedA.y, clippedB.x, clippedB.y);
         constexpr Zan_FloatRect kRect = {0, 0, 10, 10};
         bool visible = !expected;

@@ -3,29 +3,27 @@
 #include "matrices.h"
 #include "zan/space.h"
 
-using Point2 = Zan_Vector2T<double>;
-using Point3 = Zan_Vector3T<double>;
-
 TEST_CASE("a point of the plane to the screen, and directions") {
     const Zan_Matrix3 moved = matrix({1, 0, 0, 0, 1, 0.5, 10, 0, 1}), scaled = matrix({2, 0, 0, 0, 2, 0, 1, 0, 1});
-    Point2 p(1, 1), q(1, 1);
-    CHECK((Zan_TransformPoint2DtoScreen(moved, scaled, &p) && p == Point2(23.5, 2)));
-    CHECK((Zan_TransformPoint2DtoScreen(scaled, moved, &q) && q == Point2(13, 2)));
+    V2 p(1, 1), q(1, 1);
+    CHECK((Zan_TransformPoint2DtoScreen(moved, scaled, &p) && p == V2(23.5, 2)));
+    CHECK((Zan_TransformPoint2DtoScreen(scaled, moved, &q) && q == V2(13, 2)));
     const Zan_Matrix3 m = matrix({0x1p-60, 1, 0, -1, 0, 0, 100, 50, 1});
     const auto [x, y] = Zan_ComputeDirectionalComponents(m);
-    CHECK((x == Point2(0, 1) && y == Point2(-1, 0)));  // 2^-60 is lost beside the translation
+    CHECK((x == V2(0, 1) && y == V2(-1, 0)));  // 2^-60 is lost beside the translation
 }
 
 TEST_CASE("a point of space to the screen") {
     HostReports host;
-    Zan_Matrix4 same(true), byZ(true), flat(true), near(true), behind(true);
-    byZ.m23 = 1, byZ.m33 = 0, flat.m33 = 9e-13, flat.m32 = 1, near.m32 = 0.1, behind.m32 = 0x1.9999999999999p-4;
+    const Zan_Matrix4 same(true), byZ = with(with(same, 2, 3, 1), 3, 3, 0),
+                                  flat = with(with(same, 3, 3, 9e-13), 3, 2, 1);
+    const Zan_Matrix4 near = with(same, 3, 2, 0.1), behind = with(same, 3, 2, 0x1.9999999999999p-4);
     const Zan_Matrix3 toScreen = matrix({10, 1, 0, 0, 1, 3, 5, 7, 9});
     // A point of the layer, whose depth is 0, to the eye and to the screen; -1 where the division fails.
-    const auto check = [&](const Zan_Matrix4& toEye, const Zan_Matrix4& projection, const Point3& image, int inFront) {
+    const auto check = [&](const Zan_Matrix4& toEye, const Zan_Matrix4& projection, const V3& image, int inFront) {
         CAPTURE(toEye.m32, projection.m23, inFront);
-        Point3 p(0.1, 0.2, 0);
-        Point2 q(0.1, 0.2);
+        V3 p(0.1, 0.2, 0);
+        V2 q(0.1, 0.2);
         const auto gives = [&](auto* point) {
             int result = -1;
             thrownBy([&] { result = Zan_TransformPoint3DtoScreen(toEye, projection, toScreen, point); });
@@ -33,7 +31,7 @@ TEST_CASE("a point of space to the screen") {
             return result;
         };
         CHECK((gives(&p) == inFront && gives(&q) == inFront));
-        CHECK((sameDoubles(p, image) && q == Point2(image.x, image.y)));
+        CHECK((sameDoubles(p, image) && q == V2(image.x, image.y)));
     };
     check(near, same, {6, 7.3, 0.1}, 1), check(near, byZ, {15, 10, 1}, 1);
     check(behind, same, {0.1, 0.2, 0}, 0);
@@ -41,7 +39,7 @@ TEST_CASE("a point of space to the screen") {
 }
 
 TEST_CASE("a half turn of a layer without depth is a mirrored scale") {
-    const auto check = [](double rx, double ry, const Point2& scale, const Point3& turn) {
+    const auto check = [](double rx, double ry, const V2& scale, const V3& turn) {
         CAPTURE(rx, ry);
         Zan_Matrix4Decomp d{1, 2, 3, 2, 3, 5, 6, 7, 8, rx, ry, 0.2};
         CHECK(Zan_Correct3DDecompFor2D(&d) == 0);
