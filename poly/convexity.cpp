@@ -12,7 +12,7 @@ zan::Turns turnsOfFew(Iterator first, Iterator last) {
     zan::Turns seen{};
     Iterator at = last - 1;
     zan::Delta before = between(*(last - 2), *at);
-    for (Iterator next = first; next != last && !(seen.left && seen.right); at = next++) {
+    for (Iterator next = first; next != last; at = next++) {
         const zan::Delta after = between(*at, *next);
         zan::look(before, after, seen);
         before = after;

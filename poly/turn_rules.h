@@ -27,7 +27,8 @@ inline void look(const Delta& d1, const Delta& d2, Turns& seen) {
     // Never less than the rounding error, by far: most turns are wider, and only the others need it exactly.
     const double enough = (std::fabs(a) + std::fabs(b)) * 0x1p-46 + 0x1p-1040;
     if (!(std::fabs(cross) > enough) && !(std::fabs(cross) > crossError(d1, d2))) return;
-    (cross > 0 ? seen.left : seen.right) = true;
+    seen.left |= cross > 0;
+    seen.right |= !(cross > 0);
 }
 
 }  // namespace zan
