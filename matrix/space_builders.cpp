@@ -17,6 +17,13 @@ int32_t append(Zan_Matrix4* m, const zan::Elements<4>& elements) {
     return 0;
 }
 
+// The same for a step of constants but for a few, inline: they fold, and nothing waits for a step that has just been
+// stored one element at a time.
+inline int32_t appendMostlyConstant(Zan_Matrix4* m, const zan::Elements<4>& step) {
+    zan::assign(*m, zan::product(zan::elements(*m), step));
+    return 0;
+}
+
 // Turns about the x axis, then about the y and the z axis as the turns before have left them. An axis that the matrix
 // takes to nothing is passed over.
 int32_t turnAboutOwnAxes(double rx, double ry, double rz, Zan_Matrix4* m) {
@@ -38,11 +45,11 @@ int32_t turnAboutOwnAxes(double rx, double ry, double rz, Zan_Matrix4* m) {
 }  // namespace
 
 int32_t Zan_TranslateMatrix4(double tx, double ty, double tz, Zan_Matrix4* m) {
-    return append(m, {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {tx, ty, tz, 1}}});
+    return appendMostlyConstant(m, {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {tx, ty, tz, 1}}});
 }
 
 int32_t Zan_ScaleMatrix4(double sx, double sy, double sz, Zan_Matrix4* m) {
-    return append(m, {{{sx, 0, 0, 0}, {0, sy, 0, 0}, {0, 0, sz, 0}, {0, 0, 0, 1}}});
+    return appendMostlyConstant(m, {{{sx, 0, 0, 0}, {0, sy, 0, 0}, {0, 0, sz, 0}, {0, 0, 0, 1}}});
 }
 
 int32_t Zan_RotateMatrix4(double ax, double ay, double az, double radians, Zan_Matrix4* m) {
