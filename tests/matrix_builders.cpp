@@ -4,6 +4,8 @@
 
 namespace {
 
+constexpr double kBelow12 = 0x1.19799812dea1p-40;  // the last below 1e-12
+
 bool close(const Zan_Matrix4& a, const Zan_Matrix4& b) {
     return a.IsFinite() && Zan_EqualMatrixWithinEpsilon(a, b, 4e-15);
 }
@@ -42,13 +44,12 @@ TEST_CASE("steps in the plane") {
 
 TEST_CASE("turns about an axis that is too short") {
     HostReports host;
-    constexpr double kTooShort = -0x1.19799812dea1p-40;  // the last below 1e-12
     const Zan_Matrix4 before = matrix({2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 5, 6, 7, 1});
     Zan_Matrix4 m = before;
     double rx = 9, ry = 9, rz = 9;
-    CHECK((thrownBy([&] { m.RotateAxis(0, kTooShort, 0, kPi / 2); }) == 3 && m == before));
+    CHECK((thrownBy([&] { m.RotateAxis(0, -kBelow12, 0, kPi / 2); }) == 3 && m == before));
     CHECK(host.takeAll() == "0x11002E sev 8: unable to build rotation matrix.");
-    CHECK(Zan_ConvertAxisAngleToOrderedXYZRotation(kTooShort, 0, 0, 0.5, &rx, &ry, &rz) == 3);
+    CHECK(Zan_ConvertAxisAngleToOrderedXYZRotation(-kBelow12, 0, 0, 0.5, &rx, &ry, &rz) == 3);
     CHECK((rx == 0 && ry == 0 && rz == 0 && host.takeAll() == "0x11002E sev 8: unable to build rotation matrix."));
     m.RotateAxis(0, 1e-12, 0, kPi / 2);
     CHECK((close(m, Zan_Matrix4(before) *= turning({0, 0, -1, 0, 1, 0, 1, 0, 0})) && host.takeAll().empty()));
@@ -72,10 +73,13 @@ TEST_CASE("turns by three angles") {
         CHECK((Zan_RotateMatrix4XYZPlus(rx, ry, rz, 0, &own) == 0 && close(own, first)));
     }
     // An axis that the matrix takes to nothing is passed over; one that it merely shortens is not.
-    for (const double thickness : {9e-13, 1e-12}) {
-        Zan_Matrix4 m = with(Zan_Matrix4(true), 2, 2, thickness);
-        CHECK(Zan_RotateMatrix4XYZPlus(0, 0, kPi / 2, 0, &m) == 0);
-        CHECK(std::fabs(m.m01 - (thickness < 1e-12 ? 0 : 1)) < 1e-15);
+    for (int axis = 0; axis < 3; ++axis) {
+        for (const double thickness : {kBelow12, 1e-12}) {
+            Zan_Matrix4 m = with(Zan_Matrix4(true), axis, axis, thickness);
+            const auto angle = [&](int of) { return of == axis ? kPi / 2 : 0.0; };
+            CHECK(Zan_RotateMatrix4XYZPlus(angle(0), angle(1), angle(2), 0, &m) == 0);
+            CHECK(std::fabs(at(m, (axis + 1) % 3, (axis + 2) % 3) - (thickness < 1e-12 ? 0 : 1)) < 1e-15);
+        }
     }
 }
 
