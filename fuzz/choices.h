@@ -2,13 +2,16 @@
 #ifndef ZAN_FUZZ_CHOICES_H
 #define ZAN_FUZZ_CHOICES_H
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <iterator>
-#include <type_traits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "frame/processor.h"
 
 /// The same bits; any two NaNs count as equal, since which NaN survives depends on the order of operands.
 template <class T>
@@ -19,14 +22,11 @@ bool sameBits(T a, T b) {
 /// The same for records of doubles.
 template <class Record>
 bool sameDoubles(const Record& a, const Record& b) {
-    static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) % sizeof(double) == 0);
-    double x[sizeof(Record) / sizeof(double)], y[sizeof(Record) / sizeof(double)];
-    std::memcpy(x, &a, sizeof a);
-    std::memcpy(y, &b, sizeof b);
-    for (size_t i = 0; i < std::size(x); ++i) {
-        if (!sameBits(x[i], y[i])) return false;
-    }
-    return true;
+    constexpr size_t n = sizeof(Record) / sizeof(double);
+    double x[n], y[n];
+    static_assert(std::is_trivially_copyable_v<Record> && sizeof x == sizeof a);
+    std::memcpy(x, &a, sizeof a), std::memcpy(y, &b, sizeof b);
+    return std::equal(x, x + n, y, sameBits<double>);
 }
 
 // clang-format off
@@ -80,20 +80,23 @@ private:
 };
 
 /// What must hold. The driver tells for which choices it did not.
-struct Broken {};
 inline void must(bool holds, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
-    if (holds) return;
-    std::fprintf(stderr, "%s:%d: this does not hold\n", file, line);
-    throw Broken();
+    if (!holds) throw std::string(file) + ":" + std::to_string(line);
+}
+
+/// Calls check(kernel) for each of a room's list that this machine can run, the plain one included.
+template <class Kernel, class Check>
+void eachKernel(const Kernel* const* kernels, const Kernel& plain, const Check& check) {
+    must(kernels[0] == &plain);
+    for (int i = 0; kernels[i] != nullptr && i <= static_cast<int>(zan::supportedInstructions()); ++i)
+        check(*kernels[i]);
 }
 
 /// One of the program's properties. Its check draws a case, says whether the library is right, and returns whether the
-/// case was of the one kind or of the other: each kind must be at least a tenth of the seeded cases.
+/// case was of the one kind or of the other: each kind must be at least one in twenty of the seeded cases.
 struct Property {
     Property(const char* called, int32_t seeds, bool (*decide)(Choices&))
-        : name(called), rounds(seeds), check(decide), next(first) {
-        first = this;
-    }
+        : name(called), rounds(seeds), check(decide), next(std::exchange(first, this)) {}
     const char* name;  ///< room_matter
     int32_t rounds;
     bool (*check)(Choices&);

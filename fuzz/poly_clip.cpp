@@ -1,7 +1,5 @@
 // Clipped polygons: how often they wind around a point is as often as the subject does inside the clip polygon, and
 // not at all outside.
-#include <algorithm>
-#include <vector>
 
 #include "choices.h"
 #include "zan/poly.h"

@@ -1,6 +1,4 @@
 // Hulls against a plain walk around the same grid.
-#include <algorithm>
-#include <vector>
 
 #include "choices.h"
 #include "platform/kelvora_point.h"

@@ -1,9 +1,7 @@
 // Every form of the loops over polygons gives the bits of the plain one, and convexity the answer of the rule in its
 // plainest words.
-#include <algorithm>
-#include <vector>
 
-#include "kernels.h"
+#include "choices.h"
 #include "poly/kernels/edges.h"
 #include "poly/kernels/turns.h"
 #include "zan/poly.h"

@@ -1,0 +1,97 @@
+// Every kernel of the matrices gives the bits of the plain one.
+#include "matrix/kernels/matrices.h"
+
+#include "choices.h"
+#include "matrix/kernels/points.h"
+
+namespace {
+
+struct Row {
+    int size, components;  // of the matrix, of a point
+};
+constexpr Row kRows[] = {{3, 2}, {3, 3}, {3, 3}, {3, 3}, {3, 2}, {4, 3}, {4, 4}, {4, 4},
+                         {4, 4}, {4, 3}, {4, 4}, {4, 3}, {3, 2}, {3, 2}, {4, 2}};
+static_assert(std::size(kRows) == zan::kPointTransformCount);
+
+// Tame numbers, with which nothing stops, then nasty ones, then such that w' (or the coordinates) are those of x.
+enum Kind { kTame, kNasty, kFromX, kKinds };
+
+// Where a rule changes its mind, one step either side, and anything else.
+double element(Choices& c, int32_t kind) {
+    static constexpr double kEdges[] = {1e-12, -1e-12, 1e-16, -1e-16, 1.0, -32768.0, 32767.0, 2147483647.0, -0.5};
+    if (kind == kTame) return c.plain(0.25, 0.5);
+    if (c.below(3) != 0) return c.nasty();
+    const double edge = c.among(kEdges), toward[] = {edge, -HUGE_VAL, HUGE_VAL};
+    return std::nextafter(edge, c.among(toward));
+}
+
+template <class Number>
+bool points(Choices& c, int32_t transform) {
+    constexpr bool whole = std::is_integral_v<Number>;
+    const auto [matrix, components] = kRows[transform];
+    const int32_t kind = c.below(kKinds), step = c.below(21), count = step == 20 ? 1000 : step - 1;
+    double m[16];
+    for (double& e : m) e = element(c, kind);
+    for (int k = 0; k < matrix && kind == kFromX; ++k) {
+        m[k * matrix + matrix - 1] = k == 0 ? 1.0 : 0.0;
+        if (whole) m[k * matrix] = m[k * matrix + 1] = k == 0 ? 1.0 : k == 2 ? element(c, kind) : 0.0;
+    }
+    // At every alignment of a number, and nothing on either side is touched.
+    const int32_t before = c.below(8), size = std::max(count, 0) * components;
+    const bool ones = kind == kFromX && c.below(2) == 0;
+    std::vector<Number> start(size_t(before + size + 8), 1);
+    for (Number& x : start) {
+        if (ones) break;
+        if constexpr (whole) x = static_cast<Number>(kind == kTame ? c.below(20001) - 10000 : c.nastyInt());
+        if constexpr (!whole) x = kind == kTame ? c.plain(1, 2) : element(c, kind);
+    }
+    std::vector<Number> plain = start;
+    const int32_t done = zan::kPlainPointKernel.loops[transform](m, count, plain.data() + before);
+    eachKernel(zan::kPointKernels, zan::kPlainPointKernel, [&](const zan::PointKernel& kernel) {
+        std::vector<Number> other = start;
+        must(kernel.loops[transform](m, count, other.data() + before) == done);
+        for (size_t i = 0; i < plain.size(); ++i) must(sameBits(double(plain[i]), double(other[i])));
+    });
+    return done == count;
+}
+
+bool matrices(Choices& c) {
+    struct Matrix {
+        double e[16];
+    };
+    // Few numbers, so that terms cancel to a zero of either sign; a determinant that is on the threshold.
+    const double few[] = {element(c, kNasty), 0.0, -0.0, 1.0, -1.0, 1e-4};
+    const int32_t kind = c.below(3), place = c.below(4);
+    const bool upper = c.below(7) == 0;
+    const auto some = [&] { return kind == 0 ? c.plain(-1, 1) : few[c.below(kind == 1 ? 6 : 5)]; };
+    Matrix a, b, room[2];
+    for (int i = 0; i < 16; ++i) {
+        a.e[i] = !upper || i / 4 < i % 4 ? some() : i / 4 > i % 4 ? -0.0 : i == 0 ? few[0] : 1.0;
+        b.e[i] = some();
+    }
+    Matrix product, square, inverse;
+    zan::kPlainMatrixKernel.multiply(&a, &b, &product);
+    zan::kPlainMatrixKernel.multiply(&a, &a, &square);
+    const bool inverted = zan::kPlainMatrixKernel.invert(&a, &inverse);
+    // The result on an argument, at every alignment of a double.
+    auto& other = *reinterpret_cast<Matrix*>(room[0].e + place);
+    eachKernel(zan::kMatrixKernels, zan::kPlainMatrixKernel, [&](const zan::MatrixKernel& kernel) {
+        kernel.multiply(&(other = a), &b, &other);
+        must(sameDoubles(other, product));
+        kernel.multiply(&a, &(other = b), &other);
+        must(sameDoubles(other, product));
+        kernel.multiply(&(other = a), &other, &other);
+        must(sameDoubles(other, square));
+        must(kernel.invert(&(other = a), &other) == inverted && sameDoubles(other, inverse));
+    });
+    return inverted;
+}
+
+const Property kMatrices("matrix_products", 30000, matrices);
+const Property kPoints("matrix_points", 30000, [](Choices& c) {
+    const int32_t transform = c.below(zan::kPointTransformCount);
+    if (transform == zan::kRoundedFixedPoint) return points<int32_t>(c, transform);
+    return transform >= zan::kRoundedPoint ? points<int16_t>(c, transform) : points<double>(c, transform);
+});
+
+}  // namespace
