@@ -68,11 +68,10 @@ inline Zan_Matrix4 turnBy(double rx, double ry, double rz, bool zyx) {
 template <class Call>
 long thrownBy(Call call) {
     try {
-        call();
+        return call(), 0;
     } catch (long code) {
         return code;
     }
-    return 0;
 }
 
 #endif  // ZAN_TESTS_MATRICES_H

@@ -60,17 +60,15 @@ TEST_CASE("turns by three angles") {
     for (int round = 0; round < 100; ++round) {
         const double rx = random.plain(-4, 4), ry = random.plain(-4, 4), rz = random.plain(-4, 4);
         const Zan_Matrix4 turn = turnBy(rx, ry, rz, false);
-        Zan_Matrix4 own(true);
-        own.RotateAxis(random.plain(-1, 1), random.plain(-1, 1), 1.5, random.plain(-4, 4));
-        Zan_Matrix4 moved = own, member, first = turn;
+        Zan_Matrix4 own = turnBy(ry, rz, rx, true), moved = own;
         moved.Translate(3, 2, 1);
-        member = moved;
+        Zan_Matrix4 member = moved;
         member.RotateXYZ(rx, ry, rz);
-        CHECK((close(member, Zan_Matrix4(moved) *= turn)));
+        CHECK(close(member, product(moved, turn)));
         CHECK((Zan_RotateMatrix4XYZPlus(rx, ry, rz, 2, &moved) == 0 && moved == member));
         // About its own axes a rotation is turned as if the turns had come first.
-        first *= own;
-        CHECK((Zan_RotateMatrix4XYZPlus(rx, ry, rz, 0, &own) == 0 && close(own, first)));
+        const Zan_Matrix4 due = product(turn, own);
+        CHECK((Zan_RotateMatrix4XYZPlus(rx, ry, rz, 0, &own) == 0 && close(own, due)));
     }
     // An axis that the matrix takes to nothing is passed over; one that it merely shortens is not.
     for (int axis = 0; axis < 3; ++axis) {
