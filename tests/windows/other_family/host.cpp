@@ -44,19 +44,15 @@ extern "C" int entry() {
 
     // Integers of each width, booleans and doubles, in and out.
     expect(Zan_LeadingZeros(0x00FF0000) == 8 && Zan_RoundDouble64(-5000000000.75) == -5000000001);
-    expect(Zan_fmod(-7.5, 2.0) == -1.5 && Zan_FixMul(0x18000, -0x20000) == -0x30000);
-    expect(Zan_AddWouldOverflow(INT32_MAX, 1) && !Zan_AddWouldOverflow(INT32_MAX, 0) && reports == 0);
+    expect(Zan_fmod(-7.5, 2.0) == -1.5 && Zan_AddWouldOverflow(INT32_MAX, 1) && !Zan_AddWouldOverflow(INT32_MAX, 0));
     expect(Zan_Fix24Mul(0x40000000, 0x02000000) == INT32_MIN && reports == 1);
 
     // Records by address.
-    Zan_Matrix3 scale = {}, shift = {};
-    scale.m00 = 2.0, scale.m11 = 3.0, scale.m22 = 1.0;
-    shift.m00 = 1.0, shift.m11 = 1.0, shift.m22 = 1.0, shift.m20 = 5.0, shift.m21 = 7.0;
-    Zan_MatrixType kind = -1;
-    expect(Zan_ConcatMatrix(&scale, &shift) == 0 && Zan_GetMatrixType(&shift, &kind) == 0);
+    Zan_Matrix3 matrix = {};
+    matrix.m00 = 2.0, matrix.m11 = 3.0, matrix.m22 = 1.0, matrix.m21 = 21.0;
     Zan_Vector2T<double> point(10.0, 100.0);
-    Zan_TransformFloatPoints(&shift, 1, &point);
-    expect(kind == Zan_MatrixType_ScaleTranslate && point.x == 30.0 && point.y == 321.0);
+    Zan_TransformFloatPoints(&matrix, 1, &point);
+    expect(point.x == 20.0 && point.y == 321.0);
     const Zan_PlaneEq plane = {0.0, 0.0, 1.0, -4.0};
     Zan_Ray ray = {};
     ray.direction.z = 2.0;
