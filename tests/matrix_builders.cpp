@@ -107,6 +107,8 @@ TEST_CASE("looking at a point") {
     check({1, 2, 8}, {1, 2, 3}, {0, 9, 0}, {-1, 0, 0, 0, 1, 0, 0, 0, -1});  // the eye gives the direction only
     check({0, 0, 0}, {7, 0, 0}, {2, 0, 3}, {0, 1, 0, 0, 0, 1, 1, 0, 0});    // a slanting up is set upright
     check({0, 0, 0}, {0, 2, 2}, {0, 1, 0}, {1, 0, 0, 0, r, -r, 0, r, r});
+    // Too short to be brought to unit length.
+    check({0, 0, 0}, {0, 0, 1e-170}, {0, 1e160, 0}, {1, 0, 0, 0, 1e-180, 0, 0, 0, 1e-170});
     // Where up is the view or nothing, back about x; without a view, nothing.
     check({0, 0, 0}, {0, 5, 0}, {0, 1, 0}, {1, 0, 0, 0, 0, -1, 0, 1, 0});
     check({0, 0, 0}, {0, -5, 0}, {0, 1, 0}, {1, 0, 0, 0, 0, 1, 0, -1, 0});

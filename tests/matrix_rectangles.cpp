@@ -25,12 +25,13 @@ TEST_CASE("16-bit and double rectangles") {
             return Zan_Rect{int16_t(b.top), int16_t(b.left), int16_t(b.bottom), int16_t(b.right)};
         };
         Zan_Rect rect = narrow(in);
-        Box exact = in;
+        Box exact = in, alone = in;
         V2 corners[2][4], due[] = {{in.left, in.top}, {in.right, in.top}, {in.right, in.bottom}, {in.left, in.bottom}};
         unsigned char flags[] = {9, 9};
         m.TransformRect(&rect, corners[0], &flags[0]);
         m.TransformPoints(4, due);
         CHECK((Zan_TransformFloatRect(&m, &exact, corners[1], &flags[1]) == 0 && sameDoubles(exact, box)));
+        CHECK((Zan_TransformFloatRect(&m, &alone, nullptr, nullptr) == 0 && sameDoubles(alone, box)));
         CHECK((same(rect, narrow(rounded)) && flags[0] == turned && flags[1] == turned));
         for (int i = 0; i < 8; ++i) CHECK(sameDoubles(corners[i / 4][i % 4], due[i % 4]));
     };

@@ -36,6 +36,7 @@ TEMPLATE_TEST_CASE("identity, zero, and the four ways to compare", "", Zan_Matri
     TestType m(true);
     CHECK((m == identity && !m.IsZero()));
     m.SetZero();
+    new (&m) TestType(false);  // sets nothing
     CHECK((m == zero && !m.IsIdentity() && fill<TestType>([](int, int) { return -0.0; }).IsZero()));
 
     // A change of one element, at every place: equal by value, by bytes, within 0, within 0.25.
