@@ -180,10 +180,6 @@ Lanes spaceProduct(const double* p, const Rows& m) {
     const Lanes xy = plus(times(_mm256_broadcast_sd(p), m.r0), times(_mm256_broadcast_sd(p + 1), m.r1));
     return plus(plus(xy, times(_mm256_broadcast_sd(p + 2), m.r2)), m.r3);
 }
-void storeSpacePoint(double* p, Lanes q) {
-    _mm_storeu_pd(p, _mm256_castpd256_pd128(q));
-    _mm_store_sd(p + 2, _mm256_extractf128_pd(q, 1));
-}
 // The last components of four points.
 Lanes lastOf(Lanes q0, Lanes q1, Lanes q2, Lanes q3) {
     return _mm256_permute2f128_pd(_mm256_unpackhi_pd(q0, q1), _mm256_unpackhi_pd(q2, q3), 0x31);
@@ -201,10 +197,13 @@ int32_t reciprocal3(const void* matrix, int32_t count, void* points) {
         const Lanes w = lastOf(q0, q1, q2, q3);
         if (guard && bitsOf(nearZero(w)) != 0) return false;
         const Lanes r = reciprocal(guard ? w : _mm256_blendv_pd(w, all(1.0), nearZero(w)));
-        storeSpacePoint(p, times(q0, _mm256_permute4x64_pd(r, 0x00)));
-        storeSpacePoint(p + 3, times(q1, _mm256_permute4x64_pd(r, 0x55)));
-        storeSpacePoint(p + 6, times(q2, _mm256_permute4x64_pd(r, 0xAA)));
-        storeSpacePoint(p + 9, times(q3, _mm256_permute4x64_pd(r, 0xFF)));
+        // What is stored behind a point is where the next one goes.
+        _mm256_storeu_pd(p, times(q0, _mm256_permute4x64_pd(r, 0x00)));
+        _mm256_storeu_pd(p + 3, times(q1, _mm256_permute4x64_pd(r, 0x55)));
+        _mm256_storeu_pd(p + 6, times(q2, _mm256_permute4x64_pd(r, 0xAA)));
+        const Lanes last = times(q3, _mm256_permute4x64_pd(r, 0xFF));
+        _mm_storeu_pd(p + 9, _mm256_castpd256_pd128(last));
+        _mm_store_sd(p + 11, _mm256_extractf128_pd(last, 1));
         return true;
     });
 }
