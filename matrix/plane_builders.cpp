@@ -1,11 +1,8 @@
 // Appends a translation, rotation, scale or skew to a transform of the plane: m := m * T. Angles in degrees.
-#include "frame/keep_errno.h"
 #include "frame/report.h"
 #include "scalar/sine_cosine.h"
 #include "zan/matrix.h"
 #include "zan/scalar.h"
-
-#include <cmath>
 
 namespace {
 
@@ -49,8 +46,7 @@ void Zan_Matrix3::Scale(double sx, double sy, double cx, double cy) {
 }
 void Zan_Matrix3::Skew(double skewDegrees, double axisDegrees) {
     if (skewDegrees == 0.0) return;
-    const zan::KeepErrno keepErrno;
-    const double t = std::tan(skewDegrees * kRadiansPerDegree);
+    const double t = zan::tangent(skewDegrees * kRadiansPerDegree);
     Rotate(axisDegrees);
     zan::throwIfFailed(append(this, 1.0, 0.0, -t, 1.0, 0.0, 0.0));
     Rotate(-axisDegrees);
