@@ -1,4 +1,4 @@
-// The outline of a layer in the plane. Nothing here allocates but the hit test.
+// The outline of a layer in the plane. Nothing here allocates.
 #include "poly/outline.h"
 
 Zan_TransformPoly2D::Zan_TransformPoly2D() : visible(true) {}

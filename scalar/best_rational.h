@@ -73,13 +73,7 @@ inline Zan_Ratio bestRational(float value, int32_t bound) {
             num = 1;
             den = bound;
         }
-    } else if (size > 0x1p-32F) {
-        const auto halfInverse = static_cast<int64_t>((uint64_t{1} << (scale - 1)) / mantissa);
-        if (bound > halfInverse) {
-            num = 1;
-            den = bound;
-        }
-    }
+    }  // What is smaller is no nearer to 1 / bound than to 0.
     return {static_cast<int32_t>(value < 0 ? -num : num), static_cast<uint32_t>(den)};
 }
 

@@ -24,7 +24,7 @@ TEST_CASE("16-bit and double rectangles") {
         const auto narrow = [](const Box& b) {
             return Zan_Rect{int16_t(b.top), int16_t(b.left), int16_t(b.bottom), int16_t(b.right)};
         };
-        Zan_Rect rect = narrow(in);
+        Zan_Rect rect = narrow(in), same16 = rect;
         Box exact = in, alone = in;
         V2 corners[2][4], due[] = {{in.left, in.top}, {in.right, in.top}, {in.right, in.bottom}, {in.left, in.bottom}};
         unsigned char flags[] = {9, 9};
@@ -32,6 +32,7 @@ TEST_CASE("16-bit and double rectangles") {
         m.TransformPoints(4, due);
         CHECK((Zan_TransformFloatRect(&m, &exact, corners[1], &flags[1]) == 0 && sameDoubles(exact, box)));
         CHECK((Zan_TransformFloatRect(&m, &alone, nullptr, nullptr) == 0 && sameDoubles(alone, box)));
+        CHECK((Zan_TransformRect(&m, &same16, nullptr, nullptr) == 0 && same(same16, rect)));
         CHECK((same(rect, narrow(rounded)) && flags[0] == turned && flags[1] == turned));
         for (int i = 0; i < 8; ++i) CHECK(sameDoubles(corners[i / 4][i % 4], due[i % 4]));
     };

@@ -19,6 +19,10 @@ TEST_CASE("polygons clipped by a square") {
         CHECK(size({at(0.5, y), at(0.9, 0.9), at(0.1, 0.9)}) == (y > 1e-6 ? 3 : 4));
     }
     CHECK((size({at(1, 0.2), at(1.5, 0.5), at(1, 0.8)}) == 0 && size({at(0.1, 0.1), at(0.2, 0.2)}) == 0));
+    // Two vertices on either side of where the inside begins, 1e-13 apart: the cut is left undivided.
+    Polygon cut = {{0.25, 1e-6, 0, 1}, {0.75, 1e-6 + 1e-13, 2, 3}, {0.5, 0.5, 0, 1}};
+    Zan_PolyPolyClip2D(&unit, &cut, &cut);
+    CHECK((cut.size() == 4 && cut[1].x == Approx(5e-7) && cut[1].y == 0));
     for (Polygon clip : {Polygon{at(-1e9, 3), at(1e9, 5)}, {}}) {
         Zan_PolyPolyClip2D(&clip, &unit, &clip);
         CHECK(clip.empty());
