@@ -1,5 +1,6 @@
 // Start and stop, and the globals block that moves out and in between.
 #include <catch2/catch.hpp>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <string>
@@ -15,7 +16,7 @@ bool same(const Zan_Globals& a, const Zan_Globals& b) { return std::memcmp(&a, &
 struct BirthRow {
     const char* what;
     uint32_t services;
-    uint64_t failing;  // the allocation that fails, 0 for none
+    int failing;  // the allocation that fails, negative with all that follow, 0 for none
     int32_t result;
     uint32_t started;
     uint64_t tables;  // handles held afterwards
@@ -29,6 +30,8 @@ const BirthRow kBirths[] = {
      "0x11001D sev 8 code 5: Gaussian table initialization.\n"},
     {"no sine memory: the char tables start but are not recorded", 1 | 2 | 4, 1, 4, 1, 2,
      "0x110019 sev 8: not enough memory for FCM/D table.\n"},
+    {"no memory at all: each service says so", 1 | 2 | 4, -1, 4, 1, 0,
+     "0x110019 sev 8: not enough memory for FCM/D table.\n0x11001B sev 8: not enough memory for FCM/D table.\n"},
     {"no first char table: the second is not tried", 4, 1, 4, 0, 0,
      "0x11001B sev 8: not enough memory for FCM/D table.\n"},
     {"no second: the first is freed; the first error is returned", 4 | 8, 2, 4, 0, 0,
@@ -69,7 +72,7 @@ TEST_CASE("start, stop, and the globals out and in between") {
         const bool starts = r.result == 0;
         uint32_t started = 99;
         Belp_SetThreadLastError(77);
-        Bel_SetAllocationFailure(kBel_HandleAllocations, r.failing, false);
+        Bel_SetAllocationFailure(kBel_HandleAllocations, static_cast<uint64_t>(std::abs(r.failing)), r.failing < 0);
         CHECK((Zan_Birth(r.services, &started) == r.result && started == r.started &&
                memoryCounts().handles == r.tables));
         const Zan_Globals running = Zanp_G;
@@ -103,5 +106,5 @@ TEST_CASE("start, stop, and the globals out and in between") {
         Zanp_G = {};
     }
     OSKA_SetLogHandler(nullptr, nullptr);
-    CHECK(log == Log{{"10 Zan Birth Zan Birth", 10}, {"10 Zan Death Zan Death", 19}});
+    CHECK(log == Log{{"10 Zan Birth Zan Birth", 11}, {"10 Zan Death Zan Death", 20}});
 }

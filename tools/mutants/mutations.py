@@ -19,7 +19,7 @@ REPORT = re.compile(r"(?<![\w.>])((?:zan::)?(report|reportText|reportPlatform|th
 
 IGNORED = re.compile(
     r"""//[^\n]*|/\*.*?\*/|"(?:\\.|[^"\\\n])*"|(?<!\w)'(?:\\.|[^'\\\n])+'|^[ ]*\#(?:\\\n|[^\n])*"""
-    r"""|\bstatic_assert\(.*?\);|\balignas\([^)]*\)""", re.S | re.M)
+    r"""|\b(?:static_)?assert\(.*?\);|\balignas\([^)]*\)""", re.S | re.M)
 
 
 @dataclass(frozen=True)
