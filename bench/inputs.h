@@ -16,6 +16,8 @@ namespace zan_bench {
 
 /// Inputs of an entry.
 inline constexpr size_t kMany = 4096;
+/// Inputs of an entry about outlines of four vertices: 4,096 of them are learnt.
+inline constexpr size_t kVeryMany = 65536;
 /// Points of a long array.
 inline constexpr size_t kPoints = 4096;
 

@@ -56,8 +56,8 @@ std::vector<Ring> boostRings(const std::vector<Outline>& outlines) {
     return rings;
 }
 
-std::vector<Vector2> targets(uint32_t seed) {
-    return inputs(kMany, seed, [](Random& random) {
+std::vector<Vector2> targets(size_t count, uint32_t seed) {
+    return inputs(count, seed, [](Random& random) {
         const double x = random.real(-110, 110);
         return Vector2(x, random.real(-110, 110));
     });
@@ -101,9 +101,9 @@ void addHits(size_t count, uint32_t seed, bool tolerant) {
     static const auto outlines = inputs(
         count, seed, [](Random& random) { return kVertices == 4 ? ellipse(random, 4) : star(random, kVertices); });
     static const auto rings = boostRings<BoostRing>(outlines);
-    static const auto points = targets(seed + 1);
     // The inputs of an entry whose outlines are long are fewer: all vertices of an outline are input.
-    const size_t pairs = kVertices > 1000 ? 256 : kMany;
+    const size_t pairs = kVertices > 1000 ? 256 : std::max(count, kMany);
+    static const auto points = targets(pairs, seed + 1);
     const std::string of = named("hit test, ", kVertices, " vertices");
     static const auto outline = [](size_t i) -> const Outline& { return outlines[i % outlines.size()]; };
     static const auto boostPoint = [](size_t i) { return BoostPoint(points[i].x, points[i].y); };
@@ -410,13 +410,13 @@ size_t outlineByHand(const Scene& scene, const glm::dmat4& toEye, const glm::dma
 }
 
 void addLayers() {
-    static const auto scenes = inputs(kMany, 78, sceneOf);
+    static const auto scenes = inputs(kVeryMany, 78, sceneOf);
     static const auto toEyes = [] {
         std::vector<Zan_Matrix4> all;
         for (const Scene& scene : scenes) all.push_back(scene.toEye);
         return sameBytes<glm::dmat4>(all);
     }();
-    static const auto planes = sameBytes<Zan_Matrix3>(inputs(kMany, 79, planeTransform));
+    static const auto planes = sameBytes<Zan_Matrix3>(inputs(kVeryMany, 79, planeTransform));
     static const auto glmPlanes = sameBytes<glm::dmat3>(planes);
     const Scene* s = scenes.data();
     const glm::dmat4* e = toEyes.data();
@@ -429,7 +429,7 @@ void addLayers() {
 
     for (const double tolerance : {0.0, 2.0}) {
         const std::string with = named(", tolerance ", static_cast<size_t>(tolerance), "");
-        Entry(std::string("layer in space, end to end").append(with), kMany,
+        Entry(std::string("layer in space, end to end").append(with), kVeryMany,
               [=](size_t i) {
                   // A host keeps its layers from picture to picture, and with them the storage of their outlines.
                   static Zan_TransformPoly3D layer;
@@ -449,7 +449,7 @@ void addLayers() {
                       return hitByHand(outline, count, s[i].click, tolerance);
                   })
             .kernels();
-        Entry(std::string("layer in the plane, end to end").append(with), kMany,
+        Entry(std::string("layer in the plane, end to end").append(with), kVeryMany,
               [=](size_t i) {
                   static Zan_TransformPoly2D layer;
                   layer.SetLayerPoint(0, {0, 0});
@@ -477,16 +477,16 @@ void addLayers() {
 }  // namespace
 
 void addPolyEntries() {
-    addHits<4>(kMany, 81, true);
+    addHits<4>(kVeryMany, 81, true);
     addHits<256>(64, 83, true);
     addHits<4096>(8, 85, false);
     addAreas();
     addHulls<100>(256, 74);
     addHulls<10000>(4, 75);
     addHulls<1000000>(1, 76);
-    addConvexity<4>(kMany, 87);
+    addConvexity<4>(kVeryMany, 87);
     addConvexity<1000>(64, 88);
-    addClips<4>(kMany, 89);
+    addClips<4>(kVeryMany, 89);
     addClips<32>(1024, 101);
     addLayers();
 }
