@@ -46,7 +46,8 @@ constexpr TextRow kTexts[] = {
     {"k=error (%d).", "5 % de %d"},
     {"k=%1$s", "%1$d"},
     {"k=%s %d", "%d %s"},
-    {"a key longer than any key that a table should have, by a character or so=x", "y"},
+    {"a key as long as it may be, which is one less than its 64 bytes=x", "y", true},
+    {"a key as long as it may be, which is one less than its 64 bytes.=x", "y"},
 };
 
 struct FailureRow {
