@@ -16,8 +16,19 @@ TEST_CASE("polygons clipped by a square") {
     };
     // On an edge, or nearly, is outside: a vertex is inside by more than 1e-6 times the edge's length.
     for (const double y : {1e-6, 0x1.0c6f7a0b5ed8ep-20}) {
-        CHECK(size({at(0.5, y), at(0.9, 0.9), at(0.1, 0.9)}) == (y > 1e-6 ? 3 : 4));
+        Polygon polygon = {at(0.9, 0.9), at(0.1, 0.9), at(0.5, y)};
+        CHECK(size(polygon) == (y > 1e-6 ? 3 : 4));
+        Zan_PolyPolyClip2D(&unit, &polygon, &polygon);
+        for (const auto& v : polygon) CHECK((y > 1e-6 || v.y == 0 || v.y == 0.9));
     }
+    // So is the middle of the clip polygon, which tells its orientation by its first edge.
+    const Polygon trapezoid = {at(0, 0), at(0x1p-20, 0), at(10, -1e-6 * 0x1p21), at(-10, -1e-6 * 0x1p21)};
+    Polygon inner = {at(0, -1.5), at(0.1, -1.6), at(-0.1, -1.6)};
+    Zan_PolyPolyClip2D(&trapezoid, &inner, &inner);
+    CHECK(inner.empty());
+    Polygon teeth;
+    for (int i = 0; i < 400; ++i) teeth.push_back(at(0.5 + i % 2, 0.1 + i / 1000.0));
+    CHECK(size(teeth) == 600);
     CHECK((size({at(1, 0.2), at(1.5, 0.5), at(1, 0.8)}) == 0 && size({at(0.1, 0.1), at(0.2, 0.2)}) == 0));
     // Two vertices on either side of where the inside begins, 1e-13 apart: the cut is left undivided.
     Polygon cut = {{0.25, 1e-6, 0, 1}, {0.75, 1e-6 + 1e-13, 2, 3}, {0.5, 0.5, 0, 1}};
