@@ -44,11 +44,11 @@ TEST_CASE("the distance from a point to a line") {
 }
 
 TEST_CASE("a segment and a rectangle") {
-    const auto check = [](V2 a, V2 b, bool expected, const V2& clippedA, const V2& clippedB) {
+    const auto check = [](V2 a, V2 b, bool expected, const V2& clippedA, const V2& clippedB,
+                          const Zan_FloatRect& rect = {0, 0, 10, 10}) {
         CAPTURE(clippedA.x, clippedA.y, clippedB.x, clippedB.y);
-        constexpr Zan_FloatRect kRect = {0, 0, 10, 10};
         bool visible = !expected;
-        CHECK(Zan_ClipLine2Rect(&kRect, &a, &b, &visible) == 0);
+        CHECK(Zan_ClipLine2Rect(&rect, &a, &b, &visible) == 0);
         CHECK((visible == expected && sameDoubles(a, clippedA) && sameDoubles(b, clippedB)));
     };
     check({-5, 5}, {15, 6}, true, {0, 5.25}, {10, 5.75}), check({6, 15}, {5, -5}, true, {5.75, 10}, {5.25, 0});
@@ -60,6 +60,9 @@ TEST_CASE("a segment and a rectangle") {
     // One end inside is enough.
     check({INFINITY, 6}, {5, 5}, true, {10, kNaN}, {5, 5}), check({5, 5}, {INFINITY, 6}, true, {5, 5}, {10, kNaN});
     check({5, 5}, {kNaN, 5}, false, {5, 5}, {kNaN, 5});
+    // Upright and level segments stay as they are even where a side is NaN.
+    check({5, -5}, {5, 20}, false, {5, -5}, {5, 20}, {kNaN, 0, 10, 10});
+    check({-5, 5}, {20, 5}, false, {-5, 5}, {20, 5}, {0, kNaN, 10, 10});
     check({-4, 8}, {4, 16}, false, {-2, 10}, {-2, 10});  // past a corner: partly clipped
     // 1e17 swallows the difference: an end lands exactly beside or below the other, outside.
     constexpr double kBefore10 = 0x1.3ffffffffffffp+3;
