@@ -21,7 +21,8 @@ TEST_CASE("angles are clockwise from straight up") {
     const Zan_Rect rect = {0, 0, 10, 10}, thin = {0, 0, 0, 1};
     const struct { Zan_Rect r; Zan_Point p; int angle; } points[] = {
         {rect, {0, 10}, 45}, {rect, {10, 0}, 224}, {rect, {5, 0}, 269}, {rect, {0, 5}, 360}, {rect, {5, 10}, 90},
-        {rect, {10, 5}, 180}, {rect, {5, 5}, 90}, {thin, {-32768, 1}, 0}, {thin, {-32768, 0}, 359}};
+        {rect, {10, 5}, 180}, {rect, {5, 5}, 90}, {thin, {-32768, 1}, 0}, {thin, {-32768, 0}, 359},
+        {{20, 10, 40, 30}, {20, 30}, 45}};
     const struct { double x, y, angle; } vectors[] = {
         {0, -1, 360}, {1, 0, 90}, {0, 1, 180}, {-1, 0, 270}, {1, 1, 135}, {-1, 1, 225}, {-1, -1, 315}, {1, -1, 45},
         {0, 0, 90}, {-0.0, -5e-324, 360}, {-1, -0.0, 270}, {1, -0.0, 90}, {NAN, 0, NAN}};

@@ -139,6 +139,7 @@ TEST_CASE("between two quaternions") {
     }
     const double floor = 563 * 0x1p-49;  // what separates nearly equal components below 1
     const Zan_Quat q = turnAbout(1, 2, 3, 1), at = {0.25, -0.25, 0.5, -0.5};
+    check({0, 0, 0, 1}, {1, 0, 0, 0}, 0.5, {std::sqrt(0.5), 0, 0, std::sqrt(0.5)}, 1e-15);
     check(q, q, 0.3, q, 0), check(q, negated(q), 0.5, q, 1e-16);
     check({0, 0, 0, 1}, {0, 0.004, 0, 1}, 0.25, {0, 0.001, 0, 1}, 1e-18);  // so near that the line does
     check({0, 0, 0, 2}, {0, 2, 0, 2}, 0.25, {0, 0.5, 0, 2}, 0);            // not unit: the line

@@ -35,4 +35,7 @@ TEST_CASE("products and quotients in 16.16 and 8.24") {
     }
     CHECK(host.takeAll().empty());
     CHECK((Zan_Fix24Ratio(5, 0) == kFail && host.takeAll() == "0x110009 sev 8: divide by zero in fix24 divide."));
+    for (const int32_t outside : {128, -129}) {
+        CHECK((Zan_Fix24Ratio(outside, 1) == kFail && host.takeAll() == "0x110009 sev 8: overflow in fix24 divide."));
+    }
 }
