@@ -37,8 +37,8 @@ TEST_CASE("steps in the plane") {
     m.Scale(1, 1, 7, 8);
     m.Skew(-0.0, 30);
     // Whole turns are taken off before the angle becomes radians.
-    a.Rotate(360e6 + 30);
-    b.Rotate(30);
+    a.Rotate(360e6 + 1);
+    b.Rotate(1);
     CHECK((m == odd && a == b));
 }
 
@@ -69,6 +69,10 @@ TEST_CASE("turns by three angles") {
         // About its own axes a rotation is turned as if the turns had come first.
         const Zan_Matrix4 due = product(turn, own);
         CHECK((Zan_RotateMatrix4XYZPlus(rx, ry, rz, 0, &own) == 0 && close(own, due)));
+        Zan_Matrix4 shifted(true);  // its axes are directions
+        shifted.Translate(3, 2, 1);
+        const Zan_Matrix4 about = product(shifted, turn);
+        CHECK((Zan_RotateMatrix4XYZPlus(rx, ry, rz, 0, &shifted) == 0 && close(shifted, about)));
     }
     // An axis that the matrix takes to nothing is passed over; one that it merely shortens is not.
     for (int axis = 0; axis < 3; ++axis) {

@@ -75,6 +75,8 @@ TEST_CASE("what cannot be taken apart") {
     check(with(one, 3, 3, -0.0), true), check(with(one, 3, 3, kNaN), true);
     check(with(one, 0, 3, 0.001), true), check(with(one, 1, 3, 5e-324), true), check(with(one, 2, 3, kNaN), true);
     check(with(one, 2, 3, -0.0), false), check(with(with(one, 0, 3, 5e-324), 3, 3, 4.0), false);
+    const Zan_Matrix4 small = with(one, 3, 3, 1e-300);
+    check(with(small, 1, 3, 1e-300), true), check(with(small, 2, 3, 1e-300), true);
     const Zan_Matrix4 none = with(one, 3, 3, 0);
     double rx = 9, ry = 9, rz = 9;
     CHECK((Zan_GetOrderedXYZRotationFromMatrix(&none, &rx, &ry, &rz) == 0x1108 && rx == 0 && ry == 0 && rz == 0));
@@ -91,6 +93,11 @@ TEST_CASE("the angles at a pole, turns about z last") {
     };
     check(0, 1, 0, 0), check(0, -1, 0, kPi), check(9e-6, -1 + 4.05e-11, 0, 0);
     check(1.1e-5, -1 + 6.05e-11, kPi - 1.1e-5, 0);
+    for (const double sign : {1.0, -1.0}) {  // an axis so short that its unit is one bit longer than 1
+        Zan_Matrix4Decomp parts;
+        turning({0, sign, 0, 0, 0, 1, sign * 6.212744e-155, 0, 0}).Decompose(&parts);
+        CHECK(std::fabs(parts.ry - sign * kPi / 2) < 1e-9);
+    }
 }
 
 TEST_CASE("quaternions and matrices") {
@@ -139,8 +146,8 @@ TEST_CASE("between two quaternions") {
     }
     const double floor = 563 * 0x1p-49;  // what separates nearly equal components below 1
     const Zan_Quat q = turnAbout(1, 2, 3, 1), at = {0.25, -0.25, 0.5, -0.5};
-    check({0, 0, 0, 1}, {1, 0, 0, 0}, 0.5, {std::sqrt(0.5), 0, 0, std::sqrt(0.5)}, 1e-15);
     check(q, q, 0.3, q, 0), check(q, negated(q), 0.5, q, 1e-16);
+    check({0, 0, 0, 1}, {1, 0, 0, 0}, 0.5, {std::sqrt(0.5), 0, 0, std::sqrt(0.5)}, 1e-15);  // either arc is as short
     check({0, 0, 0, 1}, {0, 0.004, 0, 1}, 0.25, {0, 0.001, 0, 1}, 1e-18);  // so near that the line does
     check({0, 0, 0, 2}, {0, 2, 0, 2}, 0.25, {0, 0.5, 0, 2}, 0);            // not unit: the line
     check(at, {at.x, at.y, at.z, at.w - floor * 0.99}, 1, at, 0);

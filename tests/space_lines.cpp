@@ -54,7 +54,7 @@ TEST_CASE("a segment and a rectangle") {
     check({-5, 5}, {15, 6}, true, {0, 5.25}, {10, 5.75}), check({6, 15}, {5, -5}, true, {5.75, 10}, {5.25, 0});
     check({-2, 16}, {6, 0}, true, {1, 10}, {6, 0});  // sideways, then up
     check({-5, -5}, {-1, 20}, false, {-5, -5}, {-1, 20}), check({-5, 5}, {15, 5}, false, {-5, 5}, {15, 5});
-    check({0, 5}, {10, 5}, true, {0, 5}, {10, 5});
+    check({0, 0}, {10, 0}, true, {0, 0}, {10, 0});
     check({-20, -1e17}, {40, 1}, false, {40, 0}, {40, 1});  // the first end is moved right above the second
     check({10, 5}, {15, 6}, false, {10, 5}, {15, 6}), check({5, 10}, {6, 15}, false, {5, 10}, {6, 15});
     // One end inside is enough.
