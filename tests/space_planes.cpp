@@ -20,7 +20,7 @@ TEST_CASE("plane equations") {
     // Twice the area: 2^-40 is too little to normalise, 2^-39 is not.
     check({{0x1p-20, 0, 8}, {0, 0x1p-20, 8}, {0, 0, 8}, {0, 0, 8}}, {0, 0, 0x1p-40, -0x1p-37}, {0x1p-22, 0x1p-22, 8});
     check({{0x1p-20, 0, 8}, {0, 0x1p-19, 8}, {0, 0, 8}, {0, 0, 8}}, {0, 0, 1, -8}, {0x1p-22, 0x1p-21, 8});
-    constexpr double kAfter = 0x1.19799812dea12p-40;  // the double after 1e-12, which is too little, too
+    constexpr double kAfter = 0x1.19799812dea12p-40;  // 1e-12 is too little, too; the double after it is not
     check({{0, 0, 0}, {1e-12, 0, 0}, {0, 1, 0}}, {0, 0, 1e-12, -0.0}, {1e-12 * (1.0 / 3), 1.0 / 3, 0});
     check({{0, 0, 0}, {kAfter, 0, 0}, {0, 1, 0}}, {0, 0, kAfter * (1 / kAfter), -0.0},
           {kAfter * (1.0 / 3), 1.0 / 3, 0});

@@ -17,6 +17,7 @@ STEPPED = re.compile(r"\+\+|--")
 NUMBER = re.compile(r"(?<![\w.])(0x[\da-f.]+(?:p[+-]?\d+)?|\d+(?:\.\d*)?(?:e[+-]?\d+)?)([ul]*f?)(?![\w.])", re.I)
 REPORT = re.compile(r"(?<![\w.>])((?:zan::)?(report|reportText|reportPlatform|throwIfFailed)|Belp?_Report\w+)\(")
 
+# Assertions are tested in another build than the one in which mutants are tried.
 IGNORED = re.compile(
     r"""//[^\n]*|/\*.*?\*/|"(?:\\.|[^"\\\n])*"|(?<!\w)'(?:\\.|[^'\\\n])+'|^[ ]*\#(?:\\\n|[^\n])*"""
     r"""|\b(?:static_)?assert\(.*?\);|\balignas\([^)]*\)""", re.S | re.M)
