@@ -64,6 +64,25 @@ class Remainder {
 public:
     explicit Remainder(const Polygon& polygon) : vertices_(polygon.data()), size_(polygon.size()) {}
 
+    // By the edges between the vertices of a range, the one that closes it first.
+    template <class Iterator>
+    void clipAll(Iterator vertex, Iterator end) {
+        for (Iterator before = end - 1; vertex != end; before = vertex++) clip(Line(*before, *vertex));
+    }
+
+    // Nothing is written before all memory is there.
+    void copyTo(Polygon& result) const {
+        if (vertices_ == result.data() && size_ == result.size()) return;
+        if (size_ > result.capacity()) {
+            result = Polygon(vertices_, vertices_ + size_);
+        } else {
+            // Over vertices that are there still would be a branch that nobody can predict.
+            result.clear();
+            result.assign(vertices_, vertices_ + size_);
+        }
+    }
+
+private:
     void clip(const Line& line) {
         if (size_ <= 2) size_ = 0;
         double* at = at_.of(size_);
@@ -86,17 +105,6 @@ public:
         size_ = kept;
     }
 
-    // Nothing is written before all memory is there.
-    void copyTo(Polygon& result) const {
-        if (vertices_ == result.data() && size_ == result.size()) return;
-        if (size_ > result.capacity()) {
-            result = Polygon(vertices_, vertices_ + size_);
-        } else {
-            result.assign(vertices_, vertices_ + size_);
-        }
-    }
-
-private:
     const Vector4* vertices_;
     size_t size_;
     Room<Vector4> steps_[2];
@@ -125,13 +133,12 @@ void Zan_PolyPolyClip2D(const Polygon* clipPolygon, const Polygon* subject, Poly
         result->clear();
         return;
     }
-    const bool asGiven = insideIsNegative(edges);
-    const auto vertex = [&](size_t k) -> const Vector4& { return edges[asGiven ? k : edges.size() - 1 - k]; };
     Remainder remainder(*subject);
-    const Vector4* before = &vertex(edges.size() - 1);
-    for (size_t k = 0; k < edges.size(); ++k) {
-        remainder.clip(Line(*before, vertex(k)));
-        before = &vertex(k);
+    // A branch for the two orders, which is predicted: to choose each vertex would wait for the middle.
+    if (insideIsNegative(edges)) {
+        remainder.clipAll(edges.begin(), edges.end());
+    } else {
+        remainder.clipAll(edges.rbegin(), edges.rend());
     }
     remainder.copyTo(*result);
 }
