@@ -11,7 +11,7 @@ template <class R>
 bool sect(const R* a, const R* b, R* destination) {
     const bool hit = zan::intersecting(*a, *b);
     if (destination == nullptr) return hit;
-    // The destination's own value comes first, which only matters to a NaN.
+    // The destination's own value comes first, which only matters to a NaN and to the sign of a zero.
     const R p = destination == b ? *b : *a;
     const R q = destination == b ? *a : *b;
     *destination = R{};

@@ -218,7 +218,8 @@ ZAN_API int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* dest
 /// @param a, b         the rectangles
 /// @param destination  receives the intersection, or zeros when there is none; null, or the same record as a or b. Of
 ///                     two values p and q the larger is p > q ? p : q and the smaller q > p ? p : q, with p from b when
-///                     the destination is b and from a otherwise (and in the test), which only a NaN can tell
+///                     the destination is b and from a otherwise (and in the test), which only a NaN or the sign of a
+///                     zero can tell
 /// @return   whether they overlap
 /// @threads  any
 ZAN_API bool Zan_SectRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination);

@@ -599,7 +599,8 @@ ZAN_API int32_t Zan_3DTransform2DPoints(const Zan_Matrix4* m, int32_t count, Zan
 
 /// The upright box around a transformed 16-bit rectangle. Its corners (left, top), (right, top), (right, bottom),
 /// (left, bottom) are transformed as by Zan_TransformFloatPoints, never divided; each bound of the box is clamped to
-/// -32767 to 32766 and rounded by Zan_RoundDouble. A corner that is NaN makes the bounds NaN, which is stored as 0.
+/// -32767 to 32766 and rounded by Zan_RoundDouble. A corner's x or y that is NaN makes both bounds of its axis NaN, and
+/// they are stored as 0.
 /// @param m        the transform
 /// @param rect     becomes the box
 /// @param corners  receives the four transformed corners, neither clamped nor rounded; may be null
@@ -716,8 +717,8 @@ ZAN_API int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_
 }  // extern "C"
 
 /// The smallest rectangle of whole units around a transformed one: corners as in Zan_TransformRect, then the floor of
-/// the smallest and the ceiling of the largest coordinates. Bounds outside the 32-bit range stop at its ends; a NaN
-/// corner puts left and top at -2^31, right and bottom at 2^31 - 1.
+/// the smallest and the ceiling of the largest coordinates. Bounds outside the 32-bit range stop at its ends; a
+/// corner's x that is NaN puts left at -2^31 and right at 2^31 - 1, a y top and bottom.
 /// @param m     the transform, never divided by
 /// @param rect  the rectangle
 /// @return      the box; all zeros for an empty rectangle (right <= left or bottom <= top)
