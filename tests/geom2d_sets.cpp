@@ -14,6 +14,9 @@ TEST_CASE("a NaN loses to the value that is tested against it, a width wraps in 
     const Zan_Rect wide16 = {-32768, -32768, 32767, 32767}, unit16 = {0, 0, 1, 1};
     CHECK((Zan_LRectCompare(4, &wide, &unit) && !Zan_LRectCompare(2, &wide, &unit)));
     CHECK(Zan_RectCompare(2, &wide16, &unit16));
+    // An inverted one touches by its left and top alone.
+    const Zan_LRect pairs[][2] = {{{0, 5, 9, 3}, {0, 5, 9, 8}}, {{5, 0, 3, 9}, {5, 0, 8, 9}}};
+    for (const auto& [p, q] : pairs) CHECK((Zan_LRectCompare(8, &p, &q) && Zan_LRectCompare(8, &q, &p)));
 }
 
 TEST_CASE("angles are clockwise from straight up") {
