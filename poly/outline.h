@@ -34,11 +34,8 @@ inline bool degenerate(const Zan_Matrix4& m) {
            nearZero(Vector4(m.m10, m.m11, m.m12, m.m13).LengthSquared());
 }
 
-inline bool pointInside(const Point& p, const Point* outline, int32_t count, double tolerance) {
-    unsigned char inside = 0;
-    throwIfFailed(Zan_IsFloatPointInConcavePoly(&p, outline, count, tolerance, &inside));
-    return inside != 0;
-}
+/// Zan_IsFloatPointInConcavePoly for 1 vertex or more.
+bool pointInside(const Point& p, const Point* outline, int32_t count, double tolerance);
 
 /// -1 when GetEdge gives none of the four edges.
 template <class Poly>

@@ -14,6 +14,7 @@
 #include "frame/processor.h"
 #include "matrix/nearly_equal.h"
 #include "poly/edge_rules.h"
+#include "poly/outline.h"
 #include "space/segment_distance.h"
 #include "zan/poly.h"
 
@@ -141,6 +142,10 @@ bool contains(const Zan_Vector2T<T>& point, const Zan_Vector2T<T>* vertices, int
 }
 
 }  // namespace
+
+bool zan::pointInside(const Point& p, const Point* outline, int32_t count, double tolerance) {
+    return contains(p, outline, count, tolerance);
+}
 
 template <class Vector>
 int32_t Zan_IsFloatPointInConcavePoly(const Vector* point, const Vector* vertices, int32_t count, double tolerance,
