@@ -1,6 +1,7 @@
 // Every form of the loops over polygons gives the bits of the plain one, and convexity the answer of the rule in its
 // plainest words.
 
+#include "bench/stated.h"
 #include "choices.h"
 #include "poly/kernels/edges.h"
 #include "poly/kernels/turns.h"
@@ -58,26 +59,6 @@ bool edges(Choices& c) {
     return (plain.near & 1) != 0;
 }
 
-// The turn at every vertex, each with its rounding error, in the order of the rule.
-bool plainConvex(const Points& v) {
-    constexpr double e = 0x1p-52;
-    const size_t n = v.size();
-    int orientation = 0;
-    for (size_t i = 0; n > 2 && i < n; ++i) {
-        const auto &a = v[(i + n - 2) % n], &b = v[(i + n - 1) % n], &c = v[i];
-        const double dx1 = b.x - a.x, dy1 = b.y - a.y, dx2 = c.x - b.x, dy2 = c.y - b.y;
-        const double cross = dx1 * dy2 - dx2 * dy1;
-        const double x1 = std::fabs(dx1), y1 = std::fabs(dy1), x2 = std::fabs(dx2), y2 = std::fabs(dy2);
-        const double error = (y1 * (x2 * e) + x2 * (y1 * e) + (x2 * e) * (y1 * e)) +
-                             (y2 * (x1 * e) + x1 * (y2 * e) + (y2 * e) * (x1 * e));
-        if (!(std::fabs(cross) > error)) continue;
-        const int sign = cross > 0 ? 1 : -1;
-        if (orientation != 0 && sign != orientation) return false;
-        orientation = sign;
-    }
-    return true;
-}
-
 // Rings, most of them convex but for steps of the last bits, of any size, with nasty numbers and repeated vertices.
 Points nearlyConvex(Choices& c) {
     Points ring;
@@ -114,7 +95,7 @@ bool turns(Choices& c) {
         must(seen.left == plain.left && seen.right == plain.right);
         must(alone.left <= plain.left && alone.right <= plain.right && done <= turns);
     });
-    const bool convex = plainConvex(ring);
+    const bool convex = zan_bench::stated::convex(ring);
     must(Zan_IsConvex(ring.cbegin(), ring.cend()) == convex);
     must(Zan_IsConvex(four.cbegin(), four.cend()) == convex);
     return convex;
