@@ -46,7 +46,8 @@ const FormRow kForms[] = {
 const struct { double x; int32_t num; uint32_t den; } kDoubles[] = {
     {0.5, 1, 2}, {-2.5, -5, 2}, {1.0 / 3, 11184811, 33554432}, {-0.0, 0, 1}, {0x1p30, 1 << 30, 1}, {NAN, 0, 0},
     {1.5e9, 1 << 30, 1}, {-2147483647.9, -(1 << 30), 1}, {0x1p31, 0, 0}, {-3e9, 0, 0}, {INFINITY, 0, 0},
-    {1e-10, 0, 1}, {5e-324, 0, 1}, {0x1.000002p-31, 1, 1 << 30}, {0x1p-31, 0, 1}, {0x1.8p-32, 0, 1}, {-0x1p-30, -1, 1 << 30}};
+    {1e-10, 0, 1}, {5e-324, 0, 1}, {0x1.000002p-31, 1, 1 << 30}, {0x1p-31, 0, 1}, {0x1.8p-32, 0, 1},
+    {-0x1p-30, -1, 1 << 30}};
 struct ConvRow { Zan_Ratio source; uint32_t den; int32_t num; bool exact = true, overflow = false; };
 const ConvRow kConversions[] = {
     {{1, 3}, 6, 2}, {{1, 3}, 10, 3, false}, {{-1, 2}, 1, 0, false}, {{5, 7}, 7, 5}, {{kMin, 4}, 4, kMin},
