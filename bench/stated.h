@@ -52,7 +52,7 @@ inline int32_t order(const Zan_Ratio& a, const Zan_Ratio& b) { return sum(a, {-b
 // Hit tests.
 
 inline bool nearlyEqual(double a, double b) {
-    double low = std::min(a, b), high = std::max(a, b);
+    double low = a < b ? a : b, high = a < b ? b : a;
     if (high < 0) {
         std::swap(low, high);
         low = -low;
@@ -67,8 +67,8 @@ inline double square(const Vector2& a, const Vector2& b) {
 inline bool nearEdge(const Vector2& p, const Vector2& a, const Vector2& b, double squared) {
     const Vector2 d(b.x - a.x, b.y - a.y), v(p.x - a.x, p.y - a.y);
     const double size = std::sqrt(d.x * d.x + d.y * d.y), fromA = std::sqrt(v.x * v.x + v.y * v.y);
-    if (size > 1e-12 && size < 1e12) {
-        const double r = 1 / size;
+    const double r = 1 / size;
+    if (size > 1e-12 && !(r > -1e-12 && r < 1e-12)) {
         const Vector2 u(d.x * r, d.y * r);
         const double t = u.x * v.x + u.y * v.y;
         const double x = v.x - t * u.x, y = v.y - t * u.y;
@@ -77,17 +77,27 @@ inline bool nearEdge(const Vector2& p, const Vector2& a, const Vector2& b, doubl
     }
     return squared >= square(p, a) || squared >= square(p, b);
 }
-inline bool hit(const Vector2& p, const Vector2* vertices, size_t count, double tolerance) {
+/// Of vertices of doubles or floats.
+template <class T>
+bool hit(const Zan_Vector2T<T>& point, const Zan_Vector2T<T>* vertices, size_t count, double tolerance) {
     struct Edge {
         Vector2 a, b;
     };
     const double squared = tolerance * tolerance;
-    std::vector<Vector2> list(1, vertices[0]);
+    std::vector<Zan_Vector2T<T>> list(1, vertices[0]);
     for (size_t i = 1; i < count; ++i) {
-        if (std::memcmp(&vertices[i], &list.back(), sizeof(Vector2)) != 0) list.push_back(vertices[i]);
+        if (std::memcmp(&vertices[i], &list.back(), sizeof *vertices) != 0) list.push_back(vertices[i]);
     }
+    if (list.size() == 1) {
+        const T dx = point.x - list[0].x, dy = point.y - list[0].y;
+        return squared > 0 ? squared >= dx * dx + dy * dy : point.x == list[0].x && point.y == list[0].y;
+    }
+    const Vector2 p(point.x, point.y);
     std::vector<Edge> edges;
-    for (size_t i = 0; i < list.size(); ++i) edges.push_back({list[i], list[(i + 1) % list.size()]});
+    for (size_t i = 0; i < list.size(); ++i) {
+        const Zan_Vector2T<T>&from = list[i], &to = list[(i + 1) % list.size()];
+        edges.push_back({{from.x, from.y}, {to.x, to.y}});
+    }
     unsigned crossings = 0;
     for (const auto& [a, b] : edges) {
         if (squared > 0 && nearEdge(p, a, b, squared)) return true;

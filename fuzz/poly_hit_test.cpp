@@ -1,5 +1,6 @@
 // Points in polygons, by the rule in its plainest words.
 
+#include "bench/stated.h"
 #include "choices.h"
 #include "zan/poly.h"
 #include "zan/space.h"
@@ -8,37 +9,6 @@ namespace {
 
 template <class T>
 using Points = std::vector<Zan_Vector2T<T>>;
-
-// Vertices without repetitions, edges, distances and crossings one after the other.
-template <class T>
-bool plainInside(const Zan_Vector2T<T>& q, const Points<T>& vertices, double tolerance) {
-    const double tol2 = tolerance * tolerance;
-    Points<T> list{vertices[0]};
-    for (const auto& v : vertices) {
-        if (std::memcmp(&v, &list.back(), sizeof v) != 0) list.push_back(v);
-    }
-    const T dx = q.x - list[0].x, dy = q.y - list[0].y;
-    if (list.size() == 1) return tol2 > 0 ? tol2 >= dx * dx + dy * dy : q.x == list[0].x && q.y == list[0].y;
-    const Zan_Vector2T<double> p(q.x, q.y);
-    const auto squared = [&](const auto& v) { return (p.x - v.x) * (p.x - v.x) + (p.y - v.y) * (p.y - v.y); };
-    int crossings = 0;
-    for (size_t i = 0; i < list.size(); ++i) {
-        const auto& next = list[(i + 1) % list.size()];
-        const Zan_Vector2T<double> a(list[i].x, list[i].y), b(next.x, next.y);
-        bool within = false;
-        double distance = 0;
-        Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance);
-        if (tol2 > 0 && ((within && tol2 >= distance * distance) || tol2 >= squared(a) || tol2 >= squared(b)))
-            return true;
-        if (!(a.x < p.x && p.x <= b.x) && !(b.x < p.x && p.x <= a.x)) continue;
-        const double y = (p.x - b.x) / (a.x - b.x) * (a.y - b.y) + b.y;
-        double lo = y < p.y ? y : p.y, hi = y < p.y ? p.y : y;
-        if (hi < 0) lo = -std::exchange(hi, -lo);
-        if ((hi * 1e-12 > 0x1.198p-40 ? hi * 1e-12 : 0x1.198p-40) > hi - lo) return true;
-        crossings += y > p.y;
-    }
-    return crossings % 2 != 0;
-}
 
 // A tolerance that is the distance to an edge's line or end, or a step beside it.
 template <class T>
@@ -80,7 +50,7 @@ bool hitTest(Choices& c) {
     }
 
     const auto size = static_cast<int32_t>(vertices.size());
-    const bool expected = plainInside(p, vertices, tolerance);
+    const bool expected = zan_bench::stated::hit(p, vertices.data(), vertices.size(), tolerance);
     unsigned char inside = 9;
     must(Zan_IsFloatPointInConcavePoly(&p, vertices.data(), size, tolerance, &inside) == 0 && inside == expected);
     if constexpr (std::is_same_v<T, double>) {

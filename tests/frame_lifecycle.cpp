@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
-#include <string>
 
 #include "host_reports.h"
 #include "platform/oska.h"

@@ -2,7 +2,6 @@
 #include <catch2/catch.hpp>
 #include <cstring>
 #include <sstream>
-#include <string>
 
 #include "host_reports.h"
 #include "zan/frame.h"

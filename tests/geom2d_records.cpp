@@ -1,6 +1,4 @@
 // Points and rectangles, one test for the three integer coordinate types; conversions between them; corner views.
-#include <catch2/catch.hpp>
-
 #include "values.h"
 #include "zan/geom2d.h"
 

@@ -1,6 +1,4 @@
 // Rectangles of NaNs and of great widths; angles of points and directions.
-#include <catch2/catch.hpp>
-
 #include "values.h"
 #include "zan/geom2d.h"
 

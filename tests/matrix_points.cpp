@@ -1,7 +1,4 @@
 // Points through matrices: every operation on doubles against its one-point rule, and integer points that overflow.
-#include <algorithm>
-#include <vector>
-
 #include "host_reports.h"
 #include "matrices.h"
 #include "zan/geom2d.h"

@@ -1,6 +1,4 @@
 // Matrices as values: kinds, comparison, products and sums, determinants, conversion between the sizes.
-#include <algorithm>
-
 #include "matrices.h"
 
 namespace {

@@ -1,7 +1,6 @@
 // What the operations that take memory do when there is none: allocation 1 of a call fails, then 2, 3, ... until the
 // call succeeds, once each alone and once with all that follow. The outputs hold what is stated, nobody is told,
 // nothing is lost, and the next try succeeds.
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <new>

@@ -5,12 +5,10 @@
 #include <catch2/catch.hpp>
 #include <cstring>
 #include <stdexcept>
-#include <string>
 #include <thread>
 #include <vector>
 
 #include "host_reports.h"
-#include "platform/bel.h"
 #include "zan/frame.h"
 
 namespace {

@@ -1,6 +1,4 @@
 // Layer outlines against corners and cuts worked by hand, and what they do with memory.
-#include <vector>
-
 #include "matrices.h"
 #include "platform/bel.h"
 #include "zan/poly.h"

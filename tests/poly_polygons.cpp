@@ -1,6 +1,4 @@
 // Polygons clipped, points in them, areas, hulls and convexity, answers worked by hand.
-#include <algorithm>
-
 #include "values.h"
 #include "zan/poly.h"
 

@@ -1,6 +1,5 @@
 // Bit counts, powers of two, overflow predicates, common divisors and multiples, against loops and 64 bits.
 #include <bit>
-#include <catch2/catch.hpp>
 #include <numeric>
 
 #include "scalar/wide_product.h"

@@ -1,6 +1,4 @@
 // Ratios, answers worked by hand.
-#include <string>
-
 #include "host_reports.h"
 #include "values.h"
 #include "zan/scalar.h"

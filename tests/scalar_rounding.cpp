@@ -1,6 +1,4 @@
 // Rounding of doubles and to a multiple, and the remainder of doubles.
-#include <catch2/catch.hpp>
-
 #include "values.h"
 #include "zan/scalar.h"
 

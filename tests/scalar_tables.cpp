@@ -2,7 +2,6 @@
 #include <catch2/catch.hpp>
 #include <cmath>
 #include <cstring>
-#include <string>
 #include <vector>
 
 #include "host_reports.h"

@@ -1,8 +1,6 @@
 // Outlines, flags and hits of random decks, compared with a second, plain computation: single turns of single points in
 // long double.
 #include <array>
-#include <catch2/catch.hpp>
-#include <cmath>
 #include <complex>
 
 #include "look.h"

@@ -1,6 +1,4 @@
 // Planes from points and normals, where rays meet them, and what is seen edge-on.
-#include <vector>
-
 #include "host_reports.h"
 #include "matrices.h"
 #include "zan/space.h"
