@@ -17,10 +17,6 @@ namespace {
 using zan::Message;
 using zan::Site;
 
-constexpr int32_t kBelInterface = 61;
-constexpr int32_t kVunInterface = 3;
-constexpr int32_t kLogKind = 10;
-
 bool started() { return Zanp_G.headMagic == Zan_kGlobalsMagic && Zanp_G.tailMagic == Zan_kGlobalsMagic; }
 
 void setMagics(uint32_t magic) {
@@ -71,10 +67,10 @@ int32_t stopFastCharMath() {
 }
 
 int32_t startGaussian() {
-    return zan::reportPlatform(Site::StartGaussian, zan::kPlatform_NoService, Message::GaussianTableInit);
+    return zan::reportPlatform(Site::StartGaussian, kBel_Err_NoService, Message::GaussianTableInit);
 }
 int32_t stopGaussian() {
-    return zan::reportPlatform(Site::StopGaussian, zan::kPlatform_NoService, Message::GaussianTableInit);
+    return zan::reportPlatform(Site::StopGaussian, kBel_Err_NoService, Message::GaussianTableInit);
 }
 
 struct Service {
@@ -96,8 +92,8 @@ int32_t checkPlatformOnce() {
     if (versionsChecked) return 0;
     versionsChecked = true;
     const auto number = static_cast<int32_t>(zan::errorNumber(Site::PlatformVersions));
-    const int32_t bel = Bel_CheckVersions(number, kBelInterface);
-    const int32_t vun = VUN_CheckVersions(number, kVunInterface);
+    const int32_t bel = Bel_CheckVersions(number, kBel_InterfaceVersion);
+    const int32_t vun = VUN_CheckVersions(number, kVUN_InterfaceVersion);
     return bel | vun;
 }
 
@@ -120,8 +116,8 @@ int32_t Zan_CheckVersions(int32_t errorNumber, int32_t headerVersion) {
 }
 
 int32_t Zan_Birth(uint32_t services, uint32_t* startedServices) {
-    OSKA_Log(kLogKind, "Zan", "Birth", "Zan Birth");
-    if (started()) return zan::reportPlatform(Site::Birth, zan::kPlatform_AlreadyStarted);
+    OSKA_Log(kOSKA_StartOrStop, "Zan", "Birth", "Zan Birth");
+    if (started()) return zan::reportPlatform(Site::Birth, kBel_Err_AlreadyStarted);
     Zanp_G.services = 0;
     int32_t firstError = 0;
     for (const Service& service : kServices) {
@@ -137,8 +133,8 @@ int32_t Zan_Birth(uint32_t services, uint32_t* startedServices) {
 }
 
 int32_t Zan_Death() {
-    OSKA_Log(kLogKind, "Zan", "Death", "Zan Death");
-    if (!started()) return zan::reportPlatform(Site::Death, zan::kPlatform_NotStarted);
+    OSKA_Log(kOSKA_StartOrStop, "Zan", "Death", "Zan Death");
+    if (!started()) return zan::reportPlatform(Site::Death, kBel_Err_NotStarted);
     int32_t result = 0;
     for (const Service& service : kServices) {
         if ((Zanp_G.services & service.flag) != 0) result = service.stop();
@@ -148,15 +144,15 @@ int32_t Zan_Death() {
 }
 
 int32_t Zan_GetGlobals(Zan_Globals* destination) {
-    if (!started()) return zan::reportPlatform(Site::GetGlobals, zan::kPlatform_NotStarted);
+    if (!started()) return zan::reportPlatform(Site::GetGlobals, kBel_Err_NotStarted);
     std::memmove(destination, &Zanp_G, sizeof Zanp_G);
     setMagics(0);
     return 0;
 }
 
 int32_t Zan_SetGlobals(const Zan_Globals* source) {
-    if (started()) return zan::reportPlatform(Site::SetGlobals, zan::kPlatform_AlreadyStarted);
+    if (started()) return zan::reportPlatform(Site::SetGlobals, kBel_Err_AlreadyStarted);
     std::memmove(&Zanp_G, source, sizeof Zanp_G);
     if (started()) return 0;
-    return zan::reportPlatform(Site::SetGlobals, zan::kPlatform_BadGlobals);
+    return zan::reportPlatform(Site::SetGlobals, kBel_Err_BadGlobals);
 }

@@ -1,8 +1,6 @@
 // The error reporter: from a code and a context to one report of the host's error service.
 #include "frame/report.h"
 
-#include "platform/bel.h"
-
 #include <cstdio>
 
 namespace {
@@ -60,10 +58,10 @@ void zan::reportText(Site site, Message message) {
     Belp_ReportErrString(errorNumber(site), Zan_kSeverityError, messageText(message));
 }
 
-int32_t zan::reportPlatform(Site site, int32_t platformCode) {
+int32_t zan::reportPlatform(Site site, Bel_Error platformCode) {
     return Belp_ReportVamoErrString(errorNumber(site), Zan_kSeverityError, platformCode, nullptr);
 }
 
-int32_t zan::reportPlatform(Site site, int32_t platformCode, Message message) {
+int32_t zan::reportPlatform(Site site, Bel_Error platformCode, Message message) {
     return Belp_ReportVamoErrString(errorNumber(site), Zan_kSeverityError, platformCode, messageText(message));
 }

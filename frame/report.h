@@ -2,6 +2,7 @@
 #ifndef ZAN_FRAME_REPORT_H
 #define ZAN_FRAME_REPORT_H
 
+#include "platform/bel.h"
 #include "zan/frame.h"
 
 namespace zan {
@@ -35,19 +36,12 @@ inline int32_t report(Site site, int32_t code, Message context) {
 void reportText(Site site, Message message);
 
 /// Reports one of the platform's errors, severity 8, with no text of the library's; returns the platform's result.
-[[nodiscard]] int32_t reportPlatform(Site site, int32_t platformCode);
+[[nodiscard]] int32_t reportPlatform(Site site, Bel_Error platformCode);
 /// The same with a text.
-[[nodiscard]] int32_t reportPlatform(Site site, int32_t platformCode, Message message);
+[[nodiscard]] int32_t reportPlatform(Site site, Bel_Error platformCode, Message message);
 
 /// The error number of a site, for platform calls that report for themselves.
 [[nodiscard]] constexpr uint32_t errorNumber(Site site) { return 0x110000U | static_cast<uint16_t>(site); }
-
-/// The platform's codes that the library reports.
-inline constexpr int32_t kPlatform_BadGlobals = 2;
-inline constexpr int32_t kPlatform_BadRange = 3;
-inline constexpr int32_t kPlatform_NoService = 5;
-inline constexpr int32_t kPlatform_NotStarted = 11;
-inline constexpr int32_t kPlatform_AlreadyStarted = 12;
 
 /// The classes turn a code of the plain functions, already reported, into an exception.
 inline void throwIfFailed(int32_t code) {

@@ -1,6 +1,6 @@
 // Appends a translation, rotation, scale or skew to a transform of the plane: m := m * T. Angles in degrees.
 #include "frame/report.h"
-#include "scalar/sine_cosine.h"
+#include "scalar/trigonometry.h"
 #include "zan/matrix.h"
 #include "zan/scalar.h"
 

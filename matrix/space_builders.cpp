@@ -4,7 +4,7 @@
 #include "matrix/elements.h"
 #include "matrix/kernels/matrices.h"
 #include "matrix/point_rules.h"
-#include "scalar/sine_cosine.h"
+#include "scalar/trigonometry.h"
 
 #include <cmath>
 

@@ -24,10 +24,27 @@ using Bel_Handle = void**;
 /// Size in bytes of each thread's logging buffer.
 inline constexpr size_t kBel_LoggingBufferSize = 512;
 
-/// What Bel_TranslateAndReportException returns: for std::bad_alloc, for std::length_error, for any other exception.
-inline constexpr int32_t kBel_Err_OutOfMemory = 1;
-inline constexpr int32_t kBel_Err_TooLong = 6;
-inline constexpr int32_t kBel_Err_Exception = 9;
+/// The platform's own error codes: what Belp_ReportVamoErrString is given and what it returns, and the results of
+/// Bel_TranslateAndReportException.
+enum Bel_Error : int32_t {
+    kBel_Err_OutOfMemory = 1,      ///< std::bad_alloc
+    kBel_Err_BadGlobals = 2,       ///< a globals block without its magic numbers
+    kBel_Err_BadRange = 3,         ///< a range whose lower bound is above its upper bound
+    kBel_Err_NoService = 5,        ///< a service that is not provided
+    kBel_Err_TooLong = 6,          ///< std::length_error
+    kBel_Err_Exception = 9,        ///< any other exception
+    kBel_Err_NotStarted = 11,      ///< the library has not been started
+    kBel_Err_AlreadyStarted = 12,  ///< the library has already been started
+};
+
+/// Severities of the reports that the platform makes itself.
+enum Bel_Severity : int32_t {
+    kBel_SeverityError = 8,
+    kBel_SeverityVersionMismatch = 16,
+};
+
+/// The interface version that this header describes, for Bel_CheckVersions.
+inline constexpr int32_t kBel_InterfaceVersion = 61;
 
 extern "C" {
 

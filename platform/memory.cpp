@@ -67,7 +67,7 @@ Bel_Handle Bel_AllocateHandle(uint32_t errorNumber, const char* name, size_t byt
     if (handle == nullptr) {
         char text[kBel_LoggingBufferSize];
         std::snprintf(text, sizeof text, "not enough memory for %s.", name);
-        Belp_ReportErrString(errorNumber, 8, text);
+        Belp_ReportErrString(errorNumber, kBel_SeverityError, text);
     }
     return handle;
 }

@@ -13,8 +13,8 @@
 namespace {
 
 zan_platform::Handler<Bel_ReportHandler> reportHandler;
-std::atomic<int32_t> belVersion{61};
-std::atomic<int32_t> vunVersion{3};
+std::atomic<int32_t> belVersion{kBel_InterfaceVersion};
+std::atomic<int32_t> vunVersion{kVUN_InterfaceVersion};
 
 thread_local int32_t lastError = 0;
 thread_local char loggingBuffer[kBel_LoggingBufferSize] = {};
@@ -30,15 +30,15 @@ void deliver(const Bel_Report& report) {
 
 const char* platformText(int32_t code) {
     switch (code) {
-        case 2:
+        case kBel_Err_BadGlobals:
             return "the globals block is not valid.";
-        case 3:
+        case kBel_Err_BadRange:
             return "the range is not valid.";
-        case 5:
+        case kBel_Err_NoService:
             return "the service is not provided.";
-        case 11:
+        case kBel_Err_NotStarted:
             return "the library has not been started.";
-        case 12:
+        case kBel_Err_AlreadyStarted:
             return "the library has already been started.";
         default:
             return "platform error.";
@@ -50,7 +50,7 @@ int32_t checkVersions(const char* library, int32_t errorNumber, int32_t wanted, 
     char text[96];
     std::snprintf(text, sizeof text, "%s provides interface version %" PRId32 ", not %" PRId32 ".", library, provided,
                   wanted);
-    Belp_ReportErrString(static_cast<uint32_t>(errorNumber), 16, text);
+    Belp_ReportErrString(static_cast<uint32_t>(errorNumber), kBel_SeverityVersionMismatch, text);
     return 1;
 }
 
@@ -83,7 +83,7 @@ int32_t Belp_ReportVamoErrString(uint32_t errorNumber, int32_t severity, int32_t
 }
 
 int32_t Bel_TranslateAndReportException(const std::exception& exception) {
-    Belp_ReportErrString(0, 8, exception.what());
+    Belp_ReportErrString(0, kBel_SeverityError, exception.what());
     if (dynamic_cast<const std::bad_alloc*>(&exception) != nullptr) return kBel_Err_OutOfMemory;
     if (dynamic_cast<const std::length_error*>(&exception) != nullptr) return kBel_Err_TooLong;
     return kBel_Err_Exception;

@@ -4,6 +4,9 @@
 
 #include "platform/bel.h"
 
+/// The interface version that this header describes, for VUN_CheckVersions.
+inline constexpr int32_t kVUN_InterfaceVersion = 3;
+
 extern "C" {
 
 /// @return 0 when this library is of the interface version, else 1 after a report under errorNumber (severity 16)

@@ -90,7 +90,7 @@ int32_t Zan_ClipRatio(const Zan_Ratio* value, const Zan_Ratio* low, const Zan_Ra
     int32_t order = 0;
     int32_t code = signOfOrder(*low, *high, &order);
     if (code != 0) return code;
-    if (order > 0) return zan::reportPlatform(Site::ClipRatio, zan::kPlatform_BadRange, Message::InvalidRationalRange);
+    if (order > 0) return zan::reportPlatform(Site::ClipRatio, kBel_Err_BadRange, Message::InvalidRationalRange);
     code = signOfOrder(*value, *low, &order);
     Zan_Ratio clipped = *low;
     if (code == 0 && order > 0) {

@@ -1,5 +1,5 @@
 // A single-precision point turned about a centre.
-#include "scalar/sine_cosine.h"
+#include "scalar/trigonometry.h"
 #include "zan/space.h"
 
 int32_t Zan_TransformPtF(Zan_Vector2T<float>* centre, double degrees, Zan_Vector2T<float>* point) {

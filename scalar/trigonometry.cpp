@@ -1,5 +1,5 @@
-// Sine, cosine and tangent of one angle, by the C library.
-#include "scalar/sine_cosine.h"
+// Sine, cosine and tangent from the C library, without the errno guard.
+#include "scalar/trigonometry.h"
 
 #include <cmath>
 
