@@ -9,7 +9,7 @@
 
 namespace {
 
-using Vector3 = Zan_Vector3T<double>;
+using zan::Vector3;
 
 struct Rotation {
     Vector3 r0, r1, r2;

@@ -5,7 +5,7 @@
 
 namespace {
 
-using Vector3 = Zan_Vector3T<double>;
+using zan::Vector3;
 
 constexpr double kHalfPi = 1.5707963267948966;
 

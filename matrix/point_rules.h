@@ -7,10 +7,6 @@
 
 namespace zan {
 
-using Vector2 = Zan_Vector2T<double>;
-using Vector3 = Zan_Vector3T<double>;
-using Vector4 = Zan_Vector4T<double>;
-
 inline Vector2 affine(const Zan_Matrix3& m, const Vector2& p) {
     return {p.x * m.m00 + p.y * m.m10 + m.m20, p.x * m.m01 + p.y * m.m11 + m.m21};
 }

@@ -1,4 +1,5 @@
-// What is as good as zero, dot and cross products and lengths, in the one order of sums that all of the library uses.
+// Vectors in double precision: the library's aliases, dot and cross products, lengths, and the test for a number near
+// zero. Sums run from left to right.
 #ifndef ZAN_MATRIX_VECTORS_H
 #define ZAN_MATRIX_VECTORS_H
 
@@ -8,16 +9,18 @@
 
 namespace zan {
 
-/// A w that nothing is divided by, a length without direction, a ray along a plane. NaN is not near zero.
+using Vector2 = Zan_Vector2T<double>;
+using Vector3 = Zan_Vector3T<double>;
+using Vector4 = Zan_Vector4T<double>;
+
+/// The tolerance for a w to divide by, the length of an axis and the slope of a ray against a plane. False for NaN.
 inline bool nearZero(double x) { return std::fabs(x) < 1e-12; }
 
-inline double dot(const Zan_Vector3T<double>& a, const Zan_Vector3T<double>& b) {
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-inline Zan_Vector3T<double> cross(const Zan_Vector3T<double>& a, const Zan_Vector3T<double>& b) {
+inline double dot(const Vector3& a, const Vector3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+inline Vector3 cross(const Vector3& a, const Vector3& b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
-inline double length(const Zan_Vector3T<double>& v) { return std::sqrt(v.LengthSquared()); }
+inline double length(const Vector3& v) { return std::sqrt(v.LengthSquared()); }
 
 }  // namespace zan
 

@@ -10,6 +10,22 @@
 
 #include "zan/types.h"
 
+/// @defgroup rectrelations Relations of two rectangles a and b
+/// The selectors of Zan_RectCompare, Zan_LRectCompare and Zan_FixedRectCompare.
+/// @{
+using Zan_RectRelation = int16_t;
+inline constexpr Zan_RectRelation Zan_RectRelation_Equal = 0;           ///< all four fields are equal, also when empty
+inline constexpr Zan_RectRelation Zan_RectRelation_Larger = 1;          ///< a is wider and taller than b
+inline constexpr Zan_RectRelation Zan_RectRelation_AtLeastAsLarge = 2;  ///< a is at least as wide and as tall as b
+inline constexpr Zan_RectRelation Zan_RectRelation_Smaller = 3;         ///< a is narrower and shorter than b
+inline constexpr Zan_RectRelation Zan_RectRelation_AtMostAsLarge = 4;   ///< a is at most as wide and as tall as b
+inline constexpr Zan_RectRelation Zan_RectRelation_StrictlyEncloses = 5;  ///< a encloses b and no edges coincide
+inline constexpr Zan_RectRelation Zan_RectRelation_Encloses = 6;          ///< a encloses b; edges may coincide
+inline constexpr Zan_RectRelation Zan_RectRelation_Overlaps = 7;          ///< Zan_SectRect(a, b) is true
+/// a and b overlap, or share an edge or a corner. Emptiness is not tested; meant for rectangles that are not inverted.
+inline constexpr Zan_RectRelation Zan_RectRelation_OverlapsOrTouches = 8;
+/// @}
+
 extern "C" {
 
 /// @defgroup points Points
@@ -242,22 +258,10 @@ ZAN_API int32_t Zan_UnionLRect(const Zan_LRect* a, const Zan_LRect* b, Zan_LRect
 /// @copydoc Zan_UnionRect
 ZAN_API int32_t Zan_UnionFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* b, Zan_FixedRect* destination);
 
-/// Whether the relation holds that the selector names. Widths and heights are formed in 32 bits that wrap.
-///
-/// | selector | true when |
-/// |---|---|
-/// | 0 | all four fields are equal; empty rectangles are not treated specially |
-/// | 1 | a is wider and taller than b |
-/// | 2 | a is at least as wide and at least as tall as b |
-/// | 3 | b is wider and taller than a |
-/// | 4 | b is at least as wide and at least as tall as a |
-/// | 5 | a encloses b and no edges coincide |
-/// | 6 | a encloses b |
-/// | 7 | a and b overlap, as Zan_SectRect tells |
-/// | 8 | a and b overlap or touch, if only at a corner; no test for emptiness, meant for rectangles not inverted |
-///
-/// @param selector  0 to 8; false for any other
+/// Tests a relation between two rectangles. Widths and heights are formed in 32 bits that wrap.
+/// @param selector  the relation, one of Zan_RectRelation_Equal (0) to Zan_RectRelation_OverlapsOrTouches (8)
 /// @param a, b      the rectangles
+/// @return   whether a has the relation to b; false for any other selector
 /// @threads  any
 [[nodiscard]] ZAN_API bool Zan_RectCompare(int16_t selector, const Zan_Rect* a, const Zan_Rect* b);
 /// @copydoc Zan_RectCompare
