@@ -6,7 +6,7 @@
 #include "entries.h"
 #include "peers_boost.h"
 #include "peers_glm.h"
-#include "stated.h"
+#include "tests/support/plain_forms.h"
 #include "zan/matrix.h"
 
 #ifdef ZAN_BENCH_CGAL
@@ -16,8 +16,6 @@
 namespace zan_bench {
 namespace {
 
-using Vector2 = Zan_Vector2T<double>;
-using Vector4 = Zan_Vector4T<double>;
 using Outline = std::vector<Vector2>;
 
 constexpr double kPi = 3.141592653589793;
@@ -109,12 +107,12 @@ void addHits(size_t count, uint32_t seed, bool tolerant) {
     static const auto boostPoint = [](size_t i) { return BoostPoint(points[i].x, points[i].y); };
 
     Entry(of, pairs, [](size_t i) { return hit(points[i], outline(i), 0); })
-        .plain([](size_t i) { return stated::hit(points[i], outline(i).data(), kVertices, 0); })
+        .plain([](size_t i) { return plain_forms::hit(points[i], outline(i).data(), kVertices, 0); })
         .peer("PNPOLY", [](size_t i) { return pnpoly(outline(i).data(), kVertices, points[i].x, points[i].y); })
         .peer("Boost.Geometry", [](size_t i) { return bg::covered_by(boostPoint(i), rings[i % rings.size()]); });
     if (!tolerant) return;
     Entry(std::string(of).append(", tolerance 2"), pairs, [](size_t i) { return hit(points[i], outline(i), 2); })
-        .plain([](size_t i) { return stated::hit(points[i], outline(i).data(), kVertices, 2); })
+        .plain([](size_t i) { return plain_forms::hit(points[i], outline(i).data(), kVertices, 2); })
         .peer("distances and PNPOLY", [](size_t i) { return hitByHand(outline(i).data(), kVertices, points[i], 2); })
         .peer("Boost.Geometry", [](size_t i) { return bg::distance(boostPoint(i), rings[i % rings.size()]) <= 2; });
 }
@@ -207,7 +205,7 @@ void addHulls(size_t count, uint32_t seed) {
         kCount);
     entry
         .plain([](size_t i) {
-            stated::hull(clouds[i], byDefinition);
+            plain_forms::hull(clouds[i], byDefinition);
             return arrayOf(byDefinition);
         })
         .peer(
@@ -256,7 +254,7 @@ void addConvexity(size_t count, uint32_t seed) {
     static const auto rings = boostRings<BoostRing>(outlines);
     Entry(named("convexity of ", kVertices, " vertices"), count,
           [](size_t i) { return Zan_IsConvex(outlines[i].cbegin(), outlines[i].cend()); })
-        .plain([](size_t i) { return stated::convex(outlines[i]); })
+        .plain([](size_t i) { return plain_forms::convex(outlines[i]); })
         .peer("by hand", [](size_t i) { return convexByHand(outlines[i]); })
         .peer("Boost.Geometry", [](size_t i) { return bg::is_convex(rings[i]); });
 }
@@ -328,7 +326,7 @@ void addClips(size_t count, uint32_t seed) {
               return arrayOf(ours);
           })
         .plain([](size_t i) {
-            stated::clip(clips4[i], subjects4[i], byDefinition);
+            plain_forms::clip(clips4[i], subjects4[i], byDefinition);
             return arrayOf(byDefinition);
         })
         .peer(

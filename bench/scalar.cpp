@@ -6,7 +6,7 @@
 #include <numeric>
 
 #include "entries.h"
-#include "stated.h"
+#include "tests/support/plain_forms.h"
 #include "zan/scalar.h"
 
 namespace zan_bench {
@@ -245,7 +245,7 @@ void addRatios() {
               static_cast<void>(Zan_AddRatio(&p[i].a, &p[i].b, &sum, nullptr));
               return sum;
           })
-        .plain([=](size_t i) { return stated::sum(p[i].a, p[i].b); })
+        .plain([=](size_t i) { return plain_forms::sum(p[i].a, p[i].b); })
         .peer(
             "Boost.Rational", [=](size_t i) { return q[i].a + q[i].b; }, SameRatio())
         .peer(
@@ -256,7 +256,7 @@ void addRatios() {
               static_cast<void>(Zan_MulRatio(&p[i].a, &p[i].b, &product, nullptr));
               return product;
           })
-        .plain([=](size_t i) { return stated::product(p[i].a, p[i].b); })
+        .plain([=](size_t i) { return plain_forms::product(p[i].a, p[i].b); })
         .peer(
             "Boost.Rational", [=](size_t i) { return q[i].a * q[i].b; }, SameRatio())
         .peer(
@@ -267,7 +267,7 @@ void addRatios() {
               static_cast<void>(Zan_CompareRatio(&p[i].a, &p[i].b, &order));
               return order;
           })
-        .plain([=](size_t i) { return stated::order(p[i].a, p[i].b); })
+        .plain([=](size_t i) { return plain_forms::order(p[i].a, p[i].b); })
         .peer(
             "Boost.Rational", [=](size_t i) { return q[i].a < q[i].b; }, SameOrder())
         .peer(

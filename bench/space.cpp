@@ -2,14 +2,13 @@
 #include <Eigen/Dense>
 
 #include "entries.h"
+#include "tests/support/vectors.h"
 #include "peers_glm.h"
 #include "zan/space.h"
 
 namespace zan_bench {
 namespace {
 
-using Vector2 = Zan_Vector2T<double>;
-using Vector3 = Zan_Vector3T<double>;
 
 Vector3 pointOf(Random& random, double low, double high) {
     return {random.real(low, high), random.real(low, high), random.real(low, high)};

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <map>
 
-#include "host_reports.h"
+#include "tests/support/host_reports.h"
 #include "platform/oska.h"
 #include "zan/frame.h"
 

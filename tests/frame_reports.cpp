@@ -3,7 +3,7 @@
 #include <cstring>
 #include <sstream>
 
-#include "host_reports.h"
+#include "tests/support/host_reports.h"
 #include "zan/frame.h"
 
 TEST_CASE("a report says what and where") {

@@ -1,5 +1,5 @@
 // Points and rectangles, one test for the three integer coordinate types; conversions between them; corner views.
-#include "values.h"
+#include "tests/support/random.h"
 #include "zan/geom2d.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Rectangles of NaNs and of great widths; angles of points and directions.
-#include "values.h"
+#include "tests/support/random.h"
 #include "zan/geom2d.h"
 
 TEST_CASE("a NaN loses to the value that is tested against it, a width wraps in 32 bits") {

@@ -1,6 +1,6 @@
 // Building transforms: what each step does after what the matrix did before, and the scale factors read back.
-#include "host_reports.h"
-#include "matrices.h"
+#include "tests/support/host_reports.h"
+#include "tests/support/matrices.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Inverses, adjugates and normal matrices.
-#include "host_reports.h"
-#include "matrices.h"
+#include "tests/support/host_reports.h"
+#include "tests/support/matrices.h"
 
 namespace {
 

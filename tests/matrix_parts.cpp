@@ -1,6 +1,6 @@
 // Transforms taken apart and put together again, angles read back, quaternions and the way between them.
-#include "host_reports.h"
-#include "matrices.h"
+#include "tests/support/host_reports.h"
+#include "tests/support/matrices.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Points through matrices: every operation on doubles against its one-point rule, and integer points that overflow.
-#include "host_reports.h"
-#include "matrices.h"
+#include "tests/support/host_reports.h"
+#include "tests/support/matrices.h"
 #include "zan/geom2d.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // The boxes around rectangles that go through matrices, with their corners and the flag for a turned one.
-#include "host_reports.h"
-#include "matrices.h"
+#include "tests/support/host_reports.h"
+#include "tests/support/matrices.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Matrices as values: kinds, comparison, products and sums, determinants, conversion between the sizes.
-#include "matrices.h"
+#include "tests/support/matrices.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <new>
 #include <vector>
 
-#include "host_reports.h"
+#include "tests/support/host_reports.h"
 #include "zan/zan.h"
 
 namespace {

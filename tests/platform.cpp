@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "host_reports.h"
+#include "tests/support/host_reports.h"
 #include "zan/frame.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Layer outlines against corners and cuts worked by hand, and what they do with memory.
-#include "matrices.h"
+#include "tests/support/matrices.h"
 #include "platform/bel.h"
 #include "zan/poly.h"
 

@@ -1,5 +1,5 @@
 // Polygons clipped, points in them, areas, hulls and convexity, answers worked by hand.
-#include "values.h"
+#include "tests/support/random.h"
 #include "zan/poly.h"
 
 using Points = std::vector<Zan_Vector2T<double>>;

@@ -1,6 +1,6 @@
 // Multiplication and division in 16.16 and 8.24, answers worked by hand.
-#include "host_reports.h"
-#include "values.h"
+#include "tests/support/host_reports.h"
+#include "tests/support/random.h"
 #include "zan/scalar.h"
 
 TEST_CASE("products and quotients in 16.16 and 8.24") {

@@ -3,7 +3,7 @@
 #include <numeric>
 
 #include "scalar/wide_product.h"
-#include "values.h"
+#include "tests/support/random.h"
 #include "zan/scalar.h"
 
 TEST_CASE("bit counts and powers of two") {

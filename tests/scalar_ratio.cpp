@@ -1,6 +1,6 @@
 // Ratios, answers worked by hand.
-#include "host_reports.h"
-#include "values.h"
+#include "tests/support/host_reports.h"
+#include "tests/support/random.h"
 #include "zan/scalar.h"
 
 namespace {

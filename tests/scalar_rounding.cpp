@@ -1,5 +1,5 @@
 // Rounding of doubles and to a multiple, and the remainder of doubles.
-#include "values.h"
+#include "tests/support/random.h"
 #include "zan/scalar.h"
 
 TEST_CASE("doubles rounded to integers") {

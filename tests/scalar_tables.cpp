@@ -4,7 +4,7 @@
 #include <cstring>
 #include <vector>
 
-#include "host_reports.h"
+#include "tests/support/host_reports.h"
 #include "zan/frame.h"
 #include "zan/scalar.h"
 

@@ -4,7 +4,7 @@
 #include <complex>
 
 #include "look.h"
-#include "values.h"
+#include "tests/support/random.h"
 
 namespace {
 

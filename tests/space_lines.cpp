@@ -1,5 +1,5 @@
 // Segments against the near plane and against rectangles, and their distance from a point.
-#include "matrices.h"
+#include "tests/support/matrices.h"
 #include "zan/space.h"
 
 TEST_CASE("a segment and the near plane") {

@@ -1,6 +1,6 @@
 // Planes from points and normals, where rays meet them, and what is seen edge-on.
-#include "host_reports.h"
-#include "matrices.h"
+#include "tests/support/host_reports.h"
+#include "tests/support/matrices.h"
 #include "zan/space.h"
 
 TEST_CASE("plane equations") {

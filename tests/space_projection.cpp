@@ -1,6 +1,6 @@
 // Single points to the screen, directions, rotation about a centre.
-#include "host_reports.h"
-#include "matrices.h"
+#include "tests/support/host_reports.h"
+#include "tests/support/matrices.h"
 #include "zan/space.h"
 
 TEST_CASE("a point of the plane to the screen, and directions") {

@@ -83,9 +83,9 @@ class Tree:
         """The commands that decide, the likeliest first."""
         files = sorted(p.stem for p in (ROOT / "tests").glob(f"{room}_*.cpp"))
         program = [self.build / "tests" / "zan_tests", "-#", "--abort"]
-        properties = self.build / "tests" / "fuzz" / "zan_properties"
+        properties = self.build / "tests" / "properties" / "zan_properties"
         yield [*program, ",".join(f"[#{f}]" for f in files)]
-        if any((ROOT / "fuzz").glob(f"{room}_*.cpp")):
+        if any((ROOT / "tests" / "properties").glob(f"{room}_*.cpp")):
             yield [properties, room]
         yield [*program, "".join(f"~[#{f}]" for f in files)]
         yield [properties]

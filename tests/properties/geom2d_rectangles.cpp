@@ -1,6 +1,6 @@
 // Intersection, union and relations of rectangles against sets of cells.
 
-#include "choices.h"
+#include "property.h"
 #include "zan/geom2d.h"
 
 namespace {

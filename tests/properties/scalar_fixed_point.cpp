@@ -1,7 +1,7 @@
 // Quotients in 16.16, products and quotients in 8.24 against exact integers.
 
-#include "choices.h"
-#include "tests/host_reports.h"
+#include "property.h"
+#include "tests/support/host_reports.h"
 #include "zan/scalar.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // Ratios against 128-bit fractions; best rational approximations against a walk of one mediant at a time.
 
-#include "choices.h"
+#include "property.h"
 #include "scalar/best_rational.h"
-#include "tests/host_reports.h"
+#include "tests/support/host_reports.h"
 #include "zan/scalar.h"
 
 namespace {

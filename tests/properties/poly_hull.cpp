@@ -1,6 +1,6 @@
 // Hulls against a plain walk around the same grid.
 
-#include "choices.h"
+#include "property.h"
 #include "platform/kelvora_point.h"
 #include "zan/poly.h"
 

@@ -1,8 +1,8 @@
 // Every form of the loops over polygons gives the bits of the plain one, and convexity the answer of the rule in its
 // plainest words.
 
-#include "bench/stated.h"
-#include "choices.h"
+#include "tests/support/plain_forms.h"
+#include "property.h"
 #include "poly/kernels/edges.h"
 #include "poly/kernels/turns.h"
 #include "zan/poly.h"
@@ -95,7 +95,7 @@ bool turns(Choices& c) {
         must(seen.left == plain.left && seen.right == plain.right);
         must(alone.left <= plain.left && alone.right <= plain.right && done <= turns);
     });
-    const bool convex = zan_bench::stated::convex(ring);
+    const bool convex = plain_forms::convex(ring);
     must(Zan_IsConvex(ring.cbegin(), ring.cend()) == convex);
     must(Zan_IsConvex(four.cbegin(), four.cend()) == convex);
     return convex;

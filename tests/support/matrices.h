@@ -1,16 +1,18 @@
-// Matrices for the tests: made from a list, read by index, changed at one place; and what a call throws.
-#ifndef ZAN_TESTS_MATRICES_H
-#define ZAN_TESTS_MATRICES_H
+// Matrices for the tests: made from a list of elements, read by index, changed in one element. And the code that a call
+// throws.
+#ifndef ZAN_TESTS_SUPPORT_MATRICES_H
+#define ZAN_TESTS_SUPPORT_MATRICES_H
 
 #include <array>
 #include <bit>
 
-#include "values.h"
+#include "tests/support/random.h"
+#include "tests/support/vectors.h"
 #include "zan/matrix.h"
 
-using V2 = Zan_Vector2T<double>;
-using V3 = Zan_Vector3T<double>;
-using V4 = Zan_Vector4T<double>;
+using V2 = Vector2;
+using V3 = Vector3;
+using V4 = Vector4;
 inline constexpr double kNaN = NAN, kInf = INFINITY, kPi = 3.141592653589793;
 
 template <class Matrix>
@@ -26,7 +28,7 @@ double at(const Matrix& m, int row, int column) {
     using Elements = std::array<double, sizeof(Matrix) / sizeof(double)>;
     return std::bit_cast<Elements>(m)[static_cast<size_t>(row * sizeOf<Matrix> + column)];
 }
-/// Every element from the function of row and column.
+/// The matrix whose elements are element(row, column).
 template <class Matrix, class Element>
 Matrix fill(Element element) {
     constexpr int n = sizeOf<Matrix>;
@@ -43,7 +45,7 @@ template <class Matrix>
 Matrix transposed(const Matrix& m) {
     return fill<Matrix>([&](int i, int j) { return at(m, j, i); });
 }
-/// Summed up from left to right.
+/// The matrix product; terms are added from left to right.
 template <class Matrix>
 Matrix product(const Matrix& a, const Matrix& b) {
     return fill<Matrix>([&](int i, int j) {
@@ -52,11 +54,11 @@ Matrix product(const Matrix& a, const Matrix& b) {
         return sum;
     });
 }
-/// A transform of space without translation.
+/// A 4x4 transform of the given 3x3 elements, without translation.
 inline Zan_Matrix4 turning(const double (&e)[9]) {
     return fill<Zan_Matrix4>([&](int i, int j) { return i < 3 && j < 3 ? e[3 * i + j] : i == j ? 1.0 : 0.0; });
 }
-/// Rz * Ry * Rx, or the other way round.
+/// Rz * Ry * Rx, or Rx * Ry * Rz.
 inline Zan_Matrix4 turnBy(double rx, double ry, double rz, bool zyx) {
     Zan_Matrix4 m(true);
     m.RotateAxis(zyx, 0, !zyx, zyx ? rx : rz);
@@ -74,4 +76,4 @@ long thrownBy(Call call) {
     }
 }
 
-#endif  // ZAN_TESTS_MATRICES_H
+#endif  // ZAN_TESTS_SUPPORT_MATRICES_H

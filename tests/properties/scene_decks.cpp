@@ -5,7 +5,7 @@
 #include <set>
 #include <sstream>
 
-#include "choices.h"
+#include "property.h"
 #include "program.h"
 
 namespace {

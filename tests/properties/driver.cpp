@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "choices.h"
-#include "tests/host_reports.h"
+#include "property.h"
+#include "tests/support/host_reports.h"
 
 static bool check(const Property& property, Choices choices) {
     HostReports host;

@@ -1,7 +1,7 @@
-// The plain forms of what zan has quicker ways for: one step after the other, as the operations are defined, and as
-// short as may be. They must give the bits that zan gives.
-#ifndef ZAN_BENCH_STATED_H
-#define ZAN_BENCH_STATED_H
+// Plain forms of operations for which zan has faster algorithms: the steps of the operation's definition, one after the
+// other, in short code. They give zan's answers to the last bit.
+#ifndef ZAN_TESTS_SUPPORT_PLAIN_FORMS_H
+#define ZAN_TESTS_SUPPORT_PLAIN_FORMS_H
 
 #include <algorithm>
 #include <bit>
@@ -10,12 +10,9 @@
 #include <cstring>
 #include <vector>
 
-#include "zan/types.h"
+#include "tests/support/vectors.h"
 
-namespace zan_bench::stated {
-
-using Vector2 = Zan_Vector2T<double>;
-using Vector4 = Zan_Vector4T<double>;
+namespace plain_forms {
 
 // Ratios, for operands whose results fit without a reduction.
 
@@ -210,6 +207,6 @@ inline void clip(const std::vector<Vector4>& clipPolygon, const std::vector<Vect
     result = w;
 }
 
-}  // namespace zan_bench::stated
+}  // namespace plain_forms
 
-#endif  // ZAN_BENCH_STATED_H
+#endif  // ZAN_TESTS_SUPPORT_PLAIN_FORMS_H

@@ -1,7 +1,7 @@
 // What the host was told, one line of text a report: "0x110008 sev 8: overflow in fix24 multiply.", the platform's own
 // errors as "0x110014 sev 8 code 12: ...". Installed while the object lives. And what the host's memory holds.
-#ifndef ZAN_TESTS_HOST_REPORTS_H
-#define ZAN_TESTS_HOST_REPORTS_H
+#ifndef ZAN_TESTS_SUPPORT_HOST_REPORTS_H
+#define ZAN_TESTS_SUPPORT_HOST_REPORTS_H
 
 #include <cstdio>
 #include <string>
@@ -42,4 +42,4 @@ inline Bel_MemoryCounts memoryCounts() {
     return counts;
 }
 
-#endif  // ZAN_TESTS_HOST_REPORTS_H
+#endif  // ZAN_TESTS_SUPPORT_HOST_REPORTS_H

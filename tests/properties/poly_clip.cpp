@@ -1,7 +1,7 @@
 // Clipped polygons: how often they wind around a point is as often as the subject does inside the clip polygon, and
 // not at all outside.
 
-#include "choices.h"
+#include "property.h"
 #include "zan/poly.h"
 
 namespace {

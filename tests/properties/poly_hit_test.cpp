@@ -1,7 +1,7 @@
 // Points in polygons, by the rule in its plainest words.
 
-#include "bench/stated.h"
-#include "choices.h"
+#include "tests/support/plain_forms.h"
+#include "property.h"
 #include "zan/poly.h"
 #include "zan/space.h"
 
@@ -50,7 +50,7 @@ bool hitTest(Choices& c) {
     }
 
     const auto size = static_cast<int32_t>(vertices.size());
-    const bool expected = zan_bench::stated::hit(p, vertices.data(), vertices.size(), tolerance);
+    const bool expected = plain_forms::hit(p, vertices.data(), vertices.size(), tolerance);
     unsigned char inside = 9;
     must(Zan_IsFloatPointInConcavePoly(&p, vertices.data(), size, tolerance, &inside) == 0 && inside == expected);
     if constexpr (std::is_same_v<T, double>) {

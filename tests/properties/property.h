@@ -1,0 +1,39 @@
+// The frame of a property: how it is registered, how it says that something does not hold, and how it tries each kernel.
+#ifndef ZAN_TESTS_PROPERTIES_PROPERTY_H
+#define ZAN_TESTS_PROPERTIES_PROPERTY_H
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "frame/processor.h"
+#include "tests/support/choices.h"
+#include "tests/support/same_bits.h"
+
+/// Throws the place of the call when the condition does not hold. The driver adds which seed or file it was.
+inline void must(bool holds, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
+    if (!holds) throw std::string(file) + ":" + std::to_string(line);
+}
+
+/// Calls check(kernel) for each kernel of a subsystem's list that this machine can run, the plain one included.
+template <class Kernel, class Check>
+void eachKernel(const Kernel* const* kernels, const Kernel& plain, const Check& check) {
+    must(kernels[0] == &plain);
+    for (int i = 0; kernels[i] != nullptr && i <= static_cast<int>(zan::supportedInstructions()); ++i)
+        check(*kernels[i]);
+}
+
+/// A property of the library. Its check draws a case, compares the library's answers with answers found by other means,
+/// and returns which of two classes the case belongs to. Each class must make up at least 5 % of the seeded cases.
+struct Property {
+    Property(const char* called, int32_t seeds, bool (*decide)(Choices&))
+        : name(called), rounds(seeds), check(decide), next(std::exchange(first, this)) {}
+    const char* name;  ///< subsystem_topic
+    int32_t rounds;
+    bool (*check)(Choices&);
+    const Property* next;
+    inline static const Property* first = nullptr;
+};
+
+#endif  // ZAN_TESTS_PROPERTIES_PROPERTY_H
