@@ -3,6 +3,8 @@
 #ifndef ZAN_BENCH_ENTRIES_H
 #define ZAN_BENCH_ENTRIES_H
 
+#include "inputs.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -15,8 +17,6 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
-
-#include "inputs.h"
 
 namespace zan_bench {
 

@@ -1,5 +1,6 @@
 // Rectangles and angles beside what a host writes by hand: structures of its own and functions that inline.
 #include "zan/geom2d.h"
+
 #include "entries.h"
 
 namespace zan_bench {

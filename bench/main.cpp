@@ -1,8 +1,8 @@
 // The benchmark program: starts the library with its services and runs every room's entries.
-#include <cstdio>
-
 #include "entries.h"
 #include "zan/frame.h"
+
+#include <cstdio>
 
 int main(int argc, char** argv) {
     if (Zan_Birth(Zan_Service_Basic | Zan_Service_FastTrig | Zan_Service_FastCharMath, nullptr) != 0) {

@@ -1,11 +1,12 @@
 // Matrices and what goes through them, beside glm and Eigen, which inline into the host, and loops by hand. zan is
 // called in its shared library, as a host calls it. cglm has single precision alone: it is shown and not counted.
-#include <cglm/cglm.h>
-#include <Eigen/Dense>
+#include "zan/matrix.h"
 
 #include "entries.h"
 #include "peers_glm.h"
-#include "zan/matrix.h"
+
+#include <Eigen/Dense>
+#include <cglm/cglm.h>
 
 #ifdef ZAN_BENCH_PIXMAN
 #include <pixman.h>

@@ -2,11 +2,11 @@
 #ifndef ZAN_BENCH_PEERS_CGAL_H
 #define ZAN_BENCH_PEERS_CGAL_H
 
-#include <memory>
-#include <vector>
-
 #include "entries.h"
 #include "zan/types.h"
+
+#include <memory>
+#include <vector>
 
 namespace zan_bench {
 

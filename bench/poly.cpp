@@ -1,13 +1,13 @@
 // Hit tests, hulls, clipping and whole layers beside Boost.Geometry, CGAL, Clipper, glm and what a host writes by hand.
 #include "zan/poly.h"
 
-#include <polyclipping/clipper.hpp>
-
 #include "entries.h"
 #include "peers_boost.h"
 #include "peers_glm.h"
 #include "tests/support/plain_forms.h"
 #include "zan/matrix.h"
+
+#include <polyclipping/clipper.hpp>
 
 #ifdef ZAN_BENCH_CGAL
 #include "peers_cgal.h"

@@ -1,13 +1,14 @@
 // Integers, rounding, fixed point and ratios beside the standard library, Boost.Rational and what a host writes by
 // hand.
+#include "zan/scalar.h"
+
+#include "entries.h"
+#include "tests/support/plain_forms.h"
+
 #include <boost/rational.hpp>
 
 #include <bit>
 #include <numeric>
-
-#include "entries.h"
-#include "tests/support/plain_forms.h"
-#include "zan/scalar.h"
 
 namespace zan_bench {
 namespace {

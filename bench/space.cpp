@@ -1,14 +1,14 @@
 // Planes, rays and segments beside Eigen's geometry, glm, and what a host writes by hand.
-#include <Eigen/Dense>
+#include "zan/space.h"
 
 #include "entries.h"
-#include "tests/support/vectors.h"
 #include "peers_glm.h"
-#include "zan/space.h"
+#include "tests/support/vectors.h"
+
+#include <Eigen/Dense>
 
 namespace zan_bench {
 namespace {
-
 
 Vector3 pointOf(Random& random, double low, double high) {
     return {random.real(low, high), random.real(low, high), random.real(low, high)};

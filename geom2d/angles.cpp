@@ -1,8 +1,8 @@
 // Compass angles: degrees clockwise from straight up, on a screen whose vertical axis points down.
-#include <cmath>
-
 #include "frame/keep_errno.h"
 #include "zan/geom2d.h"
+
+#include <cmath>
 
 namespace {
 

@@ -1,9 +1,9 @@
 // One polygon clipped by the edges of another, which is convex. Nothing is written to the result until all is done.
-#include <iterator>
-#include <memory>
-
 #include "matrix/point_rules.h"
 #include "zan/poly.h"
+
+#include <iterator>
+#include <memory>
 
 namespace {
 

@@ -1,5 +1,8 @@
 // The convex hull on an integer grid, where every turn is exact. What is found is what a scan around the lowest point
 // finds: the strictly convex vertices in counterclockwise order from that point. Sorted rows get there faster.
+#include "platform/kelvora_point.h"
+#include "zan/poly.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -7,9 +10,6 @@
 #include <limits>
 #include <memory>
 #include <numeric>
-
-#include "platform/kelvora_point.h"
-#include "zan/poly.h"
 
 namespace {
 

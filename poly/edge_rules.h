@@ -2,9 +2,9 @@
 #ifndef ZAN_POLY_EDGE_RULES_H
 #define ZAN_POLY_EDGE_RULES_H
 
-#include <cmath>
-
 #include "poly/kernels/edges.h"
+
+#include <cmath>
 
 namespace zan {
 

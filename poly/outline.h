@@ -2,14 +2,14 @@
 #ifndef ZAN_POLY_OUTLINE_H
 #define ZAN_POLY_OUTLINE_H
 
-#include <algorithm>
-#include <cassert>
-#include <cmath>
-
 #include "frame/report.h"
 #include "matrix/point_rules.h"
 #include "space/segment_distance.h"
 #include "zan/poly.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
 
 namespace zan {
 

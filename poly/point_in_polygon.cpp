@@ -5,18 +5,18 @@
 // it nearer than its neighbours do, so vertices that repeat need no taking out. Most edges of a short outline are told
 // without a closer look, four at a time. Of a long one the edges that can matter are found first, up to 64 at a time;
 // all without branches.
-#include <algorithm>
-#include <array>
-#include <bit>
-#include <cmath>
-#include <limits>
-
 #include "frame/processor.h"
 #include "matrix/nearly_equal.h"
 #include "poly/edge_rules.h"
 #include "poly/outline.h"
 #include "space/segment_distance.h"
 #include "zan/poly.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <limits>
 
 namespace {
 

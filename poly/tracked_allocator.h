@@ -3,10 +3,10 @@
 #ifndef ZAN_POLY_TRACKED_ALLOCATOR_H
 #define ZAN_POLY_TRACKED_ALLOCATOR_H
 
-#include <new>
-
 #include "platform/bel.h"
 #include "zan/poly.h"
+
+#include <new>
 
 template <class T>
 T* Zan_TrackedAllocator<T>::allocate(size_t count) {

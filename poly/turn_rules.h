@@ -2,9 +2,9 @@
 #ifndef ZAN_POLY_TURN_RULES_H
 #define ZAN_POLY_TURN_RULES_H
 
-#include <cmath>
-
 #include "poly/kernels/turns.h"
+
+#include <cmath>
 
 namespace zan {
 

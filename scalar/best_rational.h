@@ -3,10 +3,10 @@
 #ifndef ZAN_SCALAR_BEST_RATIONAL_H
 #define ZAN_SCALAR_BEST_RATIONAL_H
 
+#include "zan/types.h"
+
 #include <cmath>
 #include <cstdint>
-
-#include "zan/types.h"
 
 namespace zan {
 

@@ -1,8 +1,8 @@
 // Bit counts and powers of two.
-#include <bit>
-
 #include "scalar/integers.h"
 #include "zan/scalar.h"
+
+#include <bit>
 
 int16_t Zan_LeadingZeros(uint32_t x) { return static_cast<int16_t>(zan::leadingZeros(x)); }
 

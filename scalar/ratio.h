@@ -2,10 +2,10 @@
 #ifndef ZAN_SCALAR_RATIO_H
 #define ZAN_SCALAR_RATIO_H
 
-#include <optional>
-
 #include "frame/report.h"
 #include "zan/scalar.h"
+
+#include <optional>
 
 namespace zan {
 

@@ -1,9 +1,9 @@
 // Sum, difference, product and quotient of ratios: exact in 32 bits as long as it can be, with common factors cancelled
 // when it cannot, and in double precision only where the caller allows it.
-#include <utility>
-
 #include "scalar/integers.h"
 #include "scalar/ratio.h"
+
+#include <utility>
 
 using zan::addWouldOverflow;
 using zan::fits;

@@ -1,10 +1,10 @@
 // Ratios in other forms: lowest terms, the reciprocal, another denominator, the best approximation of a double.
-#include <cmath>
-
 #include "scalar/best_rational.h"
 #include "scalar/integers.h"
 #include "scalar/ratio.h"
 #include "scalar/rounding.h"
+
+#include <cmath>
 
 using zan::magnitude;
 using zan::Message;

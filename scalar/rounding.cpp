@@ -1,11 +1,11 @@
 // Rounding of doubles to integers and of integers to a multiple, and the remainder of doubles.
 #include "scalar/rounding.h"
 
-#include <cmath>
-
 #include "frame/keep_errno.h"
 #include "scalar/integers.h"
 #include "zan/scalar.h"
+
+#include <cmath>
 
 int32_t Zan_RoundToNearestMult(int32_t x, int32_t m) {
     if (m == 0) return x;

@@ -1,8 +1,8 @@
 // The decomposition of a layer without depth: a half turn about x or y is a mirrored scale.
-#include <cmath>
-
 #include "matrix/vectors.h"
 #include "zan/space.h"
+
+#include <cmath>
 
 int32_t Zan_Correct3DDecompFor2D(Zan_Matrix4Decomp* decomposition) {
     Zan_Matrix4Decomp& d = *decomposition;

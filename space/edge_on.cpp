@@ -1,8 +1,8 @@
 // Is a transformed quadrilateral seen edge-on?
-#include <algorithm>
-
 #include "space/length.h"
 #include "zan/space.h"
+
+#include <algorithm>
 
 int32_t Zan_IsQuadEdgeOn(const Zan_Matrix4* m, const Zan_Vector3T<double>* quad, double tolerance, bool orthographic,
                          bool* edgeOn) {

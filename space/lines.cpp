@@ -1,9 +1,9 @@
 // Segments: against the near plane, against a rectangle, and their distance from a point. Nothing here reports.
-#include <algorithm>
-
 #include "space/near_plane.h"
 #include "space/segment_distance.h"
 #include "zan/space.h"
+
+#include <algorithm>
 
 int32_t Zan_Clip3DLine(const Zan_Vector3T<double>* a, const Zan_Vector3T<double>* b, bool* aBehind, bool* bBehind,
                        Zan_Vector3T<double>* clipPoint) {

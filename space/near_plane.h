@@ -2,10 +2,10 @@
 #ifndef ZAN_SPACE_NEAR_PLANE_H
 #define ZAN_SPACE_NEAR_PLANE_H
 
+#include "zan/space.h"
+
 #include <cmath>
 #include <utility>
-
-#include "zan/space.h"
 
 namespace zan {
 

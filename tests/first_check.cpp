@@ -1,10 +1,10 @@
 // The very first Zan_CheckVersions of a process, for a platform and a header of the given versions, and a second call.
 // Nobody listens, so that the reports go to standard error.
-#include <cstdio>
-#include <cstdlib>
-
 #include "platform/vun.h"
 #include "zan/frame.h"
+
+#include <cstdio>
+#include <cstdlib>
 
 int main(int argc, char** argv) {
     if (argc > 3) Bel_SetInterfaceVersion(std::atoi(argv[2])), VUN_SetInterfaceVersion(std::atoi(argv[3]));

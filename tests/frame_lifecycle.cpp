@@ -1,12 +1,13 @@
 // Start and stop, and the globals block that moves out and in between.
+#include "platform/oska.h"
+#include "tests/support/host_reports.h"
+#include "zan/frame.h"
+
 #include <catch2/catch.hpp>
+
 #include <cstdlib>
 #include <cstring>
 #include <map>
-
-#include "tests/support/host_reports.h"
-#include "platform/oska.h"
-#include "zan/frame.h"
 
 namespace {
 

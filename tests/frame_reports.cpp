@@ -1,10 +1,11 @@
 // The error reporter and the message table.
-#include <catch2/catch.hpp>
-#include <cstring>
-#include <sstream>
-
 #include "tests/support/host_reports.h"
 #include "zan/frame.h"
+
+#include <catch2/catch.hpp>
+
+#include <cstring>
+#include <sstream>
 
 TEST_CASE("a report says what and where") {
     HostReports host;

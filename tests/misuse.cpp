@@ -1,10 +1,10 @@
 // Wrong uses that are the host's to avoid: a build with assertions stops at each, in a process of its own.
+#include "zan/zan.h"
+
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
-
-#include "zan/zan.h"
 
 namespace {
 

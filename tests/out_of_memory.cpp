@@ -1,13 +1,13 @@
 // What the operations that take memory do when there is none: allocation 1 of a call fails, then 2, 3, ... until the
 // call succeeds, once each alone and once with all that follow. The outputs hold what is stated, nobody is told,
 // nothing is lost, and the next try succeeds.
+#include "tests/support/host_reports.h"
+#include "zan/zan.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <new>
 #include <vector>
-
-#include "tests/support/host_reports.h"
-#include "zan/zan.h"
 
 namespace {
 

@@ -1,15 +1,16 @@
 // The platform stand-in's own promises: counts, failures on demand, per-thread state, handlers under fire.
+#include "tests/support/host_reports.h"
+#include "zan/frame.h"
+
+#include <catch2/catch.hpp>
+
 #include <array>
 #include <atomic>
 #include <bit>
-#include <catch2/catch.hpp>
 #include <cstring>
 #include <stdexcept>
 #include <thread>
 #include <vector>
-
-#include "tests/support/host_reports.h"
-#include "zan/frame.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Layer outlines against corners and cuts worked by hand, and what they do with memory.
-#include "tests/support/matrices.h"
 #include "platform/bel.h"
+#include "tests/support/matrices.h"
 #include "zan/poly.h"
 
 namespace {

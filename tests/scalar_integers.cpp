@@ -1,10 +1,10 @@
 // Bit counts, powers of two, overflow predicates, common divisors and multiples, against loops and 64 bits.
-#include <bit>
-#include <numeric>
-
 #include "scalar/wide_product.h"
 #include "tests/support/random.h"
 #include "zan/scalar.h"
+
+#include <bit>
+#include <numeric>
 
 TEST_CASE("bit counts and powers of two") {
     Random random(11);

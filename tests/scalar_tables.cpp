@@ -1,12 +1,13 @@
 // The lookup tables and their prepare counts: what is in them, and every way in which a call can find them.
-#include <catch2/catch.hpp>
-#include <cmath>
-#include <cstring>
-#include <vector>
-
 #include "tests/support/host_reports.h"
 #include "zan/frame.h"
 #include "zan/scalar.h"
+
+#include <catch2/catch.hpp>
+
+#include <cmath>
+#include <cstring>
+#include <vector>
 
 namespace {
 

@@ -1,12 +1,13 @@
 // What a command line cannot bring about: no memory, a library that runs already, hours of work.
-#include <catch2/catch.hpp>
-#include <filesystem>
-#include <sstream>
-
 #include "platform/bel.h"
 #include "program.h"
 #include "progress.h"
 #include "zan/frame.h"
+
+#include <catch2/catch.hpp>
+
+#include <filesystem>
+#include <sstream>
 
 TEST_CASE("scene: without memory, or a library to start, nothing is written") {
     const char* const argv[] = {"zan-scene", ZAN_SCENE_DECKS "/zoom.html", "--all", "--svg=unwritten", "--json=answer"};

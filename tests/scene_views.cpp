@@ -1,10 +1,10 @@
 // Outlines, flags and hits of random decks, compared with a second, plain computation: single turns of single points in
 // long double.
-#include <array>
-#include <complex>
-
 #include "look.h"
 #include "tests/support/random.h"
+
+#include <array>
+#include <complex>
 
 namespace {
 

@@ -1,15 +1,15 @@
 // All that zan asks of its host, in the smallest form that works. A report is four lines on standard output; a real
 // host passes these calls on to the libraries that it has.
+#include "platform/bel.h"
+#include "platform/oska.h"
+#include "platform/vun.h"
+#include "zan/frame.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <new>
 #include <string>
 #include <string_view>
-
-#include "platform/bel.h"
-#include "platform/oska.h"
-#include "platform/vun.h"
-#include "zan/frame.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 #ifndef ZAN_SCENE_ANSWER_H
 #define ZAN_SCENE_ANSWER_H
 
-#include <string>
-
 #include "look.h"
+
+#include <string>
 
 namespace scene {
 

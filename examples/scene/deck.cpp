@@ -1,6 +1,8 @@
 // Reads a deck: gumbo parses the page, this picks the steps out of it and checks their attributes.
 #include "deck.h"
 
+#include "numbers.h"
+
 #include <gumbo.h>
 
 #include <algorithm>
@@ -11,8 +13,6 @@
 #include <memory>
 #include <optional>
 #include <set>
-
-#include "numbers.h"
 
 namespace scene {
 namespace {

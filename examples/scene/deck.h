@@ -2,11 +2,11 @@
 #ifndef ZAN_SCENE_DECK_H
 #define ZAN_SCENE_DECK_H
 
+#include "messages.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "messages.h"
 
 namespace scene {
 

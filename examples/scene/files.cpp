@@ -1,13 +1,13 @@
 // Files that appear whole or not at all.
 #include "files.h"
 
+#include "messages.h"
+
 #include <cerrno>
 #include <cstring>
 #include <fstream>
 #include <random>
 #include <system_error>
-
-#include "messages.h"
 
 namespace scene {
 namespace {

@@ -1,10 +1,10 @@
 // Carries layers to the window through zan's layer polygons and asks them about points.
 #include "look.h"
 
+#include "mapping.h"
+
 #include <algorithm>
 #include <cmath>
-
-#include "mapping.h"
 
 namespace scene {
 namespace {

@@ -2,15 +2,15 @@
 #ifndef ZAN_SCENE_LOOK_H
 #define ZAN_SCENE_LOOK_H
 
+#include "clip.h"
+#include "deck.h"
+
 #include <zan/zan.h>
 
 #include <array>
 #include <cstddef>
 #include <optional>
 #include <vector>
-
-#include "clip.h"
-#include "deck.h"
 
 namespace scene {
 

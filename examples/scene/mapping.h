@@ -5,9 +5,9 @@
 #ifndef ZAN_SCENE_MAPPING_H
 #define ZAN_SCENE_MAPPING_H
 
-#include <zan/zan.h>
-
 #include "deck.h"
+
+#include <zan/zan.h>
 
 namespace scene {
 

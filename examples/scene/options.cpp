@@ -1,10 +1,10 @@
 // What the command line asks for; CLI11 takes it apart.
 #include "options.h"
 
-#include <CLI/CLI.hpp>
-
 #include "messages.h"
 #include "numbers.h"
+
+#include <CLI/CLI.hpp>
 
 namespace scene {
 namespace {

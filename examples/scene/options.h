@@ -2,13 +2,13 @@
 #ifndef ZAN_SCENE_OPTIONS_H
 #define ZAN_SCENE_OPTIONS_H
 
+#include "deck.h"
+#include "look.h"
+
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
-
-#include "deck.h"
-#include "look.h"
 
 namespace scene {
 

@@ -1,14 +1,14 @@
 // The answers as pictures.
 #include "picture.h"
 
+#include "messages.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
 #include <iterator>
 #include <numeric>
-
-#include "messages.h"
 
 namespace scene {
 namespace {

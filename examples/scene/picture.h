@@ -2,10 +2,10 @@
 #ifndef ZAN_SCENE_PICTURE_H
 #define ZAN_SCENE_PICTURE_H
 
+#include "look.h"
+
 #include <string>
 #include <vector>
-
-#include "look.h"
 
 namespace scene {
 

@@ -1,12 +1,6 @@
 // The run from the command line to the files.
 #include "program.h"
 
-#include <zan/zan.h>
-
-#include <algorithm>
-#include <new>
-#include <sstream>
-
 #include "answer.h"
 #include "files.h"
 #include "messages.h"
@@ -15,6 +9,12 @@
 #include "platform/bel.h"
 #include "progress.h"
 #include "table.h"
+
+#include <zan/zan.h>
+
+#include <algorithm>
+#include <new>
+#include <sstream>
 
 namespace scene {
 namespace {

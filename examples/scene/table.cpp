@@ -1,13 +1,13 @@
 // The answers as a table to read.
 #include "table.h"
 
+#include "mapping.h"
+#include "messages.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
-
-#include "mapping.h"
-#include "messages.h"
 
 namespace scene {
 namespace {

@@ -2,11 +2,11 @@
 #ifndef ZAN_SCENE_TABLE_H
 #define ZAN_SCENE_TABLE_H
 
+#include "look.h"
+
 #include <ostream>
 #include <string>
 #include <vector>
-
-#include "look.h"
 
 namespace scene {
 

@@ -5,10 +5,10 @@
 #ifndef ZAN_POLY_H
 #define ZAN_POLY_H
 
+#include "zan/matrix.h"
+
 #include <utility>
 #include <vector>
-
-#include "zan/matrix.h"
 
 /// @cond
 namespace kelvora::geom {

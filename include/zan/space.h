@@ -2,9 +2,9 @@
 #ifndef ZAN_SPACE_H
 #define ZAN_SPACE_H
 
-#include <utility>
-
 #include "zan/matrix.h"
+
+#include <utility>
 
 /// @defgroup planes Planes, rays and lines
 /// A degenerate input (coincident points, a zero normal, a segment without length, a parallel ray) takes the fallback

@@ -1,8 +1,8 @@
 // Products and inverses with AVX2, each lane in the plain form's order, without fused operations. This file is compiled
 // for AVX2: it may include nothing that defines a function.
-#include <immintrin.h>
-
 #include "matrix/kernels/matrices.h"
+
+#include <immintrin.h>
 
 namespace {
 

@@ -1,12 +1,12 @@
 // The loops over arrays of points with AVX2, mostly four points at a time. Each lane does the operations of
 // point_rules.h in their order, without fused ones. What is less than a block, and all from a block that has something
 // special, is for the plain form. This file is compiled for AVX2: it may include nothing that defines a function.
+#include "matrix/kernels/points.h"
+
 #include <immintrin.h>
 
 #include <cstddef>
 #include <cstdint>
-
-#include "matrix/kernels/points.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // The look at edges with AVX2, four at a time. This file is compiled for AVX2: it may include nothing that defines a
 // function.
+#include "poly/kernels/edges.h"
+
 #include <immintrin.h>
 
 #include <cstdint>
-
-#include "poly/kernels/edges.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // One of each record with values that are there before the program runs, for a debugger to show.
+#include "zan/zan.h"
+
 #include <array>
 #include <bit>
 #include <cfloat>
 #include <cmath>
-
-#include "zan/zan.h"
 
 using Sides = std::array<double, 9>;
 using Solid = std::array<double, 16>;

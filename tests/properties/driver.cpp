@@ -1,11 +1,11 @@
 // Checks properties on the cases of the corpus and on seeded ones, or on those that libFuzzer makes. Nothing may be
 // reported meanwhile.
+#include "property.h"
+#include "tests/support/host_reports.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-
-#include "property.h"
-#include "tests/support/host_reports.h"
 
 static bool check(const Property& property, Choices choices) {
     HostReports host;

@@ -1,8 +1,7 @@
 // Every kernel of the matrices gives the bits of the plain one.
 #include "matrix/kernels/matrices.h"
-
-#include "property.h"
 #include "matrix/kernels/points.h"
+#include "property.h"
 
 namespace {
 

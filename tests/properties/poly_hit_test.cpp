@@ -1,7 +1,7 @@
 // Points in polygons, by the rule in its plainest words.
 
-#include "tests/support/plain_forms.h"
 #include "property.h"
+#include "tests/support/plain_forms.h"
 #include "zan/poly.h"
 #include "zan/space.h"
 

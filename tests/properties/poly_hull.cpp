@@ -1,7 +1,7 @@
 // Hulls against a plain walk around the same grid.
 
-#include "property.h"
 #include "platform/kelvora_point.h"
+#include "property.h"
 #include "zan/poly.h"
 
 namespace {

@@ -1,10 +1,10 @@
 // Every form of the loops over polygons gives the bits of the plain one, and convexity the answer of the rule in its
 // plainest words.
 
-#include "tests/support/plain_forms.h"
-#include "property.h"
 #include "poly/kernels/edges.h"
 #include "poly/kernels/turns.h"
+#include "property.h"
+#include "tests/support/plain_forms.h"
 #include "zan/poly.h"
 
 namespace {

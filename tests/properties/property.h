@@ -1,15 +1,15 @@
-// The frame of a property: how it is registered, how it says that something does not hold, and how it tries each kernel.
+// What every property is made of: its registration, how a failure is thrown, and a loop over the kernels.
 #ifndef ZAN_TESTS_PROPERTIES_PROPERTY_H
 #define ZAN_TESTS_PROPERTIES_PROPERTY_H
+
+#include "frame/processor.h"
+#include "tests/support/choices.h"
+#include "tests/support/same_bits.h"
 
 #include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "frame/processor.h"
-#include "tests/support/choices.h"
-#include "tests/support/same_bits.h"
 
 /// Throws the place of the call when the condition does not hold. The driver adds which seed or file it was.
 inline void must(bool holds, const char* file = __builtin_FILE(), int line = __builtin_LINE()) {

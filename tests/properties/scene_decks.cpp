@@ -1,12 +1,12 @@
 // zan-scene on any page: all files that it was asked for, and whole, or none, and a line that says why.
+#include "program.h"
+#include "property.h"
+
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <set>
 #include <sstream>
-
-#include "property.h"
-#include "program.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // Start, one call, one report through the handler, stop: what a host programmer writes in the first five minutes.
-#include <cstdio>
-
 #include "platform/bel.h"
 #include "zan/zan.h"
+
+#include <cstdio>
 
 static void show(void* /*context*/, const Bel_Report* report) {
     std::printf("report 0x%X: %s\n", report->errorNumber, report->text);

@@ -3,10 +3,10 @@
 #ifndef ZAN_TESTS_SUPPORT_HOST_REPORTS_H
 #define ZAN_TESTS_SUPPORT_HOST_REPORTS_H
 
+#include "platform/bel.h"
+
 #include <cstdio>
 #include <string>
-
-#include "platform/bel.h"
 
 class HostReports {
 public:

@@ -3,12 +3,12 @@
 #ifndef ZAN_TESTS_SUPPORT_MATRICES_H
 #define ZAN_TESTS_SUPPORT_MATRICES_H
 
-#include <array>
-#include <bit>
-
 #include "tests/support/random.h"
 #include "tests/support/vectors.h"
 #include "zan/matrix.h"
+
+#include <array>
+#include <bit>
 
 using V2 = Vector2;
 using V3 = Vector3;

@@ -3,14 +3,14 @@
 #ifndef ZAN_TESTS_SUPPORT_PLAIN_FORMS_H
 #define ZAN_TESTS_SUPPORT_PLAIN_FORMS_H
 
+#include "tests/support/vectors.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <vector>
-
-#include "tests/support/vectors.h"
 
 namespace plain_forms {
 

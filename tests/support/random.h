@@ -2,10 +2,10 @@
 #ifndef ZAN_TESTS_SUPPORT_RANDOM_H
 #define ZAN_TESTS_SUPPORT_RANDOM_H
 
-#include <catch2/catch.hpp>
-
 #include "tests/support/choices.h"
 #include "tests/support/same_bits.h"
+
+#include <catch2/catch.hpp>
 
 /// The seed is printed when a check fails while this object lives.
 class Random : public Choices {

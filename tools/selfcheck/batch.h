@@ -4,6 +4,9 @@
 #ifndef ZAN_TOOLS_SELFCHECK_BATCH_H
 #define ZAN_TOOLS_SELFCHECK_BATCH_H
 
+#include "platform/kelvora_point.h"
+#include "zan/zan.h"
+
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
@@ -16,9 +19,6 @@
 #include <tuple>
 #include <utility>
 #include <vector>
-
-#include "platform/kelvora_point.h"
-#include "zan/zan.h"
 
 namespace selfcheck {
 

@@ -1,5 +1,8 @@
 // zan-selfcheck: does this machine, with the library as it was compiled and in the process's floating-point mode, give
 // the sums that every other gives, and leave its host alone? One line says so; the operations that differ follow.
+#include "batch.h"
+#include "platform/bel.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
@@ -10,9 +13,6 @@
 #include <sstream>
 #include <string_view>
 #include <thread>
-
-#include "batch.h"
-#include "platform/bel.h"
 
 using namespace selfcheck;
 
