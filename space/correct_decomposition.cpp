@@ -1,12 +1,15 @@
-// The decomposition of a layer without depth: a half turn about x or y is a mirrored scale.
-#include "matrix/vectors.h"
-#include "zan/space.h"
-
+// Correction of a decomposition for a layer without depth: a half turn about x or y becomes a mirrored scale.
 #include <cmath>
+
+#include "matrix/vectors.h"
+#include "scalar/trigonometry.h"
+#include "zan/space.h"
 
 int32_t Zan_Correct3DDecompFor2D(Zan_Matrix4Decomp* decomposition) {
     Zan_Matrix4Decomp& d = *decomposition;
-    const auto isHalfTurn = [](double radians) { return zan::nearZero(std::fabs(radians * 57.29577951308232) - 180); };
+    const auto isHalfTurn = [](double radians) {
+        return zan::nearZero(std::fabs(radians * zan::kDegreesPerRadian) - 180);
+    };
     const bool aboutX = isHalfTurn(d.rx);
     const bool aboutY = isHalfTurn(d.ry);
     if (aboutX) {

@@ -1,61 +1,64 @@
-// Segments: against the near plane, against a rectangle, and their distance from a point. Nothing here reports.
+// Segments: clipped at the near plane, clipped to a rectangle, and the distance from a point to their line. Nothing here
+// reports.
+#include <algorithm>
+
 #include "space/near_plane.h"
 #include "space/segment_distance.h"
 #include "zan/space.h"
 
-#include <algorithm>
+using zan::Vector2;
+using zan::Vector3;
 
-int32_t Zan_Clip3DLine(const Zan_Vector3T<double>* a, const Zan_Vector3T<double>* b, bool* aBehind, bool* bBehind,
-                       Zan_Vector3T<double>* clipPoint) {
+int32_t Zan_Clip3DLine(const Vector3* a, const Vector3* b, bool* aBehind, bool* bBehind, Vector3* clipPoint) {
     zan::clipAtNearPlane(*a, *b, *aBehind, *bBehind, *clipPoint);
     return 0;
 }
 
-int32_t Zan_PerpDistTo2DLine(const Zan_Vector2T<double>* p, const Zan_Vector2T<double>* a,
-                             const Zan_Vector2T<double>* b, bool* withinSegment, double* distance) {
+int32_t Zan_PerpDistTo2DLine(const Vector2* p, const Vector2* a, const Vector2* b, bool* withinSegment,
+                             double* distance) {
     bool within = false;
-    const int32_t result = zan::perpDistTo2DLine(*p, *a, *b, within, *distance);
+    zan::perpDistTo2DLine(*p, *a, *b, within, *distance);
     if (withinSegment != nullptr) *withinSegment = within;
-    return result;
+    return 0;
 }
 
 namespace {
 
-bool inside(const Zan_FloatRect& rect, const Zan_Vector2T<double>& p) {
+bool isInside(const Zan_FloatRect& rect, const Vector2& p) {
     return rect.left <= p.x && p.x <= rect.right && rect.top <= p.y && p.y <= rect.bottom;
 }
 
-// Moves one coordinate of an end to a side of the rectangle and the other one along the segment. False when the segment
-// runs along that side.
-bool moveTo(double side, double& along, double& across, double otherAlong, double otherAcross) {
-    const double delta = along - otherAlong;
+// Moves an end along its segment until its coordinate on one axis is that of a side. u is the coordinate on the axis
+// across the side, v the one on the other axis. False when the segment runs parallel to the side.
+bool moveToSide(double side, double& u, double& v, double otherU, double otherV) {
+    const double delta = u - otherU;
     if (delta == 0) return false;
-    across = across + (otherAcross - across) * (along - side) / delta;
-    along = side;
+    v = v + (otherV - v) * (u - side) / delta;
+    u = side;
     return true;
 }
 
-// Brings an end that is outside to the rectangle, first sideways, then up or down.
-bool clipEnd(const Zan_FloatRect& rect, Zan_Vector2T<double>& end, const Zan_Vector2T<double>& other) {
+// Moves an end that is outside to the left or right side that it is beyond, then to the top or bottom side.
+bool clipEnd(const Zan_FloatRect& rect, Vector2& end, const Vector2& other) {
     if (end.x < rect.left) {
-        if (!moveTo(rect.left, end.x, end.y, other.x, other.y)) return false;
+        if (!moveToSide(rect.left, end.x, end.y, other.x, other.y)) return false;
     } else if (end.x > rect.right) {
-        if (!moveTo(rect.right, end.x, end.y, other.x, other.y)) return false;
+        if (!moveToSide(rect.right, end.x, end.y, other.x, other.y)) return false;
     }
-    if (end.y < rect.top) return moveTo(rect.top, end.y, end.x, other.y, other.x);
-    if (end.y > rect.bottom) return moveTo(rect.bottom, end.y, end.x, other.y, other.x);
+    if (end.y < rect.top) return moveToSide(rect.top, end.y, end.x, other.y, other.x);
+    if (end.y > rect.bottom) return moveToSide(rect.bottom, end.y, end.x, other.y, other.x);
     return true;
 }
 
 }  // namespace
 
-int32_t Zan_ClipLine2Rect(const Zan_FloatRect* rect, Zan_Vector2T<double>* a, Zan_Vector2T<double>* b, bool* visible) {
+int32_t Zan_ClipLine2Rect(const Zan_FloatRect* rect, Vector2* a, Vector2* b, bool* visible) {
     const Zan_FloatRect r = *rect;
-    Zan_Vector2T<double> first = *a;
-    Zan_Vector2T<double> second = *b;
-    const bool firstOut = !inside(r, first);
-    const bool secondOut = !inside(r, second);
-    if (!firstOut && !secondOut) {
+    Vector2 first = *a;
+    Vector2 second = *b;
+    const bool firstOutside = !isInside(r, first);
+    const bool secondOutside = !isInside(r, second);
+    if (!firstOutside && !secondOutside) {
         *visible = true;
         return 0;
     }
@@ -66,9 +69,10 @@ int32_t Zan_ClipLine2Rect(const Zan_FloatRect* rect, Zan_Vector2T<double>* a, Za
         *visible = false;
         return 0;
     }
-    const bool clipped = (!firstOut || clipEnd(r, first, second)) && (!secondOut || clipEnd(r, second, first));
+    const bool clipped =
+        (!firstOutside || clipEnd(r, first, second)) && (!secondOutside || clipEnd(r, second, first));
     *a = first;
     *b = second;
-    *visible = clipped && (inside(r, first) || inside(r, second));
+    *visible = clipped && (isInside(r, first) || isInside(r, second));
     return 0;
 }

@@ -1,17 +1,17 @@
-// A segment against the near plane, inline for the edges of layers.
+// Clipping a segment at the near plane; inline, for the edges of layer outlines.
 #ifndef ZAN_SPACE_NEAR_PLANE_H
 #define ZAN_SPACE_NEAR_PLANE_H
-
-#include "zan/space.h"
 
 #include <cmath>
 #include <utility>
 
+#include "matrix/vectors.h"
+#include "zan/space.h"
+
 namespace zan {
 
-/// Zan_Clip3DLine.
-inline void clipAtNearPlane(Zan_Vector3T<double> a, Zan_Vector3T<double> b, bool& aBehind, bool& bBehind,
-                            Zan_Vector3T<double>& clipPoint) {
+/// The computation of Zan_Clip3DLine. The ends are copies, so clipPoint may be one of the caller's ends.
+inline void clipAtNearPlane(Vector3 a, Vector3 b, bool& aBehind, bool& bBehind, Vector3& clipPoint) {
     aBehind = bBehind = a.z < Zan_kNearPlaneZ && b.z < Zan_kNearPlaneZ;
     clipPoint = {0, 0, 0};
     if (aBehind || (a.z >= Zan_kNearPlaneZ && b.z >= Zan_kNearPlaneZ)) return;

@@ -1,20 +1,23 @@
-// Planes from points or from a normal, and where a ray meets one. Only a ray that misses reports.
+// Plane equations from points or from a normal, and the intersection of a ray with a plane. Only a ray that misses
+// reports.
 #include "frame/report.h"
-#include "space/length.h"
+#include "matrix/vectors.h"
 #include "zan/space.h"
 
-int32_t Zan_GetPlaneEquation(const Zan_Vector3T<double>* points, int32_t count, Zan_PlaneEq* plane,
-                             Zan_Vector3T<double>* centroid) {
-    Zan_Vector3T<double> normal(0, 0, 0);
-    Zan_Vector3T<double> mean(0, 0, 0);
+using zan::Vector3;
+using zan::Vector4;
+
+int32_t Zan_GetPlaneEquation(const Vector3* points, int32_t count, Zan_PlaneEq* plane, Vector3* centroid) {
+    Vector3 normal(0, 0, 0);
+    Vector3 mean(0, 0, 0);
     if (count < 1) {
         if (centroid != nullptr) *centroid = mean;
         *plane = {0, 0, 0, 0};
         return 0;
     }
     for (int32_t i = 0; i < count; ++i) {
-        const Zan_Vector3T<double>& p = points[i];
-        const Zan_Vector3T<double>& q = points[i + 1 < count ? i + 1 : 0];
+        const Vector3& p = points[i];
+        const Vector3& q = points[i + 1 < count ? i + 1 : 0];
         normal.x += (p.y - q.y) * (p.z + q.z);
         normal.y += (p.z - q.z) * (p.x + q.x);
         normal.z += (p.x - q.x) * (p.y + q.y);
@@ -23,23 +26,22 @@ int32_t Zan_GetPlaneEquation(const Zan_Vector3T<double>* points, int32_t count, 
         mean.z += p.z;
     }
     zan::normalize(normal);
-    const double share = 1.0 / count;
-    mean = {mean.x * share, mean.y * share, mean.z * share};
+    const double reciprocal = 1.0 / count;
+    mean = {mean.x * reciprocal, mean.y * reciprocal, mean.z * reciprocal};
     if (centroid != nullptr) *centroid = mean;
     *plane = {normal.x, normal.y, normal.z, -zan::dot(mean, normal)};
     return 0;
 }
 
-int32_t Zan_GetPlaneEquation2(const Zan_Vector3T<double>* point, const Zan_Vector3T<double>* normal,
-                              Zan_PlaneEq* plane) {
+int32_t Zan_GetPlaneEquation2(const Vector3* point, const Vector3* normal, Zan_PlaneEq* plane) {
     *plane = {normal->x, normal->y, normal->z, -zan::dot(*point, *normal)};
     return 0;
 }
 
-int32_t Zan_RayIntersectPlane(const Zan_PlaneEq* plane, bool forwardOnly, const Zan_Ray* ray, Zan_Vector3T<double>* hit,
+int32_t Zan_RayIntersectPlane(const Zan_PlaneEq* plane, bool forwardOnly, const Zan_Ray* ray, Vector3* hit,
                               bool* behind, bool* hitFound) {
-    const Zan_Vector4T<double> origin = ray->origin;
-    const Zan_Vector3T<double> direction = ray->direction;
+    const Vector4 origin = ray->origin;
+    const Vector3 direction = ray->direction;
     double t = 0;
     bool found = false;
     const double denominator = zan::dot({plane->a, plane->b, plane->c}, direction);

@@ -1,6 +1,5 @@
-// Single points from a layer to the screen, and where a matrix of the plane sends the axes. Only a division by next to
-// nothing fails: the matrices report it and throw its code.
-#include "frame/report.h"
+// Single points from a layer to the screen, and the images of a plane's axes. The matrices report and throw when w is
+// near zero; nothing else here fails.
 #include "matrix/point_rules.h"
 #include "zan/space.h"
 
@@ -8,9 +7,9 @@ using zan::Vector2;
 using zan::Vector3;
 
 bool Zan_TransformPoint2DtoScreen(const Zan_Matrix3& m1, const Zan_Matrix3& m2, Vector2* point) {
-    Zan_Matrix3 both = m1;
-    both *= m2;
-    both.TransformPoint(point);
+    Zan_Matrix3 layerToScreen = m1;
+    layerToScreen *= m2;
+    layerToScreen.TransformPoint(point);
     return true;
 }
 
@@ -19,9 +18,9 @@ bool Zan_TransformPoint3DtoScreen(const Zan_Matrix4& toEye, const Zan_Matrix4& p
     Vector3 p = *point;
     toEye.TransformPointAndDivide(&p);
     if (p.z < Zan_kNearPlaneZ) return false;
-    Zan_Matrix4 toScreen = projection;
-    toScreen *= screen;
-    toScreen.TransformPointAndDivide(&p);
+    Zan_Matrix4 eyeToScreen = projection;
+    eyeToScreen *= screen;
+    eyeToScreen.TransformPointAndDivide(&p);
     *point = p;
     return true;
 }
@@ -37,6 +36,7 @@ bool Zan_TransformPoint3DtoScreen(const Zan_Matrix4& toEye, const Zan_Matrix4& p
 std::pair<Vector2, Vector2> Zan_ComputeDirectionalComponents(const Zan_Matrix3& m) {
     Vector2 images[] = {{1, 0}, {0, 1}, {0, 0}};
     m.TransformPoints(3, images);
-    const auto fromOrigin = [&](const Vector2& p) { return Vector2(p.x - images[2].x, p.y - images[2].y); };
+    const Vector2 origin = images[2];
+    const auto fromOrigin = [origin](const Vector2& p) { return Vector2(p.x - origin.x, p.y - origin.y); };
     return {fromOrigin(images[0]), fromOrigin(images[1])};
 }

@@ -1,15 +1,15 @@
-// A single-precision point turned about a centre.
+// Rotation of a single-precision point about a centre.
 #include "scalar/trigonometry.h"
 #include "zan/space.h"
 
 int32_t Zan_TransformPtF(Zan_Vector2T<float>* centre, double degrees, Zan_Vector2T<float>* point) {
-    const double angle = (degrees - 90) * 0.017453292519943295;
-    const auto [s, c] = zan::sineAndCosine(angle);
-    const Zan_Vector2T<float> about = *centre;
-    const double dx = point->x - about.x;
-    const double u = -static_cast<double>(point->y - about.y);
-    const auto x = static_cast<float>(u * c - dx * s);
-    const auto y = static_cast<float>(u * s + dx * c);
-    *point = {x + about.x, y + about.y};
+    const double radians = (degrees - 90) * zan::kRadiansPerDegree;
+    const auto [sine, cosine] = zan::sineAndCosine(radians);
+    const Zan_Vector2T<float> pivot = *centre;
+    const double dx = point->x - pivot.x;
+    const double minusDy = -static_cast<double>(point->y - pivot.y);
+    const auto x = static_cast<float>(minusDy * cosine - dx * sine);
+    const auto y = static_cast<float>(minusDy * sine + dx * cosine);
+    *point = {x + pivot.x, y + pivot.y};
     return 0;
 }

@@ -1,33 +1,34 @@
-// The distance from a point to a segment's line, inline for the loops of the hit tests.
+// The distance from a point to the line through a segment; inline, for the loops of the hit tests.
 #ifndef ZAN_SPACE_SEGMENT_DISTANCE_H
 #define ZAN_SPACE_SEGMENT_DISTANCE_H
 
-#include "space/length.h"
+#include <cmath>
+
+#include "matrix/vectors.h"
 
 namespace zan {
 
-/// Zan_PerpDistTo2DLine.
-inline int32_t perpDistTo2DLine(const Zan_Vector2T<double>& p, const Zan_Vector2T<double>& a,
-                                const Zan_Vector2T<double>& b, bool& within, double& distance) {
-    const Zan_Vector2T<double> d(b.x - a.x, b.y - a.y);
-    const Zan_Vector2T<double> v(p.x - a.x, p.y - a.y);
-    const double segmentSquared = dot(d, d);
+/// The computation of Zan_PerpDistTo2DLine.
+inline void perpDistTo2DLine(const Vector2& p, const Vector2& a, const Vector2& b, bool& within, double& distance) {
+    const Vector2 d(b.x - a.x, b.y - a.y);
+    const Vector2 v(p.x - a.x, p.y - a.y);
+    const double lengthSquared = dot(d, d);
     const double fromASquared = dot(v, v);
-    const double segment = std::sqrt(segmentSquared);
-    const double reciprocal = 1 / segment;
-    if (segment > 1e-12 && !nearZero(reciprocal)) {
-        const Zan_Vector2T<double> u(d.x * reciprocal, d.y * reciprocal);
+    const double segmentLength = std::sqrt(lengthSquared);
+    const double reciprocal = 1 / segmentLength;
+    if (segmentLength > 1e-12 && !nearZero(reciprocal)) {
+        const Vector2 u(d.x * reciprocal, d.y * reciprocal);
         const double t = dot(u, v);
-        // |v| > |d|; their squares tell, except where they are so close that the roots may round to the same.
-        bool beyond = fromASquared > segmentSquared * (1 + 1e-14);
-        if (!beyond && fromASquared > segmentSquared) beyond = std::sqrt(fromASquared) > segment;
+        // beyond is |v| > |d|, compared by the squares. Only squares within a relative 1e-14 can round to equal roots,
+        // and only they need the second root.
+        bool beyond = fromASquared > lengthSquared * (1 + 1e-14);
+        if (!beyond && fromASquared > lengthSquared) beyond = std::sqrt(fromASquared) > segmentLength;
         within = !(t < 0) && !beyond;
-        distance = length(Zan_Vector2T<double>(v.x - t * u.x, v.y - t * u.y));
+        distance = length(Vector2(v.x - t * u.x, v.y - t * u.y));
     } else {
         within = false;
         distance = std::sqrt(fromASquared);
     }
-    return 0;
 }
 
 }  // namespace zan
