@@ -22,6 +22,18 @@ inline Vector3 cross(const Vector3& a, const Vector3& b) {
 }
 inline double length(const Vector3& v) { return std::sqrt(v.LengthSquared()); }
 
+/// Scales v to unit length. Returns false and leaves v as it is when its length is at most 1e-12 or NaN.
+inline bool normalize(Vector3& v) {
+    const double size = length(v);
+    if (!(size > 1e-12)) return false;
+    const double reciprocal = 1 / size;
+    v = {v.x * reciprocal, v.y * reciprocal, v.z * reciprocal};
+    return true;
+}
+
+inline double dot(const Vector2& a, const Vector2& b) { return a.x * b.x + a.y * b.y; }
+inline double length(const Vector2& v) { return std::sqrt(v.x * v.x + v.y * v.y); }
+
 }  // namespace zan
 
 #endif  // ZAN_MATRIX_VECTORS_H

@@ -1,4 +1,4 @@
-// One polygon clipped by the edges of another, which is convex. Nothing is written to the result until all is done.
+// One polygon clipped to another, which is convex, edge by edge. The result is written last, so it may be an input.
 #include "matrix/point_rules.h"
 #include "zan/poly.h"
 
@@ -10,19 +10,21 @@ namespace {
 using zan::Vector4;
 using Polygon = std::vector<Vector4>;
 
-constexpr double kSide = -1e-6;
+// A point is inside a clip line when its cross product with the edge is below this.
+constexpr double kInsideLimit = -1e-6;
 
-// The line of an edge. At a point it gives the cross product of the edge with the way from its start to the point.
+// The line a x + b y + c = 0 through a directed edge.
 struct Line {
     double a, b, c;
 
     Line(const Vector4& from, const Vector4& to)
         : a(-(to.y - from.y)), b(to.x - from.x), c(from.x * (to.y - from.y) - from.y * (to.x - from.x)) {}
-    double at(const Vector4& p) const { return a * p.x + b * p.y + c; }
+    // cross(to - from, p - from): 0 on the line, negative to the right of the edge.
+    double evaluate(const Vector4& p) const { return a * p.x + b * p.y + c; }
 };
 
-// Where the segment from s to p crosses a line; z and w at the same parameter, from what the line gives at the two
-// ends.
+// Where the segment from s to p crosses a line. atS and atP are the line's values at the ends; z and w are interpolated
+// by them. When the lines are nearly parallel, x and y are not divided by the near-zero denominator.
 Vector4 intersection(const Line& line, const Vector4& s, double atS, const Vector4& p, double atP) {
     const double dx = p.x - s.x;
     const double dy = p.y - s.y;
@@ -40,43 +42,44 @@ Vector4 intersection(const Line& line, const Vector4& s, double atS, const Vecto
     return {-(x * r), y * r, z, w};
 }
 
-// Memory for some objects, on the stack for a few. What it held is lost when it grows.
+// An uninitialised array, on the stack up to a fixed size.
 template <class T>
-class Room {
+class SmallBuffer {
 public:
-    T* of(size_t count) {
-        if (count <= std::size(few_)) return few_;
+    // An array of at least `count` elements. Growing discards the contents.
+    T* get(size_t count) {
+        if (count <= std::size(inline_)) return inline_;
         if (capacity_ < count) {
-            many_ = std::make_unique_for_overwrite<T[]>(count);
+            heap_ = std::make_unique_for_overwrite<T[]>(count);
             capacity_ = count;
         }
-        return many_.get();
+        return heap_.get();
     }
 
 private:
-    T few_[48];
+    T inline_[48];
     size_t capacity_ = 0;
-    std::unique_ptr<T[]> many_;
+    std::unique_ptr<T[]> heap_;
 };
 
-// A polygon that is cut again and again. Where nothing is cut off it stays where it is.
-class Remainder {
+// A polygon under clipping. It is copied only when a line cuts something off.
+class ClippedPolygon {
 public:
-    explicit Remainder(const Polygon& polygon) : vertices_(polygon.data()), size_(polygon.size()) {}
+    explicit ClippedPolygon(const Polygon& polygon) : vertices_(polygon.data()), size_(polygon.size()) {}
 
-    // By the edges between the vertices of a range, the one that closes it first.
+    // Clips by each edge of the polygon [vertex, end), beginning with the edge from the last vertex to the first.
     template <class Iterator>
     void clipAll(Iterator vertex, Iterator end) {
-        for (Iterator before = end - 1; vertex != end; before = vertex++) clip(Line(*before, *vertex));
+        for (Iterator previous = end - 1; vertex != end; previous = vertex++) clip(Line(*previous, *vertex));
     }
 
-    // Nothing is written before all memory is there.
+    // Leaves the result as it is when an allocation fails.
     void copyTo(Polygon& result) const {
         if (vertices_ == result.data() && size_ == result.size()) return;
         if (size_ > result.capacity()) {
             result = Polygon(vertices_, vertices_ + size_);
         } else {
-            // Over vertices that are there still would be a branch that nobody can predict.
+            // Clear first: assigning over old elements branches on both sizes, and mispredicts.
             result.clear();
             result.assign(vertices_, vertices_ + size_);
         }
@@ -85,35 +88,38 @@ public:
 private:
     void clip(const Line& line) {
         if (size_ <= 2) size_ = 0;
-        double* at = at_.of(size_);
+        double* values = values_.get(size_);
         size_t inside = 0;
         for (size_t i = 0; i < size_; ++i) {
-            at[i] = line.at(vertices_[i]);
-            inside += at[i] < kSide ? 1 : 0;
+            values[i] = line.evaluate(vertices_[i]);
+            inside += values[i] < kInsideLimit ? 1 : 0;
         }
         if (inside == size_) return;
-        // Each run of vertices outside adds two cuts, and there are as many runs inside.
-        Vector4* const to = steps_[next_].of(size_ + size_ / 2);
+        // Each run of outside vertices is replaced by two intersections, and there are at most size_ / 2 runs.
+        Vector4* const clipped = buffers_[next_].get(size_ + size_ / 2);
         next_ = 1 - next_;
-        size_t kept = 0;
+        size_t count = 0;
         for (size_t i = 0, s = size_ - 1; i < size_; s = i++) {
-            const bool isInside = at[i] < kSide;
-            if (isInside != (at[s] < kSide)) to[kept++] = intersection(line, vertices_[s], at[s], vertices_[i], at[i]);
-            if (isInside) to[kept++] = vertices_[i];
+            const bool isInside = values[i] < kInsideLimit;
+            if (isInside != (values[s] < kInsideLimit)) {
+                clipped[count++] = intersection(line, vertices_[s], values[s], vertices_[i], values[i]);
+            }
+            if (isInside) clipped[count++] = vertices_[i];
         }
-        vertices_ = to;
-        size_ = kept;
+        vertices_ = clipped;
+        size_ = count;
     }
 
     const Vector4* vertices_;
     size_t size_;
-    Room<Vector4> steps_[2];
-    Room<double> at_;
+    SmallBuffer<Vector4> buffers_[2];  // used in turn: vertices_ points into the other one
+    SmallBuffer<double> values_;
     int next_ = 0;
 };
 
-// Whether the middle of the vertices is on the negative side of the first edge: then the inside is, of every edge.
-bool insideIsNegative(const Polygon& polygon) {
+// Whether a convex polygon runs clockwise (y upward), so that its inside is to the right of every edge. Decided by the
+// mean of its vertices, which is inside, and the first edge.
+bool isClockwise(const Polygon& polygon) {
     double x = 0;
     double y = 0;
     for (const Vector4& p : polygon) {
@@ -122,7 +128,7 @@ bool insideIsNegative(const Polygon& polygon) {
     }
     const auto count = static_cast<double>(polygon.size());
     const Vector4 &from = polygon[0], &to = polygon[1];
-    return (to.x - from.x) * (y / count - from.y) - (to.y - from.y) * (x / count - from.x) < kSide;
+    return (to.x - from.x) * (y / count - from.y) - (to.y - from.y) * (x / count - from.x) < kInsideLimit;
 }
 
 }  // namespace
@@ -133,12 +139,13 @@ void Zan_PolyPolyClip2D(const Polygon* clipPolygon, const Polygon* subject, Poly
         result->clear();
         return;
     }
-    Remainder remainder(*subject);
-    // A branch for the two orders, which is predicted: to choose each vertex would wait for the middle.
-    if (insideIsNegative(edges)) {
-        remainder.clipAll(edges.begin(), edges.end());
+    ClippedPolygon clipped(*subject);
+    // Two calls, so that the order is a branch, which is predicted; selecting each vertex by the order would wait for
+    // the mean of the vertices.
+    if (isClockwise(edges)) {
+        clipped.clipAll(edges.begin(), edges.end());
     } else {
-        remainder.clipAll(edges.rbegin(), edges.rend());
+        clipped.clipAll(edges.rbegin(), edges.rend());
     }
-    remainder.copyTo(*result);
+    clipped.copyTo(*result);
 }

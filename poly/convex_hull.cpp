@@ -1,5 +1,8 @@
-// The convex hull on an integer grid, where every turn is exact. What is found is what a scan around the lowest point
-// finds: the strictly convex vertices in counterclockwise order from that point. Sorted rows get there faster.
+// The convex hull, found on an integer grid, where cross products are exact: its strictly convex vertices in
+// counterclockwise order from the lowest one. The points are sorted by rows and the two sides of the hull built one
+// after the other (monotone chain), which gives the same vertices as an angular sort around the lowest point and is
+// faster.
+#include "matrix/vectors.h"
 #include "platform/kelvora_point.h"
 #include "zan/poly.h"
 
@@ -13,28 +16,28 @@
 
 namespace {
 
-// Fewer points are sorted faster than any is left out.
-constexpr size_t kWorthwhile = 32;
+// Sorting fewer points is faster than filtering them first.
+constexpr size_t kMinPointsForFilter = 32;
 
-// Coordinates up to 2^30, so that cross products fit in 64 bits.
+// Coordinates are at most 2^30, so cross products fit in 64 bits.
 struct GridPoint {
     int64_t x, y;
 };
 
-// A grid point as one number, row first.
+// A grid point as one number that sorts by y, then by x.
 uint64_t pack(const GridPoint& p) { return static_cast<uint64_t>(p.y) << 32 | static_cast<uint64_t>(p.x); }
 GridPoint unpack(uint64_t key) { return {static_cast<int64_t>(key & 0xFFFFFFFF), static_cast<int64_t>(key >> 32)}; }
 
-// Positive when the way from a over b to c turns left.
+// cross(b - a, c - b); positive for a left turn.
 int64_t turn(const GridPoint& a, const GridPoint& b, const GridPoint& c) {
     return (b.x - a.x) * (c.y - b.y) - (c.x - b.x) * (b.y - a.y);
 }
 
-// The outermost x of some points; the opposite of an extent where there are none.
+// The least and the greatest of some coordinates.
 struct Extent {
     double low, high;
 
-    // Leaves NaN out.
+    // Ignores NaN.
     void include(double value) {
         low = value < low ? value : low;
         high = value > high ? value : high;
@@ -45,63 +48,70 @@ struct Extent {
     }
 };
 
-constexpr Extent kNowhere = {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+// Of no coordinates at all.
+constexpr Extent kEmptyExtent = {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
 
-// One axis of the grid: 2^29 steps from the lowest to the highest coordinate.
+// One axis of the grid: 2^29 steps from the least to the greatest coordinate.
 struct Axis {
     double low, step;
 
     explicit Axis(const Extent& extent) : low(extent.low), step((extent.high - extent.low) * 0x1p-29) {}
-    // Without extent, or with more than there are numbers, the division gives no number: everything is in one place.
+    // The quotient is NaN or infinite when the extent is zero or overflows; every value then snaps to 0.
     int64_t snap(double value) const {
-        const double place = (value - low) / step + 0.5;
-        return place >= 0 && place <= 0x1p30 ? static_cast<int64_t>(place) : 0;
+        const double position = (value - low) / step + 0.5;
+        return position >= 0 && position <= 0x1p30 ? static_cast<int64_t>(position) : 0;
     }
-    double coordinate(int64_t place) const { return static_cast<double>(place) * step + low; }
+    double coordinate(int64_t position) const { return static_cast<double>(position) * step + low; }
 };
 
-// Finds the points that can be corners of the hull and lists their indexes. Not listed is what has points on both
-// sides, not below it, and on both sides, not above it. On the grid, where all of these may have moved together, it is
-// between them or in the place of one that is further out in every direction in which that place is a corner; so one
-// point of each corner is listed. The points are gathered in strips by y, which do not have to be exact to keep their
-// order.
-size_t listOuter(const auto* points, size_t count, const Extent& y, uint64_t* list) {
-    constexpr int kMostStripBits = 10;
-    const int stripBits = std::min(kMostStripBits, static_cast<int>(std::bit_width(count)) - 2);
+// Filter: writes the indexes of the points that may be hull vertices to `list` and returns their number. Points are
+// binned by y into strips. A point is left out when each of the four quadrants around it holds another point: one with
+// less x and one with greater x in lower strips, and the same in higher strips.
+//
+// No vertex of the grid hull is lost. Snapping is monotonic in each coordinate, and a hull vertex is the one grid point
+// that is farthest in some direction, say, toward greater x and y. Suppose that all points that snap to it are left
+// out, and let p be one of them in the highest strip. The point in the upper right quadrant of p snaps at least as far
+// in that direction, so to the same vertex, but is in a higher strip: a contradiction. The strip's number may be
+// rounded, since it stays monotonic in y.
+size_t listCandidates(const auto* points, size_t count, const Extent& y, uint64_t* list) {
+    constexpr int kMaxStripBits = 10;
+    const int stripBits = std::min(kMaxStripBits, static_cast<int>(std::bit_width(count)) - 2);
     const size_t stripCount = size_t{1} << stripBits;
-    std::array<Extent, 1 << kMostStripBits> strips, between;
+    std::array<Extent, 1 << kMaxStripBits> strips, inner;
     const auto last = static_cast<double>(stripCount - 1);
     const double scale = static_cast<double>(stripCount) / (y.high - y.low);
-    const auto stripOf = [=](double at) {
-        const double place = (at - y.low) * scale;
-        const double notNegative = place > 0 ? place : 0;  // nor NaN
+    const auto stripOf = [=](double value) {
+        const double position = (value - y.low) * scale;
+        const double notNegative = position > 0 ? position : 0;  // 0 for NaN
         return static_cast<size_t>(static_cast<int32_t>(notNegative < last ? notNegative : last));
     };
-    std::fill_n(strips.begin(), stripCount, kNowhere);
+    // inner[i]: the x strictly between are hidden by points in the strips below and above strip i.
+    std::fill_n(strips.begin(), stripCount, kEmptyExtent);
     for (size_t i = 0; i < count; ++i) strips[stripOf(points[i].y)].include(points[i].x);
-    Extent below = kNowhere, above = kNowhere;
+    Extent below = kEmptyExtent, above = kEmptyExtent;
     for (size_t i = 0; i < stripCount; ++i) {
-        between[i] = below;
+        inner[i] = below;
         below.include(strips[i]);
     }
     for (size_t i = stripCount; i-- > 0;) {
-        between[i] = {std::max(between[i].low, above.low), std::min(between[i].high, above.high)};
+        inner[i] = {std::max(inner[i].low, above.low), std::min(inner[i].high, above.high)};
         above.include(strips[i]);
     }
     size_t listed = 0;
     for (size_t i = 0; i < count; ++i) {
         const double x = points[i].x;
-        const Extent& inner = between[stripOf(points[i].y)];
+        const Extent& hidden = inner[stripOf(points[i].y)];
+        // Always written and counted by a sum, because a branch would be mispredicted.
         list[listed] = i;
-        listed += static_cast<size_t>(!(x > inner.low)) | static_cast<size_t>(!(x < inner.high));
+        listed += static_cast<size_t>(!(x > hidden.low)) | static_cast<size_t>(!(x < hidden.high));
     }
     return listed;
 }
 
-// Goes on from the last entry of the chain over [first, last), keeping left turns only.
+// Appends [first, last) to a chain, removing entries after its present last one that are not left turns.
 template <class Iterator>
-void extend(std::vector<GridPoint>& chain, Iterator first, Iterator last) {
-    const size_t fixed = chain.size();
+void extendChain(std::vector<GridPoint>& chain, Iterator first, Iterator last) {
+    const size_t fixed = chain.size();  // these entries stay
     for (; first != last; ++first) {
         const GridPoint p = unpack(*first);
         while (chain.size() > fixed && turn(chain[chain.size() - 2], chain.back(), p) <= 0) chain.pop_back();
@@ -109,22 +119,22 @@ void extend(std::vector<GridPoint>& chain, Iterator first, Iterator last) {
     }
 }
 
-// The hull of at least one grid point. Up along the right side, down along the left.
+// The hull of at least one grid point: up along the right side, then down along the left one.
 std::vector<GridPoint> gridHull(uint64_t* first, uint64_t* last) {
     std::sort(first, last);
     last = std::unique(first, last);
     std::vector<GridPoint> chain;
     chain.reserve(static_cast<size_t>(last - first) + 1);
     chain.push_back(unpack(*first));
-    extend(chain, first + 1, last);
-    extend(chain, std::make_reverse_iterator(last) + 1, std::make_reverse_iterator(first));
-    if (chain.size() > 1) chain.pop_back();  // the first once more
+    extendChain(chain, first + 1, last);
+    extendChain(chain, std::make_reverse_iterator(last) + 1, std::make_reverse_iterator(first));
+    if (chain.size() > 1) chain.pop_back();  // the first point again
     return chain;
 }
 
 template <class Point>
 void computeHull(const Point* first, size_t count, std::vector<Point>& hull) {
-    Extent horizontal = kNowhere, vertical = kNowhere;
+    Extent horizontal = kEmptyExtent, vertical = kEmptyExtent;
     for (const Point* p = first; p != first + count; ++p) {
         horizontal.include(p->x);
         vertical.include(p->y);
@@ -132,10 +142,10 @@ void computeHull(const Point* first, size_t count, std::vector<Point>& hull) {
     const Axis x(horizontal), y(vertical);
     const auto keys = std::make_unique_for_overwrite<uint64_t[]>(count);
     size_t listed = count;
-    if (count < kWorthwhile) {
+    if (count < kMinPointsForFilter) {
         std::iota(&keys[0], &keys[count], 0);
     } else {
-        listed = listOuter(first, count, vertical, keys.get());
+        listed = listCandidates(first, count, vertical, keys.get());
     }
     std::transform(&keys[0], &keys[listed], &keys[0], [=](uint64_t i) {
         return pack({x.snap(first[i].x), y.snap(first[i].y)});
@@ -163,7 +173,7 @@ void Zan_ComputeConvexHull(Iterator first, Iterator last, Container& hull) {
     template ZAN_API void Zan_ComputeConvexHull(std::vector<__VA_ARGS__>::const_iterator,                             \
                                                 std::vector<__VA_ARGS__>::const_iterator, std::vector<__VA_ARGS__>&); \
     template ZAN_API void Zan_ComputeConvexHull(const __VA_ARGS__*, const __VA_ARGS__*, std::vector<__VA_ARGS__>&)
-ZAN_HULL(Zan_Vector2T<double>);
-ZAN_HULL(Zan_Vector3T<double>);
-ZAN_HULL(Zan_Vector4T<double>);
+ZAN_HULL(zan::Vector2);
+ZAN_HULL(zan::Vector3);
+ZAN_HULL(zan::Vector4);
 ZAN_HULL(kelvora::geom::PointT<float>);

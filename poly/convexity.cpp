@@ -1,50 +1,54 @@
-// Does a closed polygon turn the same way at every vertex?
+// Whether a closed polygon turns the same way at every vertex.
 #include "frame/processor.h"
 #include "poly/turn_rules.h"
 #include "zan/poly.h"
 
 namespace {
 
-// The turns around the first vertex come first.
+// With fewer vertices the kernel's call and set-up cost more than its lanes save.
+constexpr int kMinVerticesForLanes = 12;
+
+// Starts with the turns at the last and at the first vertex.
 template <class Iterator>
-zan::Turns turnsOfFew(Iterator first, Iterator last) {
-    const auto between = [](const auto& a, const auto& b) { return zan::Delta{b.x - a.x, b.y - a.y}; };
-    zan::Turns seen{};
-    Iterator at = last - 1;
-    zan::Delta before = between(*(last - 2), *at);
-    for (Iterator next = first; next != last; at = next++) {
-        const zan::Delta after = between(*at, *next);
-        zan::look(before, after, seen);
+zan::Turns turnsInline(Iterator first, Iterator last) {
+    const auto edge = [](const auto& from, const auto& to) { return zan::Vector2(to.x - from.x, to.y - from.y); };
+    zan::Turns found{};
+    Iterator vertex = last - 1;
+    zan::Vector2 before = edge(*(last - 2), *vertex);
+    for (Iterator next = first; next != last; vertex = next++) {
+        const zan::Vector2 after = edge(*vertex, *next);
+        zan::addTurn(before, after, found);
         before = after;
     }
-    return seen;
+    return found;
 }
 
 template <class Iterator>
-zan::Turns turnsOfMany(Iterator first, Iterator last) {
+zan::Turns turnsByKernel(Iterator first, Iterator last) {
     constexpr int64_t kStride = sizeof(*first) / sizeof(double);
-    const Zan_Vector2T<double> joint[] = {
+    // The last two vertices and the first two, for the two turns where the polygon closes.
+    const zan::Vector2 closing[] = {
         {last[-2].x, last[-2].y}, {last[-1].x, last[-1].y}, {first[0].x, first[0].y}, {first[1].x, first[1].y}};
-    zan::Turns seen{};
-    zan::lookAtTurns(zan::kPlainTurnKernel, &joint->x, 2, 2, seen);
+    zan::Turns found{};
+    zan::findTurns(zan::kPlainTurnKernel, &closing->x, 2, 2, found);
     const zan::TurnKernel& kernel = *zan::kTurnKernels[static_cast<int>(zan::instructions())];
-    zan::lookAtTurns(kernel, &first->x, kStride, last - first - 2, seen);
-    return seen;
+    zan::findTurns(kernel, &first->x, kStride, last - first - 2, found);
+    return found;
 }
 
 }  // namespace
 
 template <class Iterator>
 bool Zan_IsConvex(Iterator first, Iterator last) {
-    constexpr int kWorthwhile = 12;
     if (last - first <= 2) return true;
-    const zan::Turns seen = last - first < kWorthwhile ? turnsOfFew(first, last) : turnsOfMany(first, last);
-    return !(seen.left && seen.right);
+    const bool useLanes = last - first >= kMinVerticesForLanes;
+    const zan::Turns found = useLanes ? turnsByKernel(first, last) : turnsInline(first, last);
+    return !(found.left && found.right);
 }
 
-template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector2T<double>>::const_iterator,
-                                   std::vector<Zan_Vector2T<double>>::const_iterator);
-template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector3T<double>>::const_iterator,
-                                   std::vector<Zan_Vector3T<double>>::const_iterator);
-template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector4T<double>>::const_iterator,
-                                   std::vector<Zan_Vector4T<double>>::const_iterator);
+template ZAN_API bool Zan_IsConvex(std::vector<zan::Vector2>::const_iterator,
+                                   std::vector<zan::Vector2>::const_iterator);
+template ZAN_API bool Zan_IsConvex(std::vector<zan::Vector3>::const_iterator,
+                                   std::vector<zan::Vector3>::const_iterator);
+template ZAN_API bool Zan_IsConvex(std::vector<zan::Vector4>::const_iterator,
+                                   std::vector<zan::Vector4>::const_iterator);

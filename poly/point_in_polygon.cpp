@@ -1,14 +1,17 @@
-// Is a point inside an outline, or within a tolerance of it?
+// Hit test: whether a point is inside an outline, or within a tolerance of it.
 //
-// The answer is yes as soon as one edge is near the point or has it on itself, else the parity of the crossings, so the
-// order of the edges does not matter. An edge between two vertices that repeat neither spans the point's x nor brings
-// it nearer than its neighbours do, so vertices that repeat need no taking out. Most edges of a short outline are told
-// without a closer look, four at a time. Of a long one the edges that can matter are found first, up to 64 at a time;
-// all without branches.
+// The answer is yes if the point is near one edge or on it, else the parity of the crossings; the order of the edges
+// does not matter. Repeated vertices are not removed: an edge between equal vertices spans no x and is no nearer to the
+// point than its neighbours.
+//
+// Two filters avoid the exact test of an edge, both without branches and with kernels. In an outline of up to four
+// vertices, the error-bound filter classifies all edges at once. In a longer one, a scan of up to 64 edges at a time
+// first finds those that span the point's x or may be near it, and the error-bound filter is applied to those.
+#include "poly/point_in_polygon.h"
+
 #include "frame/processor.h"
 #include "matrix/nearly_equal.h"
 #include "poly/edge_rules.h"
-#include "poly/outline.h"
 #include "space/segment_distance.h"
 #include "zan/poly.h"
 
@@ -20,40 +23,41 @@
 
 namespace {
 
-using Point = Zan_Vector2T<double>;
+using zan::Vector2;
 
 template <class T>
-Point widen(const Zan_Vector2T<T>& v) {
+Vector2 widen(const Zan_Vector2T<T>& v) {
     return {v.x, v.y};
 }
 
 template <class T>
-auto bytes(const Zan_Vector2T<T>& v) {
+auto bytesOf(const Zan_Vector2T<T>& v) {
     return std::bit_cast<std::array<unsigned char, sizeof v>>(v);
 }
 template <class T>
-bool allTheSame(const Zan_Vector2T<T>* vertices, int32_t count) {
-    const auto repeatsFirst = [vertices](const Zan_Vector2T<T>& v) { return bytes(v) == bytes(*vertices); };
+bool allRepeatFirst(const Zan_Vector2T<T>* vertices, int32_t count) {
+    const auto repeatsFirst = [vertices](const Zan_Vector2T<T>& v) { return bytesOf(v) == bytesOf(*vertices); };
     return std::all_of(vertices + 1, vertices + count, repeatsFirst);
 }
 
-// A point farther than this from both ends of an edge, on the same side of it in x or in y, is not within the
-// tolerance. An edge that has a distance is at most 1e12 long, so its distance is computed to within 0.005.
-double farMargin(double tolerance, double squared) {
-    if (!(squared < 1e300)) return std::numeric_limits<double>::infinity();
+// HitQuery::margin: an edge farther away than this fails isNear. The squares that isNear compares have relative errors
+// of a few 2^-53, which 1e-10 covers. The distance to an edge counts only for a point beside it, in an edge of at most
+// 1e12, so its absolute error is a few times 1e12 * 2^-53 = 1.1e-4, which 0.01 covers.
+double farMargin(double tolerance, double toleranceSquared) {
+    if (!(toleranceSquared < 1e300)) return std::numeric_limits<double>::infinity();
     return std::fabs(tolerance) * (1 + 1e-10) + 0.01;
 }
 
-// What an edge has to do with the point, exactly as defined: nothing, it passes above, or it is near the point or has
-// it on itself.
-enum Answer : unsigned { kNothing = 0, kPassesAbove = 1, kHit = 2 };
+// Result of the exact test of an edge. kCrossed: the ray from the point toward increasing y crosses it. kHit: the point
+// is near the edge or on it. Combined with ^=, bit 0 is the parity of the crossings; the first hit ends the test.
+enum EdgeResult : unsigned { kNotCrossed = 0, kCrossed = 1, kHit = 2 };
 
-bool isNear(const Point& p, const Point& start, const Point& end, double squared) {
+bool isNear(const Vector2& p, const Vector2& start, const Vector2& end, double toleranceSquared) {
     bool within = false;
     double distance = 0;
     zan::perpDistTo2DLine(p, start, end, within, distance);
-    return (within && squared >= distance * distance) || squared >= p.DistanceSquared(start) ||
-           squared >= p.DistanceSquared(end);
+    return (within && toleranceSquared >= distance * distance) || toleranceSquared >= p.DistanceSquared(start) ||
+           toleranceSquared >= p.DistanceSquared(end);
 }
 
 template <bool kTolerant, class T>
@@ -61,89 +65,93 @@ class HitTest {
 public:
     using Vertex = Zan_Vector2T<T>;
 
-    HitTest(const Point& point, double tolerance, double squared)
-        : squared_(squared),
-          target_{point.x, point.y, kTolerant ? farMargin(tolerance, squared) : 0, (std::fabs(point.y) + 1) * 0x1p-39} {
-    }
+    HitTest(const Vector2& point, double tolerance, double toleranceSquared)
+        : toleranceSquared_(toleranceSquared),
+          query_{point.x, point.y, kTolerant ? farMargin(tolerance, toleranceSquared) : 0,
+                 (std::fabs(point.y) + 1) * 0x1p-39} {}
 
-    // What is seldom needed is in functions of its own, or this one would save registers for it at every call.
+    // The rare paths are functions of their own; inlined, they would make this one save registers at every call.
     bool contains(const Vertex* vertices, int32_t count) const {
-        if (count > zan::kFewVertices) return containedByMany(vertices, count);
-        const zan::FewEdges edges = kernel().few[kQuestion](vertices, count, target_);
-        constexpr unsigned kParities = 0x6996;
-        const unsigned odd = kParities >> edges.above & 1;
-        return edges.close == 0 ? odd != 0 : containedOnCloserLook(vertices, count, edges.close, odd);
+        if (count > zan::kSmallOutlineVertices) return containsInLargeOutline(vertices, count);
+        const zan::EdgeClasses edges = kernel().smallOutlineScans[kVariant](vertices, count, query_);
+        constexpr unsigned kParityOf4Bits = 0x6996;  // bit n is the parity of n
+        const unsigned odd = kParityOf4Bits >> edges.above & 1;
+        return edges.uncertain == 0 ? odd != 0 : resolveUncertain(vertices, count, edges.uncertain, odd);
     }
 
 private:
-    [[gnu::noinline]] bool containedOnCloserLook(const Vertex* vertices, int32_t count, uint32_t edges,
-                                                 unsigned answers) const {
-        for (; edges != 0 && answers < kHit; edges &= edges - 1) {
+    [[gnu::noinline]] bool resolveUncertain(const Vertex* vertices, int32_t count, uint32_t edges,
+                                            unsigned result) const {
+        for (; edges != 0 && result < kHit; edges &= edges - 1) {
             const int32_t i = std::countr_zero(edges);
-            answers ^= lookClosely(vertices[i], vertices[i + 1 < count ? i + 1 : 0]);
+            result ^= testEdgeExactly(vertices[i], vertices[i + 1 < count ? i + 1 : 0]);
         }
-        return answers != kNothing;
+        return result != kNotCrossed;
     }
 
-    [[gnu::noinline]] bool containedByMany(const Vertex* vertices, int32_t count) const {
+    [[gnu::noinline]] bool containsInLargeOutline(const Vertex* vertices, int32_t count) const {
         const zan::EdgeKernel& kernel = HitTest::kernel();
-        unsigned answers = look(vertices[count - 1], vertices[0]);
-        for (int32_t at = 0; at < count - 1 && answers < kHit;) {
-            const int32_t edges = std::min(count - 1 - at, zan::kEdgesAtOnce);
-            // A last block that is too short for the kernel overlaps the one before.
-            const int32_t again = std::max(kernel.fewest - edges, 0);
-            const Vertex* first = vertices + (at - again);
-            const zan::EdgeBits found = kernel.scans[kQuestion](first, edges + again, target_);
-            for (uint64_t bits = (found.spanning | found.near) >> again; bits != 0 && answers < kHit;
+        unsigned result = testEdge(vertices[count - 1], vertices[0]);
+        for (int32_t done = 0; done < count - 1 && result < kHit;) {
+            const int32_t edges = std::min(count - 1 - done, zan::kEdgesPerScan);
+            // A last block with fewer edges than the kernel accepts is scanned with some of the block before.
+            const int32_t overlap = std::max(kernel.minEdges - edges, 0);
+            const Vertex* first = vertices + (done - overlap);
+            const zan::EdgeBits found = kernel.scans[kVariant](first, edges + overlap, query_);
+            for (uint64_t bits = (found.spanning | found.maybeNear) >> overlap; bits != 0 && result < kHit;
                  bits &= bits - 1) {
-                const Vertex* v = vertices + at + std::countr_zero(bits);
-                answers ^= look(v[0], v[1]);
+                const Vertex* v = vertices + done + std::countr_zero(bits);
+                result ^= testEdge(v[0], v[1]);
             }
-            at += edges;
+            done += edges;
         }
-        return answers != kNothing;
+        return result != kNotCrossed;
     }
 
-    unsigned look(const Vertex& start, const Vertex& end) const {
-        if constexpr (!kTolerant) return lookClosely(start, end);
-        const zan::Meeting meeting = zan::meet<kTolerant>(target_, start, end);
-        return meeting == zan::kClose ? lookClosely(start, end) : unsigned{meeting};
+    unsigned testEdge(const Vertex& start, const Vertex& end) const {
+        if constexpr (!kTolerant) return testEdgeExactly(start, end);
+        const zan::EdgeClass edgeClass = zan::classifyEdge<kTolerant>(query_, start, end);
+        return edgeClass == zan::kUncertain ? testEdgeExactly(start, end) : unsigned{edgeClass};
     }
-    Answer lookClosely(const Vertex& from, const Vertex& to) const {
-        const Point p = {target_.x, target_.y}, start = widen(from), end = widen(to);
-        if (kTolerant && isNear(p, start, end, squared_)) return kHit;
-        if ((start.x < p.x) == (end.x < p.x)) return kNothing;
-        // NaN if one of the ends is at NaN; that is above and below nothing.
+    EdgeResult testEdgeExactly(const Vertex& from, const Vertex& to) const {
+        const Vector2 p = {query_.x, query_.y}, start = widen(from), end = widen(to);
+        if (kTolerant && isNear(p, start, end, toleranceSquared_)) return kHit;
+        if ((start.x < p.x) == (end.x < p.x)) return kNotCrossed;
+        // If a coordinate of the edge is NaN, edgeY is NaN: the edge is not crossed.
         const double edgeY = (p.x - end.x) / (start.x - end.x) * (start.y - end.y) + end.y;
         const double height = edgeY - p.y;
-        if (!(std::fabs(height) > target_.ySize) && zan::nearlyEqual(edgeY, p.y)) return kHit;
-        return static_cast<Answer>(height > 0);
+        // yTolerance is an early out: heights beyond it are not nearly equal to 0.
+        if (!(std::fabs(height) > query_.yTolerance) && zan::nearlyEqual(edgeY, p.y)) return kHit;
+        return static_cast<EdgeResult>(height > 0);
     }
 
     static const zan::EdgeKernel& kernel() { return *zan::kEdgeKernels[static_cast<int>(zan::instructions())]; }
-    static constexpr auto kQuestion = static_cast<zan::EdgeQuestion>((sizeof(T) == sizeof(float) ? 2 : 0) + kTolerant);
+    static constexpr zan::HitTestVariant kVariant = sizeof(T) == sizeof(float)
+                                                        ? (kTolerant ? zan::kTolerantFloats : zan::kFloats)
+                                                        : (kTolerant ? zan::kTolerantDoubles : zan::kDoubles);
 
-    double squared_;
-    zan::HitTarget target_;
+    double toleranceSquared_;
+    zan::HitQuery query_;
 };
 
 template <class T>
 bool contains(const Zan_Vector2T<T>& point, const Zan_Vector2T<T>* vertices, int32_t count, double tolerance) {
-    const double squared = tolerance * tolerance;
-    if (!(squared > 0)) {
-        if (point == vertices[0] && allTheSame(vertices, count)) return true;
-        return HitTest<false, T>(widen(point), tolerance, squared).contains(vertices, count);
+    const double toleranceSquared = tolerance * tolerance;
+    if (!(toleranceSquared > 0)) {
+        if (point == vertices[0] && allRepeatFirst(vertices, count)) return true;
+        return HitTest<false, T>(widen(point), tolerance, toleranceSquared).contains(vertices, count);
     }
-    // The same number of doubles, but one of floats.
+    // An outline that is one point: for doubles the general path computes the same value. For floats the squared
+    // distance is rounded to single precision, so this case is separate.
     if constexpr (!std::is_same_v<T, double>) {
-        if (allTheSame(vertices, count)) return squared >= double(point.DistanceSquared(vertices[0]));
+        if (allRepeatFirst(vertices, count)) return toleranceSquared >= double(point.DistanceSquared(vertices[0]));
     }
-    return HitTest<true, T>(widen(point), tolerance, squared).contains(vertices, count);
+    return HitTest<true, T>(widen(point), tolerance, toleranceSquared).contains(vertices, count);
 }
 
 }  // namespace
 
-bool zan::pointInside(const Point& p, const Point* outline, int32_t count, double tolerance) {
+bool zan::isPointInside(const Vector2& p, const Vector2* outline, int32_t count, double tolerance) {
     return contains(p, outline, count, tolerance);
 }
 
@@ -154,12 +162,10 @@ int32_t Zan_IsFloatPointInConcavePoly(const Vector* point, const Vector* vertice
     return 0;
 }
 
-template ZAN_API int32_t Zan_IsFloatPointInConcavePoly(const Zan_Vector2T<double>*, const Zan_Vector2T<double>*,
-                                                       int32_t, double, unsigned char*);
+template ZAN_API int32_t Zan_IsFloatPointInConcavePoly(const Vector2*, const Vector2*, int32_t, double, unsigned char*);
 template ZAN_API int32_t Zan_IsFloatPointInConcavePoly(const Zan_Vector2T<float>*, const Zan_Vector2T<float>*, int32_t,
                                                        double, unsigned char*);
 
-int32_t Zan_IsFloatPointInQuad(const Zan_Vector2T<double>* point, const Zan_Vector2T<double>* vertices,
-                               unsigned char* inside) {
+int32_t Zan_IsFloatPointInQuad(const Vector2* point, const Vector2* vertices, unsigned char* inside) {
     return Zan_IsFloatPointInConcavePoly(point, vertices, 4, 0.0, inside);
 }

@@ -1,4 +1,4 @@
-// The bodies of the allocator of outlines. Only the library has them, so the public header needs none of the
+// The members of the outlines' allocator. Only the library defines them, so that the public header does not include the
 // platform's.
 #ifndef ZAN_POLY_TRACKED_ALLOCATOR_H
 #define ZAN_POLY_TRACKED_ALLOCATOR_H

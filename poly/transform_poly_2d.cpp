@@ -6,22 +6,24 @@ Zan_TransformPoly2D::Zan_TransformPoly2D(const Zan_TransformPoly2D& other) = def
 Zan_TransformPoly2D& Zan_TransformPoly2D::operator=(const Zan_TransformPoly2D& other) = default;
 Zan_TransformPoly2D::~Zan_TransformPoly2D() = default;
 
-void Zan_TransformPoly2D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[zan::corner(i)] = {p.x, p.y}; }
+void Zan_TransformPoly2D::SetLayerPoint(int32_t i, const zan::Vector2& p) {
+    corners[zan::checkedCorner(i)] = {p.x, p.y};
+}
 
 void Zan_TransformPoly2D::TransformPoints(const Zan_Matrix3& m) {
     visible = !zan::degenerate(m);
     if (!visible) return;
-    for (zan::Point& corner : corners) corner = zan::affine(m, corner);
+    for (zan::Vector2& corner : corners) corner = zan::affine(m, corner);
 }
 
 bool Zan_TransformPoly2D::IsVisible() const { return visible; }
 void Zan_TransformPoly2D::InitPolyPoints() const {}
 int32_t Zan_TransformPoly2D::NumPolyPoints() const { return 4; }
-const zan::Point* Zan_TransformPoly2D::GetPolyPoints() const { return corners; }
-void Zan_TransformPoly2D::GetPolyPoint(int32_t i, zan::Point* out) const { *out = corners[zan::corner(i)]; }
+const zan::Vector2* Zan_TransformPoly2D::GetPolyPoints() const { return corners; }
+void Zan_TransformPoly2D::GetPolyPoint(int32_t i, zan::Vector2* out) const { *out = corners[zan::checkedCorner(i)]; }
 
-bool Zan_TransformPoly2D::GetPoint(int32_t i, zan::Point* out) const {
-    *out = corners[zan::corner(i)];
+bool Zan_TransformPoly2D::GetPoint(int32_t i, zan::Vector2* out) const {
+    *out = corners[zan::checkedCorner(i)];
     return true;
 }
 
@@ -30,10 +32,10 @@ bool Zan_TransformPoly2D::GetEdge(int32_t i, zan::Edge* out) const {
     return true;
 }
 
-bool Zan_TransformPoly2D::IsPointInside(const zan::Point* p, double tolerance) const {
-    return visible && zan::pointInside(*p, corners, 4, tolerance);
+bool Zan_TransformPoly2D::IsPointInside(const zan::Vector2* p, double tolerance) const {
+    return visible && zan::isPointInside(*p, corners, 4, tolerance);
 }
 
-double Zan_TransformPoly2D::GetMinimumEdgeDistance(const zan::Point* p) const {
+double Zan_TransformPoly2D::GetMinimumEdgeDistance(const zan::Vector2* p) const {
     return zan::minimumEdgeDistance(*this, *p);
 }

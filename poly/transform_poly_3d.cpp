@@ -1,5 +1,5 @@
-// The outline of a layer in space: to the eye, clipped at the near plane, to the screen. The outline's points are the
-// only memory that is kept.
+// The outline of a layer in space: carried to the eye, clipped at the near plane, carried to the screen. Only the
+// points of the outline are allocated.
 #include "matrix/kernels/points.h"
 #include "poly/outline.h"
 #include "poly/tracked_allocator.h"
@@ -7,10 +7,8 @@
 
 namespace {
 
-// Every outline fits: each edge adds two points at most.
-constexpr size_t kMostPoints = 8;
-
-zan::Point dropZ(const Zan_Vector3T<double>& p) { return {p.x, p.y}; }
+// Each of the four edges adds at most two points.
+constexpr size_t kMaxOutlinePoints = 8;
 
 }  // namespace
 
@@ -19,7 +17,9 @@ Zan_TransformPoly3D::Zan_TransformPoly3D(const Zan_TransformPoly3D& other) = def
 Zan_TransformPoly3D& Zan_TransformPoly3D::operator=(const Zan_TransformPoly3D& other) = default;
 Zan_TransformPoly3D::~Zan_TransformPoly3D() = default;
 
-void Zan_TransformPoly3D::SetLayerPoint(int32_t i, const zan::Point& p) { corners[zan::corner(i)] = {p.x, p.y, 0.0}; }
+void Zan_TransformPoly3D::SetLayerPoint(int32_t i, const zan::Vector2& p) {
+    corners[zan::checkedCorner(i)] = {p.x, p.y, 0.0};
+}
 
 void Zan_TransformPoly3D::TransformPointsToEye(const Zan_Matrix4& layerToEye) {
     if (zan::degenerate(layerToEye)) {
@@ -54,12 +54,12 @@ bool Zan_TransformPoly3D::PolyPointsInit() { return polyPointsInit; }
 
 void Zan_TransformPoly3D::InitPolyPoints() const {
     if (polyPointsInit) return;
-    polyPoints.reserve(kMostPoints);
+    polyPoints.reserve(kMaxOutlinePoints);
     for (int32_t i = 0; i < 4; ++i) {
         zan::Edge edge;
         if (!GetEdge(i, &edge)) continue;
         polyPoints.emplace_back(edge.first.x, edge.first.y);
-        // Behind the next corner the outline goes on along the near plane, not from that corner.
+        // If the next corner is behind, the next edge does not start where this one ends: add the clip point.
         if (cornerBehind[zan::nextCorner(i)]) polyPoints.emplace_back(edge.second.x, edge.second.y);
     }
     polyPointsInit = true;
@@ -69,30 +69,30 @@ bool Zan_TransformPoly3D::IsVisible() const {
     return std::any_of(cornerBehind, cornerBehind + 4, [](bool behind) { return !behind; });
 }
 int32_t Zan_TransformPoly3D::NumPolyPoints() const { return static_cast<int32_t>(polyPoints.size()); }
-const zan::Point* Zan_TransformPoly3D::GetPolyPoints() const { return polyPoints.data(); }
-void Zan_TransformPoly3D::GetPolyPoint(int32_t i, zan::Point* out) const {
+const zan::Vector2* Zan_TransformPoly3D::GetPolyPoints() const { return polyPoints.data(); }
+void Zan_TransformPoly3D::GetPolyPoint(int32_t i, zan::Vector2* out) const {
     assert(0 <= i && i < NumPolyPoints());
     *out = polyPoints[static_cast<size_t>(i)];
 }
 
-bool Zan_TransformPoly3D::GetPoint(int32_t i, zan::Point* out) const {
-    if (cornerBehind[zan::corner(i)]) return false;
-    *out = dropZ(corners[i]);
+bool Zan_TransformPoly3D::GetPoint(int32_t i, zan::Vector2* out) const {
+    if (cornerBehind[zan::checkedCorner(i)]) return false;
+    *out = zan::dropLast(corners[i]);
     return true;
 }
 
 bool Zan_TransformPoly3D::GetEdge(int32_t i, zan::Edge* out) const {
     const int32_t j = zan::nextCorner(i);
     if (cornerBehind[i] && cornerBehind[j]) return false;
-    const zan::Point clip = dropZ(edgeClipPoints[i]);
-    *out = {cornerBehind[i] ? clip : dropZ(corners[i]), cornerBehind[j] ? clip : dropZ(corners[j])};
+    const zan::Vector2 clip = zan::dropLast(edgeClipPoints[i]);
+    *out = {cornerBehind[i] ? clip : zan::dropLast(corners[i]), cornerBehind[j] ? clip : zan::dropLast(corners[j])};
     return true;
 }
 
-bool Zan_TransformPoly3D::IsPointInside(const zan::Point* p, double tolerance) const {
-    return IsVisible() && !polyPoints.empty() && zan::pointInside(*p, polyPoints.data(), NumPolyPoints(), tolerance);
+bool Zan_TransformPoly3D::IsPointInside(const zan::Vector2* p, double tolerance) const {
+    return IsVisible() && !polyPoints.empty() && zan::isPointInside(*p, polyPoints.data(), NumPolyPoints(), tolerance);
 }
 
-double Zan_TransformPoly3D::GetMinimumEdgeDistance(const zan::Point* p) const {
+double Zan_TransformPoly3D::GetMinimumEdgeDistance(const zan::Vector2* p) const {
     return zan::minimumEdgeDistance(*this, *p);
 }

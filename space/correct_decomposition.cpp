@@ -1,9 +1,9 @@
 // Correction of a decomposition for a layer without depth: a half turn about x or y becomes a mirrored scale.
-#include <cmath>
-
 #include "matrix/vectors.h"
 #include "scalar/trigonometry.h"
 #include "zan/space.h"
+
+#include <cmath>
 
 int32_t Zan_Correct3DDecompFor2D(Zan_Matrix4Decomp* decomposition) {
     Zan_Matrix4Decomp& d = *decomposition;

@@ -1,8 +1,8 @@
 // Whether a transformed quadrilateral is seen edge-on.
-#include <algorithm>
-
 #include "matrix/vectors.h"
 #include "zan/space.h"
+
+#include <algorithm>
 
 using zan::Vector3;
 

@@ -1,10 +1,10 @@
-// Segments: clipped at the near plane, clipped to a rectangle, and the distance from a point to their line. Nothing here
-// reports.
-#include <algorithm>
-
+// Segments: clipped at the near plane, clipped to a rectangle, and the distance from a point to their line. Nothing
+// here reports.
 #include "space/near_plane.h"
 #include "space/segment_distance.h"
 #include "zan/space.h"
+
+#include <algorithm>
 
 using zan::Vector2;
 using zan::Vector3;
@@ -69,8 +69,7 @@ int32_t Zan_ClipLine2Rect(const Zan_FloatRect* rect, Vector2* a, Vector2* b, boo
         *visible = false;
         return 0;
     }
-    const bool clipped =
-        (!firstOutside || clipEnd(r, first, second)) && (!secondOutside || clipEnd(r, second, first));
+    const bool clipped = (!firstOutside || clipEnd(r, first, second)) && (!secondOutside || clipEnd(r, second, first));
     *a = first;
     *b = second;
     *visible = clipped && (isInside(r, first) || isInside(r, second));

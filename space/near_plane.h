@@ -2,11 +2,11 @@
 #ifndef ZAN_SPACE_NEAR_PLANE_H
 #define ZAN_SPACE_NEAR_PLANE_H
 
-#include <cmath>
-#include <utility>
-
 #include "matrix/vectors.h"
 #include "zan/space.h"
+
+#include <cmath>
+#include <utility>
 
 namespace zan {
 

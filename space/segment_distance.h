@@ -2,9 +2,9 @@
 #ifndef ZAN_SPACE_SEGMENT_DISTANCE_H
 #define ZAN_SPACE_SEGMENT_DISTANCE_H
 
-#include <cmath>
-
 #include "matrix/vectors.h"
+
+#include <cmath>
 
 namespace zan {
 

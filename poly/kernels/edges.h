@@ -1,6 +1,6 @@
-// Which edges of an outline a hit test has to look at, found in the forms that processors allow. Declarations only: the
-// file of a kernel is compiled for one processor, and no inline function may be shared with it, since the linker keeps
-// whichever copy it likes.
+// Kernels of the hit test: they find the edges of an outline that the hit test must examine exactly. Declarations only:
+// a kernel's file is compiled for one instruction set, and the linker may keep that file's copy of a shared inline
+// function.
 #ifndef ZAN_POLY_KERNELS_EDGES_H
 #define ZAN_POLY_KERNELS_EDGES_H
 
@@ -8,47 +8,47 @@
 
 namespace zan {
 
-/// A point, how far from it an edge can be near, and how far from y what is nearly equal to it: (|y| + 1) * 2^-39.
-struct HitTarget {
-    double x, y, margin, ySize;
+/// The point of a hit test and two thresholds derived from it and from the tolerance.
+struct HitQuery {
+    double x, y;
+    double margin;      ///< an edge farther from the point than this is not within the tolerance; 0 without tolerance
+    double yTolerance;  ///< (|y| + 1) * 2^-39: a height above the point of more than this is not nearly equal to 0
 };
 
-/// Edges out of up to 64, one bit each.
+/// A set of up to 64 edges, bit i for edge i.
 struct EdgeBits {
-    /// One end is left of the point and the other is not.
-    uint64_t spanning;
-    /// Not both ends are beyond the margin on the same side, in x or in y. NaN is beyond nothing.
-    uint64_t near;
+    uint64_t spanning;   ///< one end has x < query.x and the other has not
+    uint64_t maybeNear;  ///< conservative: not both ends are more than the margin away on the same side, in x or in y
 };
-constexpr int32_t kEdgesAtOnce = 64;
+constexpr int32_t kEdgesPerScan = 64;
 
-/// Looks at the edges, 1 to 64, from each vertex of an array to the next.
-using EdgeScan = EdgeBits (*)(const void* vertices, int32_t edges, const HitTarget& target);
+/// Scans the edges, 1 to 64, between consecutive vertices of an array of edges + 1 vertices.
+using EdgeScan = EdgeBits (*)(const void* vertices, int32_t edges, const HitQuery& query);
 
-/// The edges of an outline of 1 to 4 vertices, edge i from vertex i to the next one or the first.
-struct FewEdges {
-    uint32_t above;  // those that span the point's x and pass above it
-    uint32_t close;  // those that cannot be told without a closer look
+/// The edges of a closed outline of 1 to 4 vertices, bit i for the edge from vertex i to the next one, or to the first.
+struct EdgeClasses {
+    uint32_t above;      ///< certain: spans the point's x, passes above the point and is not near it
+    uint32_t uncertain;  ///< only the exact test decides
 };
-constexpr int32_t kFewVertices = 4;
-using FewEdgesScan = FewEdges (*)(const void* vertices, int32_t count, const HitTarget& target);
+constexpr int32_t kSmallOutlineVertices = 4;
+using SmallOutlineScan = EdgeClasses (*)(const void* vertices, int32_t count, const HitQuery& query);
 
-/// The type of the vertices, Zan_Vector2T of double or float; and whether only spanning edges are asked for, near being
-/// 0, or both. For a few edges: whether edges that are near have to be looked at, or only spanning ones.
-enum EdgeQuestion { kSpanningDoubles, kNearDoubles, kSpanningFloats, kNearFloats, kEdgeQuestionCount };
+/// The loops are instantiated for Zan_Vector2T<double> and Zan_Vector2T<float>, each with and without a tolerance.
+/// Without one, maybeNear is 0 and only spanning edges can be uncertain.
+enum HitTestVariant { kDoubles, kTolerantDoubles, kFloats, kTolerantFloats, kHitTestVariants };
 
 struct EdgeKernel {
     const char* name;
-    int32_t fewest;  // edges that it can look at
-    EdgeScan scans[kEdgeQuestionCount];
-    FewEdgesScan few[kEdgeQuestionCount];
+    int32_t minEdges;  ///< the least that scans accept
+    EdgeScan scans[kHitTestVariants];
+    SmallOutlineScan smallOutlineScans[kHitTestVariants];
 };
 
 /// Every kernel gives the bits of the plain one.
 extern const EdgeKernel kPlainEdgeKernel;
 extern const EdgeKernel kAvx2EdgeKernel;
 
-/// The kernels of this build, one for each of zan::Instructions, null behind the last.
+/// The kernels of this build, in the order of zan::Instructions, then null.
 extern const EdgeKernel* const kEdgeKernels[];
 
 }  // namespace zan

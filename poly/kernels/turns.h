@@ -1,6 +1,5 @@
-// The ways in which a polygon turns, found in the forms that processors allow. Declarations only: the file of a kernel
-// is compiled for one processor, and no inline function may be shared with it, since the linker keeps whichever copy it
-// likes.
+// Kernels of the convexity test: they find the directions in which a polygon turns. Declarations only: a kernel's file
+// is compiled for one instruction set, and the linker may keep that file's copy of a shared inline function.
 #ifndef ZAN_POLY_KERNELS_TURNS_H
 #define ZAN_POLY_KERNELS_TURNS_H
 
@@ -8,16 +7,16 @@
 
 namespace zan {
 
-/// What has been seen so far.
+/// The directions of the turns found so far.
 struct Turns {
     bool left, right;
 };
 
-/// Looks at turns: the first is from the first vertex of an array over the second to the third. A vertex has its x and
-/// y first and the next one stride doubles behind it. Returns at how many it has looked, from the front: the plain form
-/// at all; another may leave the last few, and any that are too close to a straight line for it; each may stop once it
-/// has seen both ways.
-using TurnScan = int64_t (*)(const double* vertices, int64_t stride, int64_t turns, Turns& seen);
+/// Examines the turns at consecutive vertices; turn i is at vertex i + 1. Vertices are stride doubles apart and begin
+/// with x and y. Returns how many turns it has examined, counted from the front: the plain kernel all of them; another
+/// may leave up to three at the end and may stop before a turn that its filter cannot decide. Any kernel may stop once
+/// both directions are found.
+using TurnScan = int64_t (*)(const double* vertices, int64_t stride, int64_t turns, Turns& found);
 
 struct TurnKernel {
     const char* name;
@@ -27,11 +26,12 @@ struct TurnKernel {
 extern const TurnKernel kPlainTurnKernel;
 extern const TurnKernel kAvx2TurnKernel;
 
-/// The kernels of this build, one for each of zan::Instructions, null behind the last.
+/// The kernels of this build, in the order of zan::Instructions, then null.
 extern const TurnKernel* const kTurnKernels[];
 
-/// Looks at all turns unless it sees both ways before, by the given kernel and by the plain form what that leaves.
-void lookAtTurns(const TurnKernel& kernel, const double* vertices, int64_t stride, int64_t turns, Turns& seen);
+/// Examines all turns, or stops once both directions are found: with the given kernel, and with the plain one where
+/// that kernel stops early.
+void findTurns(const TurnKernel& kernel, const double* vertices, int64_t stride, int64_t turns, Turns& found);
 
 }  // namespace zan
 

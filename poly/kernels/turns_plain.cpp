@@ -1,19 +1,19 @@
-// The plain form of the look at turns, the list of its forms, and the plain form's part after another's.
+// The plain kernel of the convexity test, the list of its kernels, and the loop that completes a kernel's scan.
 #include "poly/turn_rules.h"
 
 #include <algorithm>
 
 namespace {
 
-int64_t scan(const double* vertices, int64_t stride, int64_t turns, zan::Turns& seen) {
-    const double* at = vertices + stride;
-    zan::Delta before{at[0] - vertices[0], at[1] - vertices[1]};
-    for (int64_t i = 0; i < turns && !(seen.left && seen.right); ++i) {
-        const double* next = at + stride;
-        const zan::Delta after{next[0] - at[0], next[1] - at[1]};
-        zan::look(before, after, seen);
+int64_t scan(const double* vertices, int64_t stride, int64_t turns, zan::Turns& found) {
+    const double* vertex = vertices + stride;
+    zan::Vector2 before(vertex[0] - vertices[0], vertex[1] - vertices[1]);
+    for (int64_t i = 0; i < turns && !(found.left && found.right); ++i) {
+        const double* next = vertex + stride;
+        const zan::Vector2 after(next[0] - vertex[0], next[1] - vertex[1]);
+        zan::addTurn(before, after, found);
         before = after;
-        at = next;
+        vertex = next;
     }
     return turns;
 }
@@ -28,11 +28,11 @@ const zan::TurnKernel* const zan::kTurnKernels[] = {&kPlainTurnKernel,
 #endif
                                                     nullptr};
 
-void zan::lookAtTurns(const TurnKernel& kernel, const double* vertices, int64_t stride, int64_t turns, Turns& seen) {
+void zan::findTurns(const TurnKernel& kernel, const double* vertices, int64_t stride, int64_t turns, Turns& found) {
     constexpr int64_t kBlock = 4;
-    for (int64_t done = 0; done < turns && !(seen.left && seen.right);) {
-        done += kernel.scan(vertices + done * stride, stride, turns - done, seen);
-        const int64_t few = std::min(turns - done, kBlock);
-        done += scan(vertices + done * stride, stride, few, seen);
+    for (int64_t done = 0; done < turns && !(found.left && found.right);) {
+        done += kernel.scan(vertices + done * stride, stride, turns - done, found);
+        const int64_t plainTurns = std::min(turns - done, kBlock);
+        done += scan(vertices + done * stride, stride, plainTurns, found);
     }
 }
