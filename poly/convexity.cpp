@@ -41,8 +41,8 @@ zan::Turns turnsByKernel(Iterator first, Iterator last) {
 template <class Iterator>
 bool Zan_IsConvex(Iterator first, Iterator last) {
     if (last - first <= 2) return true;
-    const bool useLanes = last - first >= kMinVerticesForLanes;
-    const zan::Turns found = useLanes ? turnsByKernel(first, last) : turnsInline(first, last);
+    const bool few = last - first < kMinVerticesForLanes;
+    const zan::Turns found = few ? turnsInline(first, last) : turnsByKernel(first, last);
     return !(found.left && found.right);
 }
 
