@@ -1,5 +1,5 @@
-// The C library's functions tell domain and range errors by errno, which is the host's: whoever calls one leaves errno
-// as it was.
+// Saves and restores errno around calls of the C library's math functions. They set it on domain and range errors, but
+// errno belongs to the host.
 #ifndef ZAN_FRAME_KEEP_ERRNO_H
 #define ZAN_FRAME_KEEP_ERRNO_H
 
@@ -9,13 +9,13 @@ namespace zan {
 
 class KeepErrno {
 public:
-    KeepErrno() : kept_(errno) {}
-    ~KeepErrno() { errno = kept_; }
+    KeepErrno() : saved_(errno) {}
+    ~KeepErrno() { errno = saved_; }
     KeepErrno(const KeepErrno&) = delete;
     KeepErrno& operator=(const KeepErrno&) = delete;
 
 private:
-    int kept_;
+    int saved_;
 };
 
 }  // namespace zan

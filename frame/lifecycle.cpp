@@ -1,4 +1,4 @@
-// Start and stop of the library and its services, the version check, and the globals block that moves in and out.
+// Start and stop of the library and its services, version checks, and export and import of the globals block.
 #include "frame/report.h"
 #include "platform/bel.h"
 #include "platform/oska.h"
@@ -34,17 +34,10 @@ void freeTable(Bel_Handle& handle) {
     handle = nullptr;
 }
 
-int32_t startBasic() { return 0; }
-int32_t stopBasic() { return 0; }
-
 int32_t startFastTrig() {
     Zanp_G.sineTable = allocateTable(Site::StartFastTrig, zan::kSineTableBytes);
     if (Zanp_G.sineTable == nullptr) return Zan_Result_Failed;
     zan::fillSineTable(static_cast<float*>(*Zanp_G.sineTable));
-    return 0;
-}
-int32_t stopFastTrig() {
-    freeTable(Zanp_G.sineTable);
     return 0;
 }
 
@@ -60,41 +53,35 @@ int32_t startFastCharMath() {
                         static_cast<uint8_t*>(*Zanp_G.charDivideTable));
     return 0;
 }
-int32_t stopFastCharMath() {
-    freeTable(Zanp_G.charMultiplyTable);
-    freeTable(Zanp_G.charDivideTable);
-    return 0;
+
+int32_t startService(uint32_t service) {
+    switch (service) {
+        case Zan_Service_FastTrig:
+            return startFastTrig();
+        case Zan_Service_FastCharMath:
+            return startFastCharMath();
+        case Zan_Service_Gaussian:
+            return zan::reportPlatform(Site::StartGaussian, kBel_Err_NoService, Message::GaussianTableInit);
+        default:
+            return 0;  // the basic service has nothing to start
+    }
 }
 
-int32_t startGaussian() {
-    return zan::reportPlatform(Site::StartGaussian, kBel_Err_NoService, Message::GaussianTableInit);
-}
-int32_t stopGaussian() {
-    return zan::reportPlatform(Site::StopGaussian, kBel_Err_NoService, Message::GaussianTableInit);
-}
+// In the order in which they start.
+constexpr uint32_t kServices[] = {Zan_Service_Basic, Zan_Service_FastTrig, Zan_Service_FastCharMath,
+                                  Zan_Service_Gaussian};
 
-struct Service {
-    uint32_t flag;
-    int32_t (*start)();
-    int32_t (*stop)();
-};
-constexpr Service kServices[] = {
-    {Zan_Service_Basic, startBasic, stopBasic},
-    {Zan_Service_FastTrig, startFastTrig, stopFastTrig},
-    {Zan_Service_FastCharMath, startFastCharMath, stopFastCharMath},
-    {Zan_Service_Gaussian, startGaussian, stopGaussian},
-};
+bool platformChecked = false;
 
-bool versionsChecked = false;
-
-// Once in the process: non-zero when a platform library does not satisfy the version that this library needs.
-int32_t checkPlatformOnce() {
-    if (versionsChecked) return 0;
-    versionsChecked = true;
+// Checks the platform libraries on the first call in the process. Calls both checks, so that each library reports its
+// own mismatch.
+bool platformVersionsMatch() {
+    if (platformChecked) return true;
+    platformChecked = true;  // first, because a report handler may call Zan_CheckVersions
     const auto number = static_cast<int32_t>(zan::errorNumber(Site::PlatformVersions));
-    const int32_t bel = Bel_CheckVersions(number, kBel_InterfaceVersion);
-    const int32_t vun = VUN_CheckVersions(number, kVUN_InterfaceVersion);
-    return bel | vun;
+    const bool bel = Bel_CheckVersions(number, kBel_InterfaceVersion) == 0;
+    const bool vun = VUN_CheckVersions(number, kVUN_InterfaceVersion) == 0;
+    return bel && vun;
 }
 
 }  // namespace
@@ -102,7 +89,8 @@ int32_t checkPlatformOnce() {
 uint32_t Zan_PkgObjectVersion() { return (uint32_t{ZAN_VERSION_MAJOR} << 16) | uint32_t{ZAN_VERSION_MINOR}; }
 
 int32_t Zan_CheckVersions(int32_t errorNumber, int32_t headerVersion) {
-    const int32_t platform = checkPlatformOnce();
+    // Before the header's version: the only check of the platform must not be lost to a wrong header.
+    const bool platformMatches = platformVersionsMatch();
     if (headerVersion != Zan_kInterfaceVersion) {
         Belp_SetThreadLastError(0);
         std::snprintf(Belp_GetThreadLoggingBuffer(), kBel_LoggingBufferSize,
@@ -112,7 +100,7 @@ int32_t Zan_CheckVersions(int32_t errorNumber, int32_t headerVersion) {
         Belp_ReportError(static_cast<uint32_t>(errorNumber), Zan_kSeverityVersionMismatch);
         return Zan_Result_VersionMismatch;
     }
-    return platform != 0 ? Zan_Result_VersionMismatch : 0;
+    return platformMatches ? 0 : Zan_Result_VersionMismatch;
 }
 
 int32_t Zan_Birth(uint32_t services, uint32_t* startedServices) {
@@ -120,12 +108,12 @@ int32_t Zan_Birth(uint32_t services, uint32_t* startedServices) {
     if (started()) return zan::reportPlatform(Site::Birth, kBel_Err_AlreadyStarted);
     Zanp_G.services = 0;
     int32_t firstError = 0;
-    for (const Service& service : kServices) {
-        if ((services & service.flag) == 0) continue;
-        // Later services are started after a failure too; only what started before it is recorded.
-        const int32_t result = service.start();
+    for (const uint32_t service : kServices) {
+        if ((services & service) == 0) continue;
+        // Services after a failing one are started too, but only those before it are recorded.
+        const int32_t result = startService(service);
         if (firstError == 0) firstError = result;
-        if (firstError == 0) Zanp_G.services |= service.flag;
+        if (firstError == 0) Zanp_G.services |= service;
     }
     if (startedServices != nullptr) *startedServices = Zanp_G.services;
     if (firstError == 0) setMagics(Zan_kGlobalsMagic);
@@ -135,9 +123,14 @@ int32_t Zan_Birth(uint32_t services, uint32_t* startedServices) {
 int32_t Zan_Death() {
     OSKA_Log(kOSKA_StartOrStop, "Zan", "Death", "Zan Death");
     if (!started()) return zan::reportPlatform(Site::Death, kBel_Err_NotStarted);
+    if ((Zanp_G.services & Zan_Service_FastTrig) != 0) freeTable(Zanp_G.sineTable);
+    if ((Zanp_G.services & Zan_Service_FastCharMath) != 0) {
+        freeTable(Zanp_G.charMultiplyTable);
+        freeTable(Zanp_G.charDivideTable);
+    }
     int32_t result = 0;
-    for (const Service& service : kServices) {
-        if ((Zanp_G.services & service.flag) != 0) result = service.stop();
+    if ((Zanp_G.services & Zan_Service_Gaussian) != 0) {
+        result = zan::reportPlatform(Site::StopGaussian, kBel_Err_NoService, Message::GaussianTableInit);
     }
     setMagics(0);
     return result;

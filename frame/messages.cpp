@@ -1,6 +1,8 @@
-// The message table as the host's string service reads it, and the look-up of its texts.
-#include "frame/report.h"
+// The message table in the layout that the host's string service reads, and the lookup of a text.
+#include "frame/messages.h"
+
 #include "platform/bel.h"
+#include "zan/frame.h"
 
 #include <array>
 #include <iterator>
@@ -10,7 +12,7 @@ namespace {
 
 constexpr std::string_view kKeyPrefix = "$$$/Ko/Zan/LStr/";
 
-// "$$$/Ko/Zan/LStr/", four digits, "=", the English text.
+// Builds a table key: "$$$/Ko/Zan/LStr/", four digits, "=", the English text.
 template <size_t TextSize>
 constexpr auto makeKey(int index, const char (&text)[TextSize]) {
     std::array<char, kKeyPrefix.size() + 5 + TextSize> key{};
@@ -33,7 +35,7 @@ constinit Zan_MessageEntry entries[] = {
     {nullptr, UINTPTR_MAX, UINTPTR_MAX, 0},
 };
 
-// An entry's place in the table is its index.
+// Messages are looked up by their position, so messages.def must list the indexes in order.
 constexpr int kIndexes[] = {
 #define ZAN_MESSAGE(index, name, text) index,
 #include "frame/messages.def"
@@ -45,7 +47,8 @@ constexpr bool indexesInOrder() {
     }
     return true;
 }
-static_assert(indexesInOrder() && std::size(kIndexes) == 42 && std::size(entries) == 43);
+static_assert(indexesInOrder());
+static_assert(std::size(entries) == std::size(kIndexes) + 1);  // the terminator
 
 constinit Zan_MessageTable table = {"Zan", std::size(entries), entries, 0};
 

@@ -1,4 +1,4 @@
-// The error reporter: from a code and a context to one report of the host's error service.
+// The error reporter: builds the message of a result code and sends it to the host's error service.
 #include "frame/report.h"
 
 #include <cstdio>
@@ -7,26 +7,27 @@ namespace {
 
 using zan::Message;
 
-struct CodeRow {
+struct CodeMessage {
     int32_t code;
     Message message;
     bool takesContext;
     int32_t severity;
 };
-constexpr CodeRow kCodes[] = {
+constexpr CodeMessage kCodeMessages[] = {
 #define ZAN_CODE(code, message, takesContext, severity) {code, Message::message, takesContext, severity},
 #include "frame/codes.def"
 #undef ZAN_CODE
 };
 
-// The texts come from the host's catalogue, so they cannot be literals; the platform vouches for their conversions.
+// The format strings come from the host's catalogue and cannot be literals. The platform accepts a translation only if
+// it has the same conversions as the English text.
 #if defined(__GNUC__)
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 #pragma GCC diagnostic ignored "-Wformat-security"
 #endif
 template <class... Arguments>
-void formatIntoLoggingBuffer(const char* text, Arguments... arguments) {
-    std::snprintf(Belp_GetThreadLoggingBuffer(), kBel_LoggingBufferSize, text, arguments...);
+void formatIntoLoggingBuffer(const char* format, Arguments... arguments) {
+    std::snprintf(Belp_GetThreadLoggingBuffer(), kBel_LoggingBufferSize, format, arguments...);
 }
 
 }  // namespace
@@ -35,19 +36,19 @@ int32_t Zanp_ReportErr(uint16_t site, int32_t code, int16_t context) {
     if (code == 0) return 0;
     Belp_SetThreadLastError(0);
     int32_t severity = Zan_kSeverityError;
-    const CodeRow* row = nullptr;
-    for (const CodeRow& candidate : kCodes) {
-        if (candidate.code == code) row = &candidate;
+    const CodeMessage* known = nullptr;
+    for (const CodeMessage& candidate : kCodeMessages) {
+        if (candidate.code == code) known = &candidate;
     }
-    if (row == nullptr) {
+    if (known == nullptr) {
         formatIntoLoggingBuffer(zan::messageText(Message::UnknownError), code);
     } else {
-        severity = row->severity;
-        if (row->takesContext) {
+        severity = known->severity;
+        if (known->takesContext) {
             const char* contextText = zan::messageText(Message{context});
-            formatIntoLoggingBuffer(zan::messageText(row->message), contextText);
+            formatIntoLoggingBuffer(zan::messageText(known->message), contextText);
         } else {
-            formatIntoLoggingBuffer(zan::messageText(row->message));
+            formatIntoLoggingBuffer(zan::messageText(known->message));
         }
     }
     Belp_ReportError(zan::errorNumber(zan::Site{site}), severity);

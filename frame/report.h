@@ -1,49 +1,40 @@
-// How the other rooms report a failure: one call at the place that finds it, which also gives the result to return.
+// Failure reports. The code that finds a failure reports it once and returns the result of the report.
 #ifndef ZAN_FRAME_REPORT_H
 #define ZAN_FRAME_REPORT_H
 
+#include "frame/messages.h"
 #include "platform/bel.h"
 #include "zan/frame.h"
 
 namespace zan {
 
-/// Where a report comes from.
+/// The place that reports. Its number is the low half of the report's error number.
 enum class Site : uint16_t {
 #define ZAN_SITE(number, name, operations) name = number,
 #include "frame/sites.def"
 #undef ZAN_SITE
 };
 
-/// A text of the message table, or a context that fills one.
-enum class Message : int16_t {
-#define ZAN_MESSAGE(index, name, text) name = index,
-#include "frame/messages.def"
-#undef ZAN_MESSAGE
-};
+/// The error number of a site's reports, for platform functions that report by themselves.
+[[nodiscard]] constexpr uint32_t errorNumber(Site site) { return 0x110000U | static_cast<uint16_t>(site); }
 
-/// The context for the codes whose message takes none.
+/// For codes whose message has no "%s".
 inline constexpr Message kNoContext{0};
 
-/// The message's text in the host's language.
-[[nodiscard]] const char* messageText(Message message);
-
-/// Reports one of the library's codes and returns it.
+/// Reports a Zan_Err_ code with the message that belongs to it; returns the code.
 inline int32_t report(Site site, int32_t code, Message context) {
     return Zanp_ReportErr(static_cast<uint16_t>(site), code, static_cast<int16_t>(context));
 }
 
-/// Reports a message as it stands, severity 8. The thread's last error is left alone.
+/// Reports a message without a code, severity 8. The thread's last error stays as it was.
 void reportText(Site site, Message message);
 
-/// Reports one of the platform's errors, severity 8, with no text of the library's; returns the platform's result.
+/// Reports a platform error with the platform's own text, severity 8; returns the platform's result.
 [[nodiscard]] int32_t reportPlatform(Site site, Bel_Error platformCode);
-/// The same with a text.
+/// Reports a platform error with a text from the message table, severity 8; returns the platform's result.
 [[nodiscard]] int32_t reportPlatform(Site site, Bel_Error platformCode, Message message);
 
-/// The error number of a site, for platform calls that report for themselves.
-[[nodiscard]] constexpr uint32_t errorNumber(Site site) { return 0x110000U | static_cast<uint16_t>(site); }
-
-/// The classes turn a code of the plain functions, already reported, into an exception.
+/// Throws the result code of a plain function as a long, for the classes. The plain function has already reported it.
 inline void throwIfFailed(int32_t code) {
     if (code != 0) throw static_cast<long>(code);
 }

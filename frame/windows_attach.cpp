@@ -1,4 +1,4 @@
-// All that happens when Windows loads the library: it asks not to be told of threads that come and go.
+// DLL entry point: disables thread attach and detach notifications, nothing else.
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 

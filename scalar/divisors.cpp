@@ -16,7 +16,7 @@ int32_t Zan_UnsignedGCD(uint32_t a, uint32_t b, uint32_t* divisor) {
 }
 
 int32_t Zan_SignedLCM(int32_t a, int32_t b, int32_t* multiple) {
-    // In 64 bits, since a divisor of 2^31 has no signed 32-bit form.
+    // In 64 bits, because a divisor of 2^31 does not fit int32_t.
     const int64_t divisor = greatestCommonDivisor(magnitude(a), magnitude(b));
     *multiple = static_cast<int32_t>(zan::wrapMultiply(a, b) / divisor);
     return 0;

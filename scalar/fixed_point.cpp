@@ -1,4 +1,4 @@
-// Multiplication and division in 16.16, with 32-bit integers alone, and in 8.24, in double precision.
+// Multiplication and division: 16.16 in 32-bit integer arithmetic, 8.24 in double precision.
 #include "frame/report.h"
 #include "scalar/integers.h"
 #include "scalar/rounding.h"
@@ -12,6 +12,8 @@ using zan::Site;
 
 constexpr double kFix24One = 16777216.0;
 
+// a * b / 65536. The 16 bits to drop are shifted out before the multiplication, trailing zeros first, so that 32 bits
+// suffice.
 int32_t fixedProduct(int32_t a, int32_t b) {
     const int zerosA = zan::trailingZeros(magnitude(a));
     if (zerosA > 16) return zan::wrapMultiply(a >> 16, b);
@@ -19,7 +21,7 @@ int32_t fixedProduct(int32_t a, int32_t b) {
     return zan::wrapMultiply(a >> 8, b >> 8);
 }
 
-// Values from -129 to -128 and the last half step below 128 pass the range test and fail without a report.
+// Values in (-129, -128) and [128 - 2^-25, 128) pass the range test but do not fit: they fail without a report.
 Zan_Fix24 fix24FromDouble(double x, Site site, Message context) {
     if (x >= 128.0 || x <= -129.0) {
         zan::report(site, Zan_Err_Overflow, context);
@@ -33,21 +35,21 @@ Zan_Fix24 fix24FromDouble(double x, Site site, Message context) {
 
 Zan_Fixed Zan_FixMul(Zan_Fixed a, Zan_Fixed b) {
     const int32_t product = fixedProduct(a, b);
-    const bool wrapped = (a < 0) == (b < 0) ? product < 0 : product > 0;
-    return wrapped ? Zan_kFixedFailure : product;
+    const bool wrongSign = (a < 0) == (b < 0) ? product < 0 : product > 0;
+    return wrongSign ? Zan_kFixedFailure : product;
 }
 
 Zan_Fixed Zan_FixDiv(Zan_Fixed a, Zan_Fixed b) {
     if (b == 0) return Zan_kFixedFailure;
     const uint32_t dividend = magnitude(a);
-    const int room = zan::leadingZeros(dividend);
+    const int leadingZeros = zan::leadingZeros(dividend);
     uint32_t quotient = 0;
-    if (room >= 16) {
+    if (leadingZeros >= 16) {
         quotient = (dividend << 16) / magnitude(b);
     } else {
-        const uint32_t divisor = magnitude(b) >> (16 - room);
+        const uint32_t divisor = magnitude(b) >> (16 - leadingZeros);
         if (divisor == 0) return Zan_kFixedFailure;
-        quotient = (dividend << room) / divisor;
+        quotient = (dividend << leadingZeros) / divisor;
     }
     if ((a < 0) != (b < 0)) {
         const auto negative = static_cast<int32_t>(0U - quotient);

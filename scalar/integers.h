@@ -1,5 +1,5 @@
-// Integer helpers that the other rooms build on, inline: bit counts, magnitudes, arithmetic that wraps, tests for
-// overflow, the greatest common divisor. The exported operations are these.
+// Inline integer helpers, shared with the other subsystems: bit counts, magnitudes, wrapping arithmetic, overflow tests
+// and the greatest common divisor.
 #ifndef ZAN_SCALAR_INTEGERS_H
 #define ZAN_SCALAR_INTEGERS_H
 
@@ -14,7 +14,7 @@ constexpr int leadingZeros(uint32_t x) { return std::countl_zero(x); }
 /// 32 for 0.
 constexpr int trailingZeros(uint32_t x) { return std::countr_zero(x); }
 
-/// |x|; 2^31 for the most negative value.
+/// |x|; 2^31 for INT32_MIN.
 constexpr uint32_t magnitude(int32_t x) { return x < 0 ? 0U - static_cast<uint32_t>(x) : static_cast<uint32_t>(x); }
 
 template <class T>
@@ -36,14 +36,15 @@ constexpr bool addWouldOverflow(int32_t a, int32_t b) {
     if ((a < 0) != (b < 0)) return false;
     return (wrapAdd(a, b) < 0) != (a < 0);
 }
-/// Cautious: may say yes to a product that fits, never no to one that does not.
+/// Conservative: true for every product that does not fit, and for some that do.
 constexpr bool multiplyWouldOverflow(int32_t a, int32_t b) {
     return leadingZeros(magnitude(a)) + leadingZeros(magnitude(b)) <= 32;
 }
-/// Cautious in the same way.
+/// Conservative, as above.
 constexpr bool multiplyWouldOverflow(uint32_t a, uint32_t b) { return leadingZeros(a) + leadingZeros(b) <= 31; }
 
-/// 1 for b = 0, whatever a is. By differences and shifts (Stein, 1967), without branches that cannot be foreseen.
+/// 1 for b = 0, whatever a is. The binary algorithm (Stein, 1967); it selects the smaller value with a mask, because a
+/// branch on the comparison would mispredict.
 constexpr uint32_t greatestCommonDivisor(uint32_t a, uint32_t b) {
     if (b == 0) return 1;
     if (a == 0) return b;
@@ -52,7 +53,7 @@ constexpr uint32_t greatestCommonDivisor(uint32_t a, uint32_t b) {
     int64_t second = b >> trailingZeros(b);
     for (int64_t difference = first - second; difference != 0; difference = first - second) {
         const int64_t sign = difference >> 63;
-        second += difference & sign;  // the smaller of the two
+        second += difference & sign;  // the smaller value
         first = ((difference ^ sign) - sign) >> std::countr_zero(static_cast<uint64_t>(difference));
     }
     return static_cast<uint32_t>(first) << common;

@@ -1,5 +1,5 @@
-// The lookup tables of the optional services: how they are filled, handed out and rebuilt after the platform reclaimed
-// their memory.
+// The lookup tables of the optional services: their contents, prepare and unprepare calls, and rebuilding of tables
+// whose memory the platform has reclaimed.
 #include "scalar/lookup_tables.h"
 
 #include "frame/report.h"
@@ -27,54 +27,65 @@ namespace {
 using zan::Message;
 using zan::Site;
 
-// What differs between the two services. A service with one table has null for the second.
+// What differs between the two services. secondTable is null for a service with one table.
 struct TableService {
     uint32_t flag;
-    Site prepareSite, unprepareSite;
-    Message context, unavailable;
+    Site prepareSite;
+    Site unprepareSite;
+    Message context;      // of Zan_Err_UnrequestedService
+    Message unavailable;  // tables that cannot be made ready
     size_t tableBytes;
-    void** Zan_Globals::*first;
-    void** Zan_Globals::*second;
+    void** Zan_Globals::*firstTable;
+    void** Zan_Globals::*secondTable;
     uint16_t Zan_Globals::*prepareCount;
 };
-constexpr TableService kCharMath = {Zan_Service_FastCharMath,
-                                    Site::PrepareFCMD,
-                                    Site::UnprepareFCMD,
-                                    Message::FastCharMath,
-                                    Message::CharMathUnavailable,
-                                    zan::kCharTableBytes,
-                                    &Zan_Globals::charMultiplyTable,
-                                    &Zan_Globals::charDivideTable,
-                                    &Zan_Globals::charMathPrepareCount};
+constexpr TableService kCharMath = {
+    .flag = Zan_Service_FastCharMath,
+    .prepareSite = Site::PrepareFCMD,
+    .unprepareSite = Site::UnprepareFCMD,
+    .context = Message::FastCharMath,
+    .unavailable = Message::CharMathUnavailable,
+    .tableBytes = zan::kCharTableBytes,
+    .firstTable = &Zan_Globals::charMultiplyTable,
+    .secondTable = &Zan_Globals::charDivideTable,
+    .prepareCount = &Zan_Globals::charMathPrepareCount,
+};
 constexpr TableService kTrig = {
-    Zan_Service_FastTrig,          Site::FastTrig,       Site::FastTrig,          Message::FastTrig,
-    Message::TrigUnavailable,      zan::kSineTableBytes, &Zan_Globals::sineTable, nullptr,
-    &Zan_Globals::sinePrepareCount};
+    .flag = Zan_Service_FastTrig,
+    .prepareSite = Site::FastTrig,
+    .unprepareSite = Site::FastTrig,
+    .context = Message::FastTrig,
+    .unavailable = Message::TrigUnavailable,
+    .tableBytes = zan::kSineTableBytes,
+    .firstTable = &Zan_Globals::sineTable,
+    .secondTable = nullptr,
+    .prepareCount = &Zan_Globals::sinePrepareCount,
+};
 
-bool running(const TableService& service) {
-    if ((Zanp_G.services & service.flag) == 0 || Zanp_G.*service.first == nullptr) return false;
-    return service.second == nullptr || Zanp_G.*service.second != nullptr;
+bool isRunning(const TableService& service) {
+    if ((Zanp_G.services & service.flag) == 0 || Zanp_G.*service.firstTable == nullptr) return false;
+    return service.secondTable == nullptr || Zanp_G.*service.secondTable != nullptr;
 }
 
-bool reclaimed(const TableService& service) {
-    if (*(Zanp_G.*service.first) == nullptr) return true;
-    return service.second != nullptr && *(Zanp_G.*service.second) == nullptr;
+bool isReclaimed(const TableService& service) {
+    if (*(Zanp_G.*service.firstTable) == nullptr) return true;
+    return service.secondTable != nullptr && *(Zanp_G.*service.secondTable) == nullptr;
 }
 
-// New handles in place of reclaimed ones. Where an allocation fails the service is left without handles to fill.
+// Replaces the handles and fills them. After a failed allocation a handle is null, so the service no longer runs.
 bool rebuild(const TableService& service) {
-    Bel_FreeHandle(Zanp_G.*service.first);
-    if (service.second != nullptr) Bel_FreeHandle(Zanp_G.*service.second);
-    Zanp_G.*service.first = Bel_AllocateHandleQuiet(service.tableBytes);
-    if (service.second == nullptr) {
-        if (Zanp_G.*service.first == nullptr) return false;
-        zan::fillSineTable(static_cast<float*>(*(Zanp_G.*service.first)));
+    Bel_FreeHandle(Zanp_G.*service.firstTable);
+    if (service.secondTable != nullptr) Bel_FreeHandle(Zanp_G.*service.secondTable);
+    Zanp_G.*service.firstTable = Bel_AllocateHandleQuiet(service.tableBytes);
+    if (service.secondTable == nullptr) {
+        if (Zanp_G.*service.firstTable == nullptr) return false;
+        zan::fillSineTable(static_cast<float*>(*(Zanp_G.*service.firstTable)));
         return true;
     }
-    Zanp_G.*service.second = Bel_AllocateHandleQuiet(service.tableBytes);
-    if (Zanp_G.*service.first == nullptr || Zanp_G.*service.second == nullptr) return false;
-    zan::fillCharTables(static_cast<uint8_t*>(*(Zanp_G.*service.first)),
-                        static_cast<uint8_t*>(*(Zanp_G.*service.second)));
+    Zanp_G.*service.secondTable = Bel_AllocateHandleQuiet(service.tableBytes);
+    if (Zanp_G.*service.firstTable == nullptr || Zanp_G.*service.secondTable == nullptr) return false;
+    zan::fillCharTables(static_cast<uint8_t*>(*(Zanp_G.*service.firstTable)),
+                        static_cast<uint8_t*>(*(Zanp_G.*service.secondTable)));
     return true;
 }
 
@@ -90,16 +101,16 @@ int32_t prepare(const TableService& service, bool reportFailure, bool failIfRecl
     if (second != nullptr) *second = nullptr;
     bool ready = true;
     int32_t result = 0;
-    if (!running(service)) {
+    if (!isRunning(service)) {
         ready = false;
         result = zan::report(service.prepareSite, Zan_Err_UnrequestedService, service.context);
     } else {
-        // While somebody holds the addresses the tables are neither checked nor rebuilt.
-        if (Zanp_G.*service.prepareCount == 0 && reclaimed(service)) ready = !failIfReclaimed && rebuild(service);
+        // Open prepare calls hold the addresses, so the tables are checked and rebuilt only on the first.
+        if (Zanp_G.*service.prepareCount == 0 && isReclaimed(service)) ready = !failIfReclaimed && rebuild(service);
         ++(Zanp_G.*service.prepareCount);
         if (ready) {
-            handOut(first, service.first);
-            handOut(second, service.second);
+            handOut(first, service.firstTable);
+            handOut(second, service.secondTable);
         } else if (reportFailure) {
             zan::reportText(service.prepareSite, service.unavailable);
             result = Zan_Result_Failed;
@@ -110,7 +121,7 @@ int32_t prepare(const TableService& service, bool reportFailure, bool failIfRecl
 }
 
 int32_t unprepare(const TableService& service) {
-    if (!running(service)) {
+    if (!isRunning(service)) {
         return zan::report(service.unprepareSite, Zan_Err_UnrequestedService, service.context);
     }
     --(Zanp_G.*service.prepareCount);

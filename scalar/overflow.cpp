@@ -1,4 +1,4 @@
-// Whether a 32-bit sum or product would overflow.
+// Overflow tests for 32-bit sums and products.
 #include "scalar/integers.h"
 #include "zan/scalar.h"
 

@@ -1,4 +1,6 @@
-// Ratios in other forms: lowest terms, the reciprocal, another denominator, the best approximation of a double.
+// Conversions of ratios: to lowest terms, to the reciprocal, to another denominator, and from a double.
+#include "scalar/ratio_convert.h"
+
 #include "scalar/best_rational.h"
 #include "scalar/integers.h"
 #include "scalar/ratio.h"
@@ -13,11 +15,11 @@ using zan::Site;
 bool zan::reduce(Zan_Ratio* ratio) {
     const uint32_t divisor = greatestCommonDivisor(magnitude(ratio->num), ratio->den);
     if (divisor == 1) return false;
-    if (divisor < kUnsignedOnly) {
+    if (divisor < kNumeratorLimit) {
         ratio->num /= static_cast<int32_t>(divisor);
         ratio->den /= divisor;
     } else if (ratio->num != 0) {
-        // A divisor of 2^31 or more divides zero, which then stays as it is, or -2^31 / 2^31.
+        // A divisor of 2^31 or more can only come from -2^31 / 2^31 or from a zero, which stays unchanged.
         *ratio = {-1, 1};
     }
     return true;
@@ -28,14 +30,14 @@ std::optional<Zan_Ratio> zan::ratioFromDouble(double value) {
     int exponent = 0;
     if (std::frexp(value, &exponent) == 0 || exponent < -31) return Zan_Ratio{0, 1};
     if (exponent > 31) return std::nullopt;
-    Zan_Ratio ratio = bestRational(static_cast<float>(value), 0x40000000);
+    Zan_Ratio ratio = bestRational(static_cast<float>(value), 1 << 30);
     reduce(&ratio);
     return ratio;
 }
 
 namespace {
 
-// num / oldDen over newDen, in double precision, rounded; nothing when it does not fit.
+// The numerator of num / oldDen over newDen, computed in double precision and rounded; none if it does not fit.
 std::optional<int32_t> changeDenominator(int32_t num, uint32_t oldDen, uint32_t newDen) {
     const double x = static_cast<double>(newDen) / static_cast<double>(oldDen) * static_cast<double>(num);
     if (x > 2147483647.0 || x < -2147483648.0) return std::nullopt;
@@ -46,8 +48,8 @@ void setFlag(bool* flag, bool value) {
     if (flag != nullptr) *flag = value;
 }
 
-// An overflow is told by the flag where there is one, else by a report.
-int32_t tellOverflow(bool overflowed, bool* overflow, Site site) {
+// Signals an overflow through the flag if there is one, else through a report and the returned code.
+int32_t signalOverflow(bool overflowed, bool* overflow, Site site) {
     setFlag(overflow, overflowed);
     if (!overflowed || overflow != nullptr) return 0;
     return zan::report(site, Zan_Err_Overflow, Message::ConvertingDenominators);
@@ -66,7 +68,7 @@ int32_t Zan_RecipRatio(const Zan_Ratio* source, Zan_Ratio* destination, bool* ex
     Zan_Ratio ratio = *source;
     const bool negative = ratio.num < 0;
     bool halved = false;
-    if (ratio.den >= zan::kUnsignedOnly) halved = !zan::reduce(&ratio);
+    if (ratio.den >= zan::kNumeratorLimit) halved = !zan::reduce(&ratio);
     const int shift = halved ? 1 : 0;
     const uint32_t num = ratio.den >> shift;
     *destination = {static_cast<int32_t>(negative ? 0U - num : num), magnitude(ratio.num) >> shift};
@@ -93,7 +95,7 @@ int32_t Zan_ConvRatio(const Zan_Ratio* source, uint32_t newDenominator, Zan_Rati
     const std::optional<int32_t> num = changeDenominator(ratio.num, ratio.den, newDenominator);
     *destination = num ? Zan_Ratio{*num, newDenominator} : zan::kFailedRatio;
     setFlag(exact, num && static_cast<double>(ratio.num) * newDenominator == static_cast<double>(*num) * ratio.den);
-    return tellOverflow(!num, overflow, Site::ConvRatio);
+    return signalOverflow(!num, overflow, Site::ConvRatio);
 }
 
 int32_t Zan_ShortConvRatio(int32_t numerator, uint32_t oldDenominator, uint32_t newDenominator, int32_t* destination,
@@ -108,7 +110,7 @@ int32_t Zan_ShortConvRatio(int32_t numerator, uint32_t oldDenominator, uint32_t 
     const std::optional<int32_t> num =
         oldDenominator == newDenominator ? numerator : changeDenominator(numerator, oldDenominator, newDenominator);
     *destination = num.value_or(0);
-    return tellOverflow(!num, overflow, Site::ShortConvRatio);
+    return signalOverflow(!num, overflow, Site::ShortConvRatio);
 }
 
 int32_t Zan_FpLong2Ratio(double value, Zan_Ratio* destination, bool* overflow) {

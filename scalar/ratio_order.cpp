@@ -1,43 +1,47 @@
-// Comparison of ratios, the smaller and the larger, and clipping to ranges and spans.
+// Comparison, minimum and maximum of ratios, and clipping to ranges and spans.
 #include "scalar/integers.h"
 #include "scalar/ratio.h"
-#include "scalar/wide_product.h"
+#include "scalar/ratio_arithmetic.h"
 
+using zan::kNumeratorLimit;
 using zan::Message;
 using zan::Site;
+using zan::SumKind;
 
-int32_t zan::orderRatios(const Zan_Ratio& a, const Zan_Ratio& b, int32_t* order) {
+namespace {
+
+// -1, 0 or 1 for a < b, a == b, a > b.
+int32_t compare(int64_t a, int64_t b) { return a < b ? -1 : static_cast<int32_t>(a > b); }
+
+// Zan_CompareRatio: a negative number, 0 or a positive number for a < b, a == b, a > b.
+int32_t orderRatios(const Zan_Ratio& a, const Zan_Ratio& b, int32_t* order) {
     *order = 0;
-    const int32_t invalid = checkDenominators(a.den, b.den, Site::RatioSum, Message::ComparingRatios);
+    const int32_t invalid = zan::checkDenominators(a.den, b.den, Site::RatioSum, Message::ComparingRatios);
     if (invalid != 0) return invalid;
-    const int64_t first = int64_t{a.num} * b.den;
-    const int64_t second = int64_t{b.num} * a.den;
-    if (plainlySmall(uint64_t{a.den} * b.den) && plainlySmall(first) && plainlySmall(second) && a.num != 0 &&
-        b.num != 0) {
-        // The numerator of the difference over the least common denominator.
-        const auto divisor = static_cast<int32_t>(greatestCommonDivisor(a.den, b.den));
-        *order = static_cast<int32_t>(first - second) / divisor;
-    } else if (const Zan_Ratio difference = exactSum(a, b, true); fits(difference)) {
+    const int64_t productA = int64_t{a.num} * b.den;
+    const int64_t productB = int64_t{b.num} * a.den;
+    if (zan::isSmallProduct(uint64_t{a.den} * b.den) && zan::isSmallProduct(productA) &&
+        zan::isSmallProduct(productB) && a.num != 0 && b.num != 0) {
+        // The numerator of a - b over the least common denominator.
+        const auto divisor = static_cast<int32_t>(zan::greatestCommonDivisor(a.den, b.den));
+        *order = static_cast<int32_t>(productA - productB) / divisor;
+    } else if (const Zan_Ratio difference = zan::exactSum(a, b, SumKind::kDifference); zan::fits(difference)) {
         *order = difference.num;
-    } else if (a.den < kUnsignedOnly && b.den < kUnsignedOnly) {
-        *order =
-            compare(wideProduct(a.num, static_cast<int32_t>(b.den)), wideProduct(b.num, static_cast<int32_t>(a.den)));
+    } else if (a.den < kNumeratorLimit && b.den < kNumeratorLimit) {
+        *order = compare(productA, productB);
     } else {
-        const double roundedFirst = static_cast<double>(b.den) * static_cast<double>(a.num);
-        const double roundedSecond = static_cast<double>(a.den) * static_cast<double>(b.num);
-        *order = roundedSecond > roundedFirst ? -1 : static_cast<int32_t>(roundedFirst != roundedSecond);
+        const double roundedA = static_cast<double>(b.den) * static_cast<double>(a.num);
+        const double roundedB = static_cast<double>(a.den) * static_cast<double>(b.num);
+        *order = roundedB > roundedA ? -1 : static_cast<int32_t>(roundedA != roundedB);
     }
     return 0;
 }
 
-namespace {
-
-// A number of the sign that orderRatios gives.
+// As orderRatios, but *sign has only the sign of its order. Two multiplications for the usual denominators.
 int32_t signOfOrder(const Zan_Ratio& a, const Zan_Ratio& b, int32_t* sign) {
-    const auto usual = [](uint32_t den) { return den != 0 && den < zan::kUnsignedOnly; };
-    if (!usual(a.den) || !usual(b.den)) return zan::orderRatios(a, b, sign);
-    *sign = zan::compare(zan::wideProduct(a.num, static_cast<int32_t>(b.den)),
-                         zan::wideProduct(b.num, static_cast<int32_t>(a.den)));
+    const auto usual = [](uint32_t den) { return den != 0 && den < kNumeratorLimit; };
+    if (!usual(a.den) || !usual(b.den)) return orderRatios(a, b, sign);
+    *sign = compare(int64_t{a.num} * b.den, int64_t{b.num} * a.den);
     return 0;
 }
 
@@ -46,12 +50,13 @@ int32_t fail(Zan_Ratio* destination, int32_t code) {
     return code;
 }
 
-// b when the order of a and b has the wanted sign, else a.
-int32_t choose(const Zan_Ratio& a, const Zan_Ratio& b, bool positive, Zan_Ratio* destination) {
+enum class Extreme { kMinimum, kMaximum };
+
+int32_t storeExtreme(const Zan_Ratio& a, const Zan_Ratio& b, Extreme wanted, Zan_Ratio* destination) {
     int32_t order = 0;
     const int32_t code = signOfOrder(a, b, &order);
     if (code != 0) return fail(destination, code);
-    *destination = (positive ? order > 0 : order < 0) ? b : a;
+    *destination = (wanted == Extreme::kMinimum ? order > 0 : order < 0) ? b : a;
     return 0;
 }
 
@@ -60,7 +65,7 @@ int32_t clipToSpan(const Zan_Ratio& value, const Zan_Ratio& start, const Zan_Rat
     int32_t code = signOfOrder(value, start, &order);
     Zan_Ratio end = start;
     if (code == 0 && order > 0) {
-        code = zan::addRatios(start, length, false, Message::InRatioSpan, &end, nullptr);
+        code = zan::addRatios(start, length, SumKind::kSum, Message::InRatioSpan, &end, nullptr);
         if (code == 0) code = signOfOrder(value, end, &order);
         if (code == 0 && order < 0) end = value;
     }
@@ -72,18 +77,18 @@ int32_t clipToSpan(const Zan_Ratio& value, const Zan_Ratio& start, const Zan_Rat
 }  // namespace
 
 int32_t Zan_CompareRatio(const Zan_Ratio* a, const Zan_Ratio* b, int32_t* order) {
-    // Copies, since the order may be written into one of them.
+    // Copies, because order may point into one of them.
     const Zan_Ratio first = *a;
     const Zan_Ratio second = *b;
-    return zan::orderRatios(first, second, order);
+    return orderRatios(first, second, order);
 }
 
 int32_t Zan_MinRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination) {
-    return choose(*a, *b, true, destination);
+    return storeExtreme(*a, *b, Extreme::kMinimum, destination);
 }
 
 int32_t Zan_MaxRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination) {
-    return choose(*a, *b, false, destination);
+    return storeExtreme(*a, *b, Extreme::kMaximum, destination);
 }
 
 int32_t Zan_ClipRatio(const Zan_Ratio* value, const Zan_Ratio* low, const Zan_Ratio* high, Zan_Ratio* destination) {
@@ -113,9 +118,10 @@ int32_t Zan_ClipSpanToSpan(const Zan_Ratio* start1, const Zan_Ratio* length1, co
     Zan_Ratio end = {};
     Zan_Ratio length = {};
     int32_t code = clipToSpan(*start1, *start2, *length2, &start);
-    if (code == 0) code = zan::addRatios(*start1, *length1, false, Message::InRatioAddition, &end, nullptr);
+    if (code == 0) code = zan::addRatios(*start1, *length1, SumKind::kSum, Message::InRatioAddition, &end, nullptr);
     if (code == 0) code = clipToSpan(end, *start2, *length2, &end);
-    if (code == 0) code = zan::addRatios(end, start, true, Message::InRatioSubtraction, &length, nullptr);
+    if (code == 0)
+        code = zan::addRatios(end, start, SumKind::kDifference, Message::InRatioSubtraction, &length, nullptr);
     *destinationStart = code == 0 ? start : zan::kFailedRatio;
     *destinationLength = code == 0 ? length : zan::kFailedRatio;
     return code;

@@ -1,4 +1,4 @@
-// Rounding of doubles to integers and of integers to a multiple, and the remainder of doubles.
+// Rounding of doubles to integers and of integers to multiples, and the remainder of doubles.
 #include "scalar/rounding.h"
 
 #include "frame/keep_errno.h"
@@ -10,7 +10,7 @@
 int32_t Zan_RoundToNearestMult(int32_t x, int32_t m) {
     if (m == 0) return x;
     const int32_t half = m / 2;
-    // In 64 bits, since the remainder of -2^31 by -1 is no legal 32-bit operation.
+    // In 64 bits, because INT32_MIN % -1 overflows in 32.
     const auto remainder = [m](int32_t s) { return static_cast<int32_t>(int64_t{s} % int64_t{m}); };
     if (x >= 0) {
         const int32_t s = zan::wrapAdd(x, half);

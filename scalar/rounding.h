@@ -1,4 +1,4 @@
-// From doubles to integers, inline: truncation and rounding with the most negative value for what does not fit.
+// Inline truncation and rounding of doubles to integers. What does not fit gives the most negative integer.
 #ifndef ZAN_SCALAR_ROUNDING_H
 #define ZAN_SCALAR_ROUNDING_H
 
@@ -7,29 +7,31 @@
 
 namespace zan {
 
-/// x truncated toward zero; the most negative value for NaN and for what is out of range.
+/// x truncated toward zero; the most negative integer for NaN and out of range.
 template <class Int>
 constexpr Int truncated(double x) {
-    constexpr auto kLeast = static_cast<double>(std::numeric_limits<Int>::min());
-    // What lies between kLeast - 1 and kLeast truncates to the same value that the failure has.
-    return x >= kLeast && x < -kLeast ? static_cast<Int>(x) : std::numeric_limits<Int>::min();
+    constexpr auto kMin = static_cast<double>(std::numeric_limits<Int>::min());
+    // Values in (kMin - 1, kMin) would truncate to kMin, which is the failure value too, so they need no extra test.
+    return x >= kMin && x < -kMin ? static_cast<Int>(x) : std::numeric_limits<Int>::min();
 }
 
-/// x rounded to the nearest integer, halves toward plus infinity; for an x whose result fits. All that it may be is
-/// formed, so that no processor has to guess the sign.
+/// x rounded to the nearest integer, halves toward plus infinity; only for an x whose result fits. Computes all
+/// candidates and selects one: the sign of x is unpredictable, and a branch on it would mispredict.
 template <class Int>
 constexpr Int roundFitting(double x) {
     const double sum = x + 0.5;
-    const Int above = static_cast<Int>(sum), inside = static_cast<Int>(x), below = static_cast<Int>(x - 0.5);
-    const Int negative = static_cast<double>(above) == sum ? inside : below;
-    return x > 0 ? above : negative;
+    const Int up = static_cast<Int>(sum);
+    const Int truncatedX = static_cast<Int>(x);
+    const Int down = static_cast<Int>(x - 0.5);
+    const Int negative = static_cast<double>(up) == sum ? truncatedX : down;  // a half gives an integral sum
+    return x > 0 ? up : negative;
 }
 
-/// The same for any x; the most negative value for NaN and for what is out of range.
+/// The same for any x; the most negative integer for NaN and out of range.
 template <class Int>
 constexpr Int roundDouble(double x) {
-    constexpr auto kLeast = static_cast<double>(std::numeric_limits<Int>::min());
-    return x > kLeast - 0.5 && x < -kLeast - 0.5 ? roundFitting<Int>(x) : std::numeric_limits<Int>::min();
+    constexpr auto kMin = static_cast<double>(std::numeric_limits<Int>::min());
+    return x > kMin - 0.5 && x < -kMin - 0.5 ? roundFitting<Int>(x) : std::numeric_limits<Int>::min();
 }
 
 }  // namespace zan

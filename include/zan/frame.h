@@ -1,4 +1,4 @@
-// Lifecycle, versions, the globals block and the error reporter: what a host calls before and after everything else.
+// Lifecycle, version checks, the globals block and the error reporter.
 #ifndef ZAN_FRAME_H
 #define ZAN_FRAME_H
 
@@ -7,22 +7,22 @@
 /// The interface version of these headers; pass it to Zan_CheckVersions.
 inline constexpr int32_t Zan_kInterfaceVersion = 18;
 
-/// Both ends of a valid globals block.
+/// Value of headMagic and tailMagic in the globals block while the library is started.
 inline constexpr uint32_t Zan_kGlobalsMagic = 0x27182818;
 
 /// @defgroup services Services that Zan_Birth starts
 /// @{
-inline constexpr uint32_t Zan_Service_Basic = 1;         ///< nothing beyond the library itself; never fails
+inline constexpr uint32_t Zan_Service_Basic = 1;         ///< no table; its start never fails
 inline constexpr uint32_t Zan_Service_FastTrig = 2;      ///< the quarter-wave sine table of Zan_PrepareFTrig
 inline constexpr uint32_t Zan_Service_FastCharMath = 4;  ///< the 8-bit multiply and divide tables of Zan_PrepareFCMD
 inline constexpr uint32_t Zan_Service_Gaussian = 8;      ///< not provided: its start is refused with a report
 /// @}
 
-/// The whole run-time state of the library. The host copies it byte for byte; a handle is a pointer to a master
-/// pointer, which is null once the platform has reclaimed the memory.
+/// All run-time state of the library. A host may copy it byte by byte. A handle points to a master pointer, which
+/// points to the memory and becomes null when the platform reclaims it.
 struct Zan_Globals {
     uint32_t headMagic;             ///< Zan_kGlobalsMagic while started, else 0
-    uint32_t services;              ///< the services that run; after Zan_Death those that ran
+    uint32_t services;              ///< running services; after Zan_Death those that ran before
     uint8_t reserved1[8];           ///< never read or written, copied with the block
     void** charMultiplyTable;       ///< handle, 65,536 bytes; null when not allocated
     void** charDivideTable;         ///< handle, 65,536 bytes; null when not allocated
@@ -33,18 +33,18 @@ struct Zan_Globals {
     uint16_t sinePrepareCount;      ///< outstanding Zan_PrepareFTrig calls
 };
 
-/// One entry of the message table. The three cache fields belong to the host's string service.
+/// One entry of the message table. The cache fields are for the host's string service.
 struct Zan_MessageEntry {
-    const char* key;   ///< "$$$/Ko/Zan/LStr/0000=unknown error (%d)." and so on; null in the terminator
+    const char* key;   ///< such as "$$$/Ko/Zan/LStr/0000=unknown error (%d)."; null in the terminator
     uintptr_t cache1;  ///< all ones in the terminator
     uintptr_t cache2;  ///< all ones in the terminator
     uintptr_t cache3;
 };
 
-/// The message table as the host's string service reads it.
+/// The message table, in the layout that the host's string service reads.
 struct Zan_MessageTable {
     const char* module;         ///< "Zan"
-    uintptr_t entryCount;       ///< the messages and the terminator
+    uintptr_t entryCount;       ///< number of entries, the terminator included
     Zan_MessageEntry* entries;  ///< the first entry
     uintptr_t reserved;         ///< zero
 };
@@ -52,73 +52,75 @@ struct Zan_MessageTable {
 extern "C" {
 
 /// The globals block. All zero until Zan_Birth.
-/// @threads the lifecycle operations and the prepare counts are not synchronized: one thread at a time
+/// @threads one at a time: the lifecycle operations and the prepare counts are not synchronized
 extern ZAN_API Zan_Globals Zanp_G;
 
-/// Holds the address of the Zan_MessageTable; its value is what the library passes to the string service.
+/// Address of the Zan_MessageTable, as the library passes it to the host's string service.
 extern ZAN_API const void* const Zan_G_zref;
 
-/// The package version: interface version in the high 16 bits, package version in the low 16 bits.
-/// @return  both versions in one number
+/// The version of the library.
+/// @return  interface version in the high 16 bits, package version in the low 16 bits
 /// @threads any
 [[nodiscard]] ZAN_API uint32_t Zan_PkgObjectVersion();
 
-/// Checks that host and library were built for the same interface, and on the first call in the process that the
-/// platform libraries are the ones that the library needs.
-/// @param errorNumber    the host's own number, under which a mismatch is reported
-/// @param headerVersion  Zan_kInterfaceVersion as the host was compiled with
-/// @return   0; Zan_Result_VersionMismatch (7) when headerVersion is not 18 or, on the first call only, when the
-///           platform refuses
-/// @reports  errorNumber, severity 16, "Plug-in version mismatch detected ..." for a wrong headerVersion, with the
-///           thread's last error set to 0; a platform that refuses reports for itself, under 0x110001
+/// Checks that host and library have the same interface version. The first call in the process also checks the versions
+/// of the platform libraries.
+/// @param errorNumber    the host's own error number for the report of a wrong headerVersion
+/// @param headerVersion  Zan_kInterfaceVersion of the headers that the host was compiled with
+/// @return   0; Zan_Result_VersionMismatch (7) when headerVersion is not 18 or, on the first call only, when a platform
+///           library does not have the version that Zan needs
+/// @reports  errorNumber, severity 16, "Plug-in version mismatch detected ..." for a wrong headerVersion, after setting
+///           the thread's last error to 0; a platform library reports its own mismatch under 0x110001
 /// @threads  one at a time
 [[nodiscard]] ZAN_API int32_t Zan_CheckVersions(int32_t errorNumber, int32_t headerVersion);
 
-/// Starts the library and the services asked for. The prepare counts stay as they are.
+/// Starts the library and the requested services. The prepare counts keep their values.
 /// @param services  any of Zan_Service_Basic, _FastTrig, _FastCharMath, _Gaussian; other bits are ignored
-/// @param started   receives the services that run, after a failure those before the failing one; may be null. Not
-///                  written when the library was already started
-/// @return   0 and the library is started; the platform's result when it already was, and nothing changes; else the
-///           first failing service's result, and it is not started: Zan_Result_Failed (4) for memory, the platform's
-///           result for the Gaussian service. Tables made before and after the failure stay allocated
+/// @param started   receives the running services, after a failure those before the failing one; may be null. Not
+///                  written when the library is already started
+/// @return   0 when the library is started now. Otherwise an error, and the call has not started it: the platform's
+///           result when it is already started, with nothing changed; else the result of the first service that fails:
+///           Zan_Result_Failed (4) when its tables cannot be allocated, the platform's result for the Gaussian service.
+///           The tables of the other services stay allocated then
 /// @reports  0x110014 platform code 12 when already started;
 ///           0x11001D platform code 5, "Gaussian table initialization.";
-///           the platform reports failed allocations under 0x110019 and 0x11001B
+///           the platform reports failed allocations under 0x110019 (sine table) and 0x11001B (8-bit tables)
 /// @threads  one at a time
 [[nodiscard]] ZAN_API int32_t Zan_Birth(uint32_t services, uint32_t* started);
 
-/// Stops every running service and the library: table addresses that were handed out are no longer valid. The services
-/// word and the prepare counts keep their values.
-/// @return   the result of the last service stopped, 0 as a rule; the platform's result when the library is not started
+/// Stops every running service and the library. Table addresses from prepare calls become invalid. The services field
+/// and the prepare counts keep their values.
+/// @return   0; the platform's result when the library is not started. Also the platform's result, although the library
+///           is stopped, when the services field has the Gaussian service (possible only after Zan_SetGlobals)
 /// @reports  0x110015 platform code 11 when not started;
-///           0x11001E platform code 5, "Gaussian table initialization.", when a block from elsewhere has that service
+///           0x11001E platform code 5, "Gaussian table initialization.", for the Gaussian service
 /// @threads  one at a time
 ZAN_API int32_t Zan_Death();
 
-/// Moves the state out: copies the globals block and leaves the library not started; of its own block only the magics
-/// change. The tables now belong to whoever holds the copy.
-/// @param destination  receives the 56 bytes; not written on failure
+/// Moves the state out: copies the globals block, then sets both magic fields of Zanp_G to 0, so that the library is
+/// not started. The tables belong to the owner of the copy.
+/// @param destination  receives the block; not written on failure
 /// @return   0; the platform's result when the library is not started
 /// @reports  0x110016 platform code 11 when not started
 /// @threads  one at a time
 [[nodiscard]] ZAN_API int32_t Zan_GetGlobals(Zan_Globals* destination);
 
 /// Moves a state in: the library is started with the services and tables of the block.
-/// @param source  the 56 bytes that Zan_GetGlobals gave
-/// @return   0; the platform's result when the library is already started (nothing changes) or when the block's magics
-///           are not valid (its bytes stay in Zanp_G and the library is not started)
+/// @param source  a block from Zan_GetGlobals
+/// @return   0; the platform's result when the library is already started (nothing changes), or when a magic field of
+///           the block is wrong (Zanp_G holds the block, and the library is not started)
 /// @reports  0x110017 platform code 12 when already started, platform code 2 for an invalid block
 /// @threads  one at a time
 [[nodiscard]] ZAN_API int32_t Zan_SetGlobals(const Zan_Globals* source);
 
-/// Reports a failure to the host's error service. What the library's own operations call; exported for its sibling
-/// modules.
-/// @param site     the reporting place; the error number is 0x110000 | site
-/// @param code     0 does nothing at all; 0x1102 to 0x110A choose their message, anything else "unknown error (%d)."
-/// @param context  index of the message that fills the "%s" of messages 1, 2, 3, 7 and 10; ignored for the others
-/// @return   code, unchanged
-/// @reports  the message under 0x110000 | site, severity 4 for Zan_Err_Underflow and 8 for every other code; the
-///           thread's last error is set to 0 before
+/// Reports a failure to the host's error service. The library's operations call it; it is exported for sibling modules.
+/// @param site     the place that reports; the error number is 0x110000 | site
+/// @param code     Zan_Err_Overflow to Zan_Err_NoPlaneIntersection (0x1102 to 0x110A) select their message, other codes
+///                 "unknown error (%d)."; 0 does nothing at all
+/// @param context  index of the text that replaces the "%s" of messages 1, 2, 3, 7 and 10; ignored for other messages
+/// @return   code
+/// @reports  0x110000 | site, the message, severity 4 for Zan_Err_Underflow and 8 for all other codes, after setting
+///           the thread's last error to 0
 /// @threads  any
 ZAN_API int32_t Zanp_ReportErr(uint16_t site, int32_t code, int16_t context);
 

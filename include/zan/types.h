@@ -1,5 +1,5 @@
-// The records and codes that every part of Zan shares: result codes, fixed point, ratios, points, rectangles, vectors.
-// Plain data only. Nothing here is exported by the library and nothing here can fail.
+// Records and codes that all of Zan shares: result codes, fixed point, ratios, points, rectangles, vectors. Plain data:
+// nothing here is exported, and nothing here can fail.
 #ifndef ZAN_TYPES_H
 #define ZAN_TYPES_H
 
@@ -8,10 +8,10 @@
 #include <type_traits>
 
 /// @def ZAN_API
-/// Marks what the library exports; on Windows, what a host imports from zan.dll.
+/// Marks what the library exports. On Windows it marks what a host imports from zan.dll.
 #if defined(_WIN32)
 #if defined(ZAN_BUILDING)
-#define ZAN_API  // the .def file names the exports
+#define ZAN_API  // the .def file lists the exports
 #else
 #define ZAN_API __declspec(dllimport)
 #endif
@@ -20,8 +20,8 @@
 #endif
 
 /// @def ZAN_MAY_ALIAS
-/// A Zan_Rect is read and written through the Zan_Point views that Zan_TopLeft and Zan_BottomRight return, so the
-/// compiler must let the two types overlap.
+/// Exempts a record from type-based alias analysis: a Zan_Rect is also read and written through the Zan_Point views
+/// that Zan_TopLeft and Zan_BottomRight return.
 #if defined(__GNUC__) || defined(__clang__)
 #define ZAN_MAY_ALIAS __attribute__((may_alias))
 #else
@@ -29,8 +29,8 @@
 #endif
 
 /// @defgroup codes Result codes
-/// Every plain function that can fail returns one of these (or a code of the platform); 0 is success. The classes throw
-/// a non-zero code as `long`.
+/// A plain function that can fail returns 0 for success, one of these codes, or a code of the platform. The classes
+/// throw a non-zero code as `long`.
 /// @{
 inline constexpr int32_t Zan_Err_Overflow = 0x1102;             ///< a result does not fit its type
 inline constexpr int32_t Zan_Err_Underflow = 0x1103;            ///< a result is too small for its type
@@ -41,10 +41,10 @@ inline constexpr int32_t Zan_Err_CannotInvert = 0x1107;         ///< the matrix 
 inline constexpr int32_t Zan_Err_CannotDecompose = 0x1108;      ///< the matrix is projective or has m33 = 0
 inline constexpr int32_t Zan_Err_NoNormal = 0x1109;             ///< a normal vector cannot be formed
 inline constexpr int32_t Zan_Err_NoPlaneIntersection = 0x110A;  ///< the ray misses the plane
-inline constexpr int32_t Zan_Err_HomogeneousWZero = 0x110C;     ///< w near zero was to be divided by; only thrown
+inline constexpr int32_t Zan_Err_HomogeneousWZero = 0x110C;     ///< division by a w near zero; only thrown
 inline constexpr int32_t Zan_Result_BadAxis = 3;                ///< a rotation axis is shorter than 1e-12
-inline constexpr int32_t Zan_Result_Failed = 4;                 ///< an allocation failed, or a service is unavailable
-inline constexpr int32_t Zan_Result_VersionMismatch = 7;        ///< host, library and platform do not fit together
+inline constexpr int32_t Zan_Result_Failed = 4;                 ///< an allocation failed, or tables are not available
+inline constexpr int32_t Zan_Result_VersionMismatch = 7;        ///< versions of host, library, platform do not match
 inline constexpr int32_t Zan_Result_OutOfRange = 10;            ///< a rectangle does not fit the 16-bit record
 /// @}
 
@@ -59,7 +59,7 @@ inline constexpr int32_t Zan_kSeverityVersionMismatch = 16;  ///< Zan_CheckVersi
 using Zan_Fixed = int32_t;
 /// 8.24 fixed point: raw / 16777216, from -128.0 to 127.99999994.
 using Zan_Fix24 = int32_t;
-/// What a 16.16 or 8.24 operation returns when its result does not fit or cannot be formed.
+/// The value that a 16.16 or 8.24 operation returns when its result does not fit or is undefined.
 inline constexpr int32_t Zan_kFixedFailure = INT32_MIN;
 
 /// A rational number. {0, 0} is the output of a failed operation.
@@ -70,7 +70,7 @@ struct Zan_Ratio {
 
 /// @defgroup records Points and rectangles
 /// Vertical coordinates grow downward. Integer and fixed rectangles are half-open: left <= h < right, top <= v <
-/// bottom. Note that the 16-bit records keep the vertical coordinate first and the wider ones the horizontal one.
+/// bottom. Field order differs: the 16-bit records have the vertical coordinate first, all others the horizontal one.
 /// @{
 
 /// A 16-bit point, vertical coordinate first.
@@ -85,7 +85,7 @@ struct Zan_LPoint {
 struct Zan_FixedPoint {
     Zan_Fixed h, v;
 };
-/// A 16-bit rectangle: two Zan_Point end to end, top left and bottom right.
+/// A 16-bit rectangle. Its layout is that of two Zan_Point: top left, bottom right.
 struct Zan_Rect {
     int16_t top, left, bottom, right;
 };
@@ -101,14 +101,14 @@ struct Zan_FixedRect {
 struct Zan_FloatRect {
     double left, top, right, bottom;
 };
-/// Position and size in four 16-bit fields. The library stores, copies and compares them; their meaning is the host's.
+/// Position and size in four 16-bit fields. The library copies and compares them; the host defines their meaning.
 struct Zan_WHRect {
     int16_t a, b, c, d;
 };
 /// @}
 
 /// @defgroup vectors Vectors
-/// Row vectors: a point p goes through a matrix as p' = p * M. A default-constructed vector holds no defined values.
+/// Row vectors: a matrix M transforms a point p to p' = p * M. A default-constructed vector is uninitialised.
 /// @{
 
 /// A vector or point in the plane.
@@ -119,20 +119,20 @@ struct Zan_Vector2T {
     Zan_Vector2T() = default;
     constexpr Zan_Vector2T(T xValue, T yValue) : x(xValue), y(yValue) {}
 
-    /// (x - o.x)^2 + (y - o.y)^2, formed in T.
+    /// (x - o.x)^2 + (y - o.y)^2, computed in T.
     [[nodiscard]] constexpr T DistanceSquared(const Zan_Vector2T& o) const {
         const T dx = x - o.x;
         const T dy = y - o.y;
         return dx * dx + dy * dy;
     }
-    /// Both members compare equal: -0.0 equals 0.0, NaN equals nothing.
+    /// True when both members compare equal; -0.0 equals 0.0, and NaN equals nothing.
     [[nodiscard]] friend constexpr bool operator==(const Zan_Vector2T& a, const Zan_Vector2T& b) {
         return a.x == b.x && a.y == b.y;
     }
     [[nodiscard]] friend constexpr bool operator!=(const Zan_Vector2T& a, const Zan_Vector2T& b) { return !(a == b); }
 };
 
-/// A vector or point in space, or a homogeneous point of the plane with z as its w.
+/// A vector or point in space, or a homogeneous point of the plane, whose w is z.
 template <class T>
 struct Zan_Vector3T {
     T x, y, z;
