@@ -9,7 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <cstdint>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -108,11 +108,8 @@ private:
     uint64_t value_ = 0xCBF29CE484222325;
 };
 
-/// This process is the one that runs zan with its plain kernels.
-inline bool plainKernels() {
-    const char* kernel = std::getenv("ZAN_KERNEL");
-    return kernel != nullptr && std::strcmp(kernel, "plain") == 0;
-}
+/// True in the program that is linked with zan's plain kernels.
+extern const bool kPlainKernels;
 
 #ifdef ZAN_BENCH_NATIVE
 inline constexpr bool kNative = true;
@@ -144,18 +141,18 @@ public:
             b.add(stated);
             return a.value() == b.value();
         };
-        if (!kNative && !plainKernels()) compare("plain", function, sameBits);
+        if (!kNative && !kPlainKernels) compare("plain", function, sameBits);
         return *this;
     }
     /// @param agree  whether an answer of zan and one of the peer may pass for the same
     template <class Peer, class Agree = Same>
     Entry& peer(const std::string& name, const Peer& function, Agree agree = {}) {
-        if (!plainKernels()) compare(name, function, agree);
+        if (!kPlainKernels) compare(name, function, agree);
         return *this;
     }
 
     ~Entry() {
-        if (plainKernels() && !byKernels_) return;
+        if (kPlainKernels && !byKernels_) return;
         // One round for all, so that functions that change what they work on find every copy in the same state, in
         // every process.
         Digest digest;
@@ -166,7 +163,7 @@ public:
         }
         for (const auto& add : others_) add();
         if (kNative) return;
-        add(plainKernels() ? "plain" : "zan", zan_, "", byKernels_ ? std::to_string(digest.value()) : "");
+        add(kPlainKernels ? "plain" : "zan", zan_, "", byKernels_ ? std::to_string(digest.value()) : "");
     }
     Entry(const Entry&) = delete;
     Entry& operator=(const Entry&) = delete;

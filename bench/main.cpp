@@ -4,6 +4,12 @@
 
 #include <cstdio>
 
+#ifdef ZAN_BENCH_PLAIN
+const bool zan_bench::kPlainKernels = true;
+#else
+const bool zan_bench::kPlainKernels = false;
+#endif
+
 int main(int argc, char** argv) {
     if (Zan_Birth(Zan_Service_Basic | Zan_Service_FastTrig | Zan_Service_FastCharMath, nullptr) != 0) {
         std::fputs("zan does not start\n", stderr);

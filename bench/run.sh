@@ -8,8 +8,10 @@ build=$1
 shift
 programs=$build/bench
 [ ! -d "$build/bin" ] || programs=$build/bin
-program= native=
-for name in zan_bench zan_bench.exe; do [ ! -f "$programs/$name" ] || program=$programs/$name; done
+program= plain= native=
+for suffix in "" .exe; do
+  [ ! -f "$programs/zan_bench$suffix" ] || program=$programs/zan_bench$suffix plain=$programs/zan_bench_plain$suffix
+done
 [ ! -f "$programs/zan_bench_native" ] || native=$programs/zan_bench_native
 rm -f "$build"/bench/results.*.json
 
@@ -26,7 +28,7 @@ round() {
   shift
   measure any "$number" "$program" "$@"
   [ -z "$native" ] || measure native "$number" "$native" "$@"
-  ZAN_KERNEL=plain measure plain "$number" "$program" "$@"
+  measure plain "$number" "$plain" "$@"
 }
 
 case " $* " in

@@ -1,73 +1,74 @@
-# How zan's libraries and programs are compiled and linked: warnings, visibility, versions, the export lists.
+# How zan's libraries and programs are compiled and linked: warnings, visibility, versions, export lists, kernels.
 
-# For those who work on zan: inside somebody else's project the warnings are theirs.
+# Warnings, unless zan is part of another project: that project decides about them.
 function(zan_warnings target)
   if(PROJECT_IS_TOP_LEVEL AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   endif()
 endfunction()
 
-# Links a library with an export list: a file with one symbol a line and comments behind '#', as Linux spells them.
-function(zan_link_export_list target list)
-  set(path "${CMAKE_CURRENT_SOURCE_DIR}/${list}")
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${path}")
-  file(STRINGS "${path}" symbols REGEX "^[^#]")
-  list(JOIN symbols ";\n    " joined)
-  set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
-  file(CONFIGURE OUTPUT "${script}" CONTENT "{\n  global:\n    @joined@;\n  local: *;\n};\n" @ONLY)
-  # The library's calls of its own exports go straight there, and may be inlined.
-  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
-  target_link_options(${target} PRIVATE "LINKER:--version-script=${script}" LINKER:-Bsymbolic-functions)
-  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
-endfunction()
-
-# A shared library with its export list and the description that Windows shows. The caller adds the sources.
-function(zan_add_library target exports description)
-  add_library(${target} SHARED)
-  target_compile_features(${target} PUBLIC cxx_std_17 PRIVATE cxx_std_20)
-  target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+# How the code of zan's shared libraries is compiled, whether it is linked into one of them or into a test.
+function(zan_library_code target)
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}")
   set_target_properties(
     ${target}
     PROPERTIES CXX_EXTENSIONS OFF
                UNITY_BUILD OFF
+               POSITION_INDEPENDENT_CODE ON
                CXX_VISIBILITY_PRESET hidden
-               VISIBILITY_INLINES_HIDDEN ON
-               VERSION ${PROJECT_VERSION}
-               SOVERSION ${PROJECT_VERSION_MAJOR})
+               VISIBILITY_INLINES_HIDDEN ON)
   zan_warnings(${target})
   zan_exact_arithmetic(${target})
-  # Where assertions are on, a null that is not allowed stops the process before it is used.
+  if(NOT WIN32)
+    # The compiler may inline exported functions: a call from inside the library cannot reach another definition.
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  endif()
+  # In debug builds a null pointer that an operation does not allow traps before it is dereferenced.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(${target} PRIVATE "$<$<CONFIG:Debug>:-fsanitize=null;-fsanitize-undefined-trap-on-error>")
   elseif(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     target_compile_options(${target} PRIVATE "$<$<CONFIG:Debug>:-fsanitize=null;-fsanitize-trap=null>")
   endif()
+endfunction()
+
+# Links a shared library with an export list: a file with one symbol a line, as Linux spells them, and comments after '#'.
+function(zan_link_export_list target list)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${list}")
+  file(STRINGS "${list}" symbols REGEX "^[^#]")
+  list(JOIN symbols ";\n    " joined)
+  set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
+  file(CONFIGURE OUTPUT "${script}" CONTENT "{\n  global:\n    @joined@;\n  local: *;\n};\n" @ONLY)
+  # Calls of the library's own exports do not go through the procedure linkage table.
+  target_link_options(${target} PRIVATE "LINKER:--version-script=${script}" LINKER:-Bsymbolic-functions)
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
+endfunction()
+
+# zan_add_shared_library(TARGET EXPORT-LIST DESCRIPTION [OBJECT-LIBRARY...])
+# The description is shown by Windows. The caller adds further sources.
+function(zan_add_shared_library target exports description)
+  add_library(${target} SHARED)
+  zan_library_code(${target})
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  set(objects "$<TARGET_OBJECTS:${target}>")
+  foreach(library IN LISTS ARGN)
+    target_sources(${target} PRIVATE "$<TARGET_OBJECTS:${library}>")
+    list(APPEND objects "$<TARGET_OBJECTS:${library}>")
+  endforeach()
   if(WIN32)
-    zan_windows_library(${target} ${exports} "${description}")
+    zan_windows_library(${target} "${exports}" "${description}" "${objects}")
   else()
-    zan_link_export_list(${target} ${exports})
+    zan_link_export_list(${target} "${exports}")
   endif()
 endfunction()
 
-# The forms of loops for several instruction sets, for the library and, the same way, for the tests that try each form.
-# A file whose name ends in _avx2.cpp is compiled for AVX2.
-function(zan_add_kernels target)
-  set(sources
-      frame/processor.cpp
-      matrix/kernels/matrices.cpp
-      matrix/kernels/matrices_plain.cpp
-      matrix/kernels/points.cpp
-      matrix/kernels/points_plain.cpp
-      poly/kernels/edges_plain.cpp
-      poly/kernels/turns_plain.cpp)
+# Adds kernels for AVX2 to the library, if compiler and target have it. They are compiled without FMA, which would change
+# the last bits of answers.
+function(zan_add_avx2_kernels)
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|amd64")
-    set(avx2 matrix/kernels/matrices_avx2.cpp matrix/kernels/points_avx2.cpp poly/kernels/edges_avx2.cpp
-             poly/kernels/turns_avx2.cpp)
-    list(TRANSFORM avx2 PREPEND "${PROJECT_SOURCE_DIR}/")
-    target_sources(${target} PRIVATE ${avx2})
-    set_source_files_properties(${avx2} TARGET_DIRECTORY ${target} PROPERTIES COMPILE_OPTIONS "-mavx2;-mno-fma")
-    target_compile_definitions(${target} PRIVATE ZAN_AVX2_KERNELS)
+    target_sources(zan_objects PRIVATE ${ARGN})
+    set_source_files_properties(${ARGN} TARGET_DIRECTORY zan_objects PROPERTIES COMPILE_OPTIONS "-mavx2;-mno-fma")
+    target_compile_definitions(zan_objects PRIVATE ZAN_AVX2_KERNELS)
   endif()
-  list(TRANSFORM sources PREPEND "${PROJECT_SOURCE_DIR}/")
-  target_sources(${target} PRIVATE ${sources})
 endfunction()

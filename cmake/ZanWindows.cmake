@@ -5,24 +5,23 @@ find_program(ZAN_LLVM_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14
 
 # A DLL that exports its list, named as its target. Makes TARGET.def, libTARGET.dll.a and, where llvm-dlltool is found,
 # TARGET.lib, all beside the DLL's import library.
-function(zan_windows_library target list description)
+function(zan_windows_library target list description objects)
   set_target_properties(${target} PROPERTIES PREFIX "" ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
   configure_file("${PROJECT_SOURCE_DIR}/cmake/version.rc.in" "${target}.rc" @ONLY)
   # A library of its own, since windres knows none of the compiler's options.
   add_library(${target}_version OBJECT "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
   target_sources(${target} PRIVATE "$<TARGET_OBJECTS:${target}_version>")
 
-  set(path "${CMAKE_CURRENT_SOURCE_DIR}/${list}")
   set(def "${PROJECT_BINARY_DIR}/lib/${target}.def")
   file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
   add_custom_command(
     TARGET ${target} PRE_LINK
-    COMMAND "${CMAKE_COMMAND}" -DLIBRARY=${target}.dll "-DLIST=${path}" "-DNM=${CMAKE_NM}" "-DDEF=${def}"
-            "-DOBJECTS=$<FILTER:$<TARGET_OBJECTS:${target}>,INCLUDE,cpp>" -P
+    COMMAND "${CMAKE_COMMAND}" -DLIBRARY=${target}.dll "-DLIST=${list}" "-DNM=${CMAKE_NM}" "-DDEF=${def}"
+            "-DOBJECTS=$<FILTER:${objects},INCLUDE,cpp>" -P
             "${PROJECT_SOURCE_DIR}/cmake/make_def.cmake"
     VERBATIM)
   target_link_options(${target} PRIVATE "${def}")
-  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${path}")
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${list}")
   if(ZAN_LLVM_DLLTOOL)
     add_custom_command(
       TARGET ${target} POST_BUILD

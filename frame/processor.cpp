@@ -1,36 +1,30 @@
-// What the processor and the system can do, and what the environment lets kernels use of it.
+// Detection of the instruction sets that the processor and the system support.
 #include "frame/processor.h"
-
-#include <cstdlib>
-#include <cstring>
 
 #if defined(ZAN_AVX2_KERNELS)
 #include <cpuid.h>
 
-// Asked directly, since the compiler's own look-up would have the processor examined when the library is loaded.
-zan::Instructions zan::supportedInstructions() {
+// Not __builtin_cpu_supports: it would add code that runs when the library is loaded.
+zan::InstructionSet zan::supportedInstructionSet() {
     unsigned a = 0, b = 0, c = 0, d = 0;
-    constexpr unsigned kSystemSavesAndAvx = bit_OSXSAVE | bit_AVX;
-    if (__get_cpuid(1, &a, &b, &c, &d) == 0 || (c & kSystemSavesAndAvx) != kSystemSavesAndAvx) {
-        return Instructions::kPlain;
-    }
+    constexpr unsigned kXgetbvAndAvx = bit_OSXSAVE | bit_AVX;
+    if (__get_cpuid(1, &a, &b, &c, &d) == 0 || (c & kXgetbvAndAvx) != kXgetbvAndAvx) return InstructionSet::kPlain;
+    // AVX needs a system that saves both the XMM and the YMM registers of a thread.
     unsigned saved = 0, high = 0;
     __asm__("xgetbv" : "=a"(saved), "=d"(high) : "c"(0));
-    constexpr unsigned kWideRegisters = 6;
-    if ((saved & kWideRegisters) != kWideRegisters) return Instructions::kPlain;
+    constexpr unsigned kXmmAndYmm = 6;
+    if ((saved & kXmmAndYmm) != kXmmAndYmm) return InstructionSet::kPlain;
     const bool avx2 = __get_cpuid_count(7, 0, &a, &b, &c, &d) != 0 && (b & bit_AVX2) != 0;
-    return avx2 ? Instructions::kAvx2 : Instructions::kPlain;
+    return avx2 ? InstructionSet::kAvx2 : InstructionSet::kPlain;
 }
 #else
-zan::Instructions zan::supportedInstructions() { return Instructions::kPlain; }
+zan::InstructionSet zan::supportedInstructionSet() { return InstructionSet::kPlain; }
 #endif
 
-constinit std::atomic<int> zan::chosenInstructions{-1};
+constinit std::atomic<int> zan::activeInstructionSetOrNone{-1};
 
-zan::Instructions zan::chooseInstructions() {
-    Instructions best = supportedInstructions();
-    const char* wanted = std::getenv("ZAN_KERNEL");
-    if (wanted != nullptr && std::strcmp(wanted, "plain") == 0) best = Instructions::kPlain;
-    chosenInstructions.store(static_cast<int>(best), std::memory_order_relaxed);
-    return best;
+zan::InstructionSet zan::initActiveInstructionSet() {
+    const InstructionSet active = preferredInstructionSet();
+    activeInstructionSetOrNone.store(static_cast<int>(active), std::memory_order_relaxed);
+    return active;
 }

@@ -1,5 +1,5 @@
-// What the processor and the system can do, for the rooms that have kernels: forms of one loop for several instruction
-// sets.
+// The processor's instruction sets, for the subsystems that have kernels: implementations of one loop, one for each
+// instruction set.
 #ifndef ZAN_FRAME_PROCESSOR_H
 #define ZAN_FRAME_PROCESSOR_H
 
@@ -7,23 +7,26 @@
 
 namespace zan {
 
-/// The instruction sets that kernels are made for, each with all that are before it. A room's kernels stand in a list
-/// in this order, the plain form first.
-enum class Instructions : int { kPlain, kAvx2 };
+/// The instruction sets that have kernels; each includes those before it. A subsystem's list of kernels is in this
+/// order, the plain one first.
+enum class InstructionSet : int { kPlain, kAvx2 };
 
-/// All that this machine and this build have. Asks the processor at each call.
-Instructions supportedInstructions();
+/// The best instruction set that the processor, the system and this build support. Queries the processor at each call.
+InstructionSet supportedInstructionSet();
 
-/// Negative before the first use.
-extern std::atomic<int> chosenInstructions;
-Instructions chooseInstructions();
+/// The instruction set whose kernels the library is to use: the supported one. Test builds link another definition,
+/// which returns kPlain.
+InstructionSet preferredInstructionSet();
 
-/// What kernels use: all that is supported, or the plain form alone where the environment variable ZAN_KERNEL is
-/// "plain". Decided at the first use, nothing runs at load; threads that come first at the same time decide the
-/// same.
-inline Instructions instructions() {
-    const int chosen = chosenInstructions.load(std::memory_order_relaxed);
-    return chosen < 0 ? chooseInstructions() : static_cast<Instructions>(chosen);
+/// The value of activeInstructionSet(), negative before its first call.
+extern std::atomic<int> activeInstructionSetOrNone;
+InstructionSet initActiveInstructionSet();
+
+/// The instruction set whose kernels the library uses. Determined at the first call, so that nothing runs when the
+/// library is loaded; threads that make the first call at the same time determine the same value.
+inline InstructionSet activeInstructionSet() {
+    const int active = activeInstructionSetOrNone.load(std::memory_order_relaxed);
+    return active < 0 ? initActiveInstructionSet() : static_cast<InstructionSet>(active);
 }
 
 }  // namespace zan

@@ -31,7 +31,7 @@ zan::Turns turnsByKernel(Iterator first, Iterator last) {
         {last[-2].x, last[-2].y}, {last[-1].x, last[-1].y}, {first[0].x, first[0].y}, {first[1].x, first[1].y}};
     zan::Turns found{};
     zan::findTurns(zan::kPlainTurnKernel, &closing->x, 2, 2, found);
-    const zan::TurnKernel& kernel = *zan::kTurnKernels[static_cast<int>(zan::instructions())];
+    const zan::TurnKernel& kernel = *zan::kTurnKernels[static_cast<int>(zan::activeInstructionSet())];
     zan::findTurns(kernel, &first->x, kStride, last - first - 2, found);
     return found;
 }

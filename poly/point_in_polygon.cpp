@@ -125,7 +125,7 @@ private:
         return static_cast<EdgeResult>(height > 0);
     }
 
-    static const zan::EdgeKernel& kernel() { return *zan::kEdgeKernels[static_cast<int>(zan::instructions())]; }
+    static const zan::EdgeKernel& kernel() { return *zan::kEdgeKernels[static_cast<int>(zan::activeInstructionSet())]; }
     static constexpr zan::HitTestVariant kVariant = sizeof(T) == sizeof(float)
                                                         ? (kTolerant ? zan::kTolerantFloats : zan::kFloats)
                                                         : (kTolerant ? zan::kTolerantDoubles : zan::kDoubles);

@@ -3,7 +3,7 @@
 # more, so that it cannot touch the host's locale, signals, files or floating-point mode.
 # cmake -DLIBRARY=... -DLIST=... -DNM=... -DSANITIZED=... -P check_platform.cmake
 cmake_minimum_required(VERSION 3.25)
-set(c_library acos asin atan atan2 bcmp cos fmod frexp frexpf getenv ldexp ldexpf memcmp memcpy memmove memset sin sincos snprintf
+set(c_library acos asin atan atan2 bcmp cos fmod frexp frexpf ldexp ldexpf memcmp memcpy memmove memset sin sincos snprintf
               sqrt strcmp tan __errno_location)
 set(compiler "^(_Z|__cxa_|_Unwind_|_ITM_|__gmon_start__|__gxx_personality_v0|__stack_chk_fail|_GLOBAL_OFFSET_TABLE_)")
 set(platform "^(_Z[A-Z]*[0-9]+)?(Belp?_|OSKA_|VUN_)")

@@ -10,8 +10,8 @@ const zan::MatrixKernel* const zan::kMatrixKernels[] = {&kPlainMatrixKernel,
                                                         nullptr};
 
 void zan::multiplyMatrices(const void* a, const void* b, void* result) {
-    kMatrixKernels[static_cast<int>(instructions())]->multiply(a, b, result);
+    kMatrixKernels[static_cast<int>(activeInstructionSet())]->multiply(a, b, result);
 }
 bool zan::invertMatrix(const void* m, void* result) {
-    return kMatrixKernels[static_cast<int>(instructions())]->invert(m, result);
+    return kMatrixKernels[static_cast<int>(activeInstructionSet())]->invert(m, result);
 }

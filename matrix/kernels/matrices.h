@@ -20,7 +20,7 @@ extern const MatrixKernel kAvx2MatrixKernel;
 /// The kernels of this build, one for each of zan::Instructions, null behind the last.
 extern const MatrixKernel* const kMatrixKernels[];
 
-/// By the kernel of zan::instructions().
+/// By the kernel of zan::activeInstructionSet().
 void multiplyMatrices(const void* a, const void* b, void* result);
 bool invertMatrix(const void* m, void* result);
 

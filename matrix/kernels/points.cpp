@@ -40,6 +40,6 @@ int32_t zan::transformRest(PointTransform transform, const void* matrix, int32_t
 }
 
 int32_t zan::transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points) {
-    const auto* kernel = count < kWorthwhile ? &kPlainPointKernel : kPointKernels[static_cast<int>(instructions())];
+    const auto* kernel = count < kWorthwhile ? &kPlainPointKernel : kPointKernels[static_cast<int>(activeInstructionSet())];
     return kernel->loops[transform](matrix, count, points);
 }

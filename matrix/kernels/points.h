@@ -45,7 +45,7 @@ extern const PointKernel kAvx2PointKernel;
 /// The kernels of this build, one for each of zan::Instructions, null behind the last.
 extern const PointKernel* const kPointKernels[];
 
-/// By the kernel of zan::instructions(), a few points by the plain form.
+/// By the kernel of zan::activeInstructionSet(), a few points by the plain form.
 int32_t transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points);
 
 /// For kernels: all from the point with the index done by the plain form, which must not have seen them.

@@ -20,7 +20,7 @@ inline void must(bool holds, const char* file = __builtin_FILE(), int line = __b
 template <class Kernel, class Check>
 void eachKernel(const Kernel* const* kernels, const Kernel& plain, const Check& check) {
     must(kernels[0] == &plain);
-    for (int i = 0; kernels[i] != nullptr && i <= static_cast<int>(zan::supportedInstructions()); ++i)
+    for (int i = 0; kernels[i] != nullptr && i <= static_cast<int>(zan::supportedInstructionSet()); ++i)
         check(*kernels[i]);
 }
 

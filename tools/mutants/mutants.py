@@ -23,7 +23,8 @@ ROOT = Path(__file__).resolve().parents[2]
 WORK = ROOT / "build" / "mutants"
 EQUIVALENT = Path(__file__).with_name("equivalent.txt")
 ROOMS = ("frame", "scalar", "geom2d", "matrix", "space", "poly")
-PROGRAMS = ("zan_tests", "zan_properties", "zan_first_check", "zan_selfcheck", "zan_out_of_memory")
+PROGRAMS = ("zan_tests", "zan_properties", "zan_first_check", "zan_selfcheck", "zan_selfcheck_plain",
+            "zan_out_of_memory")
 # What ctest knows besides the rows of zan_tests, which are quicker in one process.
 OTHER_TESTS = "^(first version check|golden sums$|golden sums: plain|out of memory)"
 MEMORY = 4 << 20  # KiB
