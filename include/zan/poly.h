@@ -1,7 +1,7 @@
 // Layer outlines, hit tests, hulls and clipping.
 //
-// A polygon is a list of vertices in order, the last joined to the first. The function templates have no body here: the
-// library holds the instantiations that are declared, and no others.
+// A polygon is a list of vertices in order; the last is joined to the first. The function templates are defined in the
+// library, for the types that are declared here as extern and no others.
 #ifndef ZAN_POLY_H
 #define ZAN_POLY_H
 
@@ -18,22 +18,29 @@ struct PointT;
 /// @endcond
 
 /// @defgroup hittests Points in polygons
-/// Whether a point is inside an outline that may be concave; a self-crossing one follows the even-odd rule. A ray from
-/// the point toward increasing y counts the edges that it crosses. An edge takes part when it spans the point's x, its
-/// smaller x left out and its larger x included: a vertex above or below the point counts once where the outline passes
-/// and not or twice where it only touches. A point on an edge that takes part (within about 1e-12, relatively) is
-/// inside. Of the square from (0, 0) to (10, 10) so everything is inside but the side x = 0, its corners included.
+/// Whether a point is inside an outline, which may be concave; one that crosses itself follows the even-odd rule. A ray
+/// from the point toward increasing y counts the edges that it crosses.
+///
+/// An edge is examined only when it spans the point's x, its smaller x excluded and its larger x included. So a vertex
+/// with the point's x is counted once where the outline crosses the ray, and twice or not at all where it only touches
+/// it. A vertical edge never spans an x.
+///
+/// A point on an examined edge is inside. It is on the edge when its y differs from that of the edge by less than 1e-12
+/// of the larger of the two, or by less than about 1e-12. So of the square from (0, 0) to (10, 10) everything is inside
+/// but the side x = 0 with its corners.
 /// @{
 
-/// Whether a point is inside an outline, or within a tolerance of it. Calculated in double precision for both types,
-/// except that a polygon whose vertices are all the same compares the point with it in its own type.
+/// Whether a point is inside an outline, or within a tolerance of it. Calculated in double precision for both types;
+/// only for an outline of one repeated vertex is the squared distance to it calculated in the type of the vertices.
 /// @param point      the point
-/// @param vertices   the outline; vertices repeated one after the other count as one
-/// @param count      how many; below 1 nothing is inside
-/// @param tolerance  a point this far from an edge that it is beside (see Zan_PerpDistTo2DLine), or from a vertex, is
-///                   inside. A tolerance whose square is 0 or NaN is none
+/// @param vertices   the outline; consecutive vertices with the same bits count as one. If that leaves one vertex, the
+///                   point is inside when it equals that vertex or is within the tolerance of it
+/// @param count      number of vertices; below 1 nothing is inside
+/// @param tolerance  a point is inside when its distance from a vertex, or from the line of an edge that it is beside
+///                   (see Zan_PerpDistTo2DLine), is at most this. Only the square of the tolerance counts; if that is 0
+///                   or NaN there is no tolerance
 /// @param inside     receives 1 or 0
-/// @return   0; it cannot fail, and takes no memory
+/// @return   0; it cannot fail and allocates nothing
 /// @threads  any
 template <class Vector>
 int32_t Zan_IsFloatPointInConcavePoly(const Vector* point, const Vector* vertices, int32_t count, double tolerance,
@@ -50,9 +57,9 @@ extern template ZAN_API int32_t Zan_IsFloatPointInConcavePoly<Zan_Vector2T<float
 
 extern "C" {
 
-/// Zan_IsFloatPointInConcavePoly for four vertices and no tolerance.
+/// Zan_IsFloatPointInConcavePoly for four vertices, without tolerance.
 /// @param point     the point
-/// @param vertices  four
+/// @param vertices  four vertices
 /// @param inside    receives 1 or 0
 /// @return   0
 /// @threads  any
@@ -61,40 +68,43 @@ ZAN_API int32_t Zan_IsFloatPointInQuad(const Zan_Vector2T<double>* point, const 
 
 }  // extern "C"
 
-/// The area of a simple polygon, positive when its vertices run counterclockwise with y upward (clockwise on a screen).
-/// @param vertices  the outline
-/// @param count     how many; below 3 the area is 0
+/// The signed area of a polygon that does not cross itself, from the cross products of the diagonals of a fan of
+/// quadrilaterals.
+/// @param vertices  the outline; repeated vertices add nothing
+/// @param count     number of vertices; below 3 the area is 0
+/// @return   the area, positive when the vertices run counterclockwise with y upward (clockwise on a screen)
 /// @threads any
 [[nodiscard]] ZAN_API double Zan_SignedPolygonArea2D(const Zan_Vector2T<double>* vertices, int32_t count);
 
 /// @}
 
 /// @defgroup outlines Layer outlines
-/// Where the four corners of a layer land on the screen, how much of it is in front of the eye, whether a point of the
-/// screen hits it and how far away it is. Corners are numbered 0 to 3 around the layer; edge i runs from corner i to
-/// corner (i + 1) mod 4. Indexes out of range are the host's to avoid; a build with assertions stops there.
+/// The four corners of a layer on the screen, the part of the layer in front of the eye, hit tests of screen points,
+/// and their distance from the edges. Corners are numbered 0 to 3 around the layer; edge i runs from corner i to corner
+/// (i + 1) mod 4. Indexes are not checked, except in a build with assertions, which aborts when one is out of range.
 ///
-/// Each step of a transform overwrites the corners: nothing records which step was last. A matrix is degenerate when
-/// the squared length of its row 0 or of its row 1, projective column included, lies strictly between -1e-12 and 1e-12;
-/// that is no error. An object belongs to one thread at a time, its const members included.
+/// Each step of a transform overwrites the corners, and nothing records which step was last. A matrix is degenerate
+/// when the squared length of its row 0 or of its row 1, projective column included, is below 1e-12; that is no error.
+/// An object may be used by one thread at a time, and that includes its const members.
 /// @{
 
-/// The memory of an outline: the host counts it. Only the library allocates with it.
+/// Allocates an outline's points in the host's tracked memory. Its members are defined in the library only.
 template <class T>
 class Zan_TrackedAllocator {
 public:
     using value_type = T;
 
     Zan_TrackedAllocator() = default;
-    /// All of them are the same.
+    /// Allocators have no state, so any of them can free what another has allocated.
     template <class U>
     constexpr Zan_TrackedAllocator(const Zan_TrackedAllocator<U>& /*other*/) noexcept {}
 
-    /// Memory for some objects, none of them made.
-    /// @param count  how many
+    /// Uninitialised memory.
+    /// @param count  number of objects that it holds
+    /// @throws std::bad_alloc
     [[nodiscard]] T* allocate(size_t count);
-    /// Gives memory back.
-    /// @param objects, count  as they were allocated
+    /// Frees memory.
+    /// @param objects, count  the result and the argument of allocate
     void deallocate(T* objects, size_t count) noexcept;
 
     [[nodiscard]] friend constexpr bool operator==(const Zan_TrackedAllocator& /*a*/,
@@ -107,11 +117,11 @@ public:
     }
 };
 
-/// A layer in the plane, carried to the screen by one Zan_Matrix3: SetLayerPoint for each corner, TransformPoints, then
-/// any question. Its outline is its four corners. Copying copies everything; nothing is allocated.
+/// A layer in the plane, transformed to the screen by one Zan_Matrix3. Call SetLayerPoint for each corner,
+/// TransformPoints, then any query. The outline is the four corners. Nothing is allocated.
 class ZAN_API Zan_TransformPoly2D {
 public:
-    /// Visible, the corners unset.
+    /// Makes a visible layer with uninitialised corners.
     Zan_TransformPoly2D();
     Zan_TransformPoly2D(const Zan_TransformPoly2D& other);
     Zan_TransformPoly2D& operator=(const Zan_TransformPoly2D& other);
@@ -119,20 +129,20 @@ public:
 
     /// Sets a corner.
     /// @param i  0 to 3
-    /// @param p  in the layer's coordinates
+    /// @param p  the corner in layer coordinates
     void SetLayerPoint(int32_t i, const Zan_Vector2T<double>& p);
-    /// Carries the corners from the layer to the screen, as Zan_TransformFloatPoints does. A degenerate matrix makes
-    /// the layer invisible and leaves the corners alone; any other makes it visible.
+    /// Transforms the corners as Zan_TransformFloatPoints does, and makes the layer visible. A degenerate matrix makes
+    /// it invisible instead and leaves the corners unchanged.
     /// @param m  layer to screen
     void TransformPoints(const Zan_Matrix3& m);
 
-    /// False after a degenerate matrix.
+    /// False when the last TransformPoints was given a degenerate matrix.
     [[nodiscard]] bool IsVisible() const;
-    /// Does nothing: the outline is the corners.
+    /// Does nothing, since the outline is the corners.
     void InitPolyPoints() const;
-    /// 4.
+    /// Returns 4.
     [[nodiscard]] int32_t NumPolyPoints() const;
-    /// The four corners, for as long as the object lives.
+    /// The four corners; the pointer is valid as long as the object.
     [[nodiscard]] const Zan_Vector2T<double>* GetPolyPoints() const;
     /// A point of the outline.
     /// @param i    0 to 3
@@ -153,9 +163,9 @@ public:
     /// @param p          on the screen
     /// @param tolerance  0 or the distance at which a point beside the outline still hits
     [[nodiscard]] bool IsPointInside(const Zan_Vector2T<double>* p, double tolerance) const;
-    /// The distance to the nearest edge. To an edge that p is beside, as Zan_PerpDistTo2DLine says, it is the distance
-    /// to its line, to any other the distance to its nearer end.
-    /// @param p  on the screen
+    /// The distance from p to the nearest edge. For an edge that p is beside (see Zan_PerpDistTo2DLine) it is the
+    /// distance to its line, for any other the distance to its nearer end.
+    /// @param p  a point of the screen
     [[nodiscard]] double GetMinimumEdgeDistance(const Zan_Vector2T<double>* p) const;
 
 private:
@@ -163,52 +173,53 @@ private:
     bool visible;
 };
 
-/// A layer in space, carried to the eye and from there to the screen, with what is behind the near plane cut away:
-/// SetLayerPoint for each corner, TransformPointsToEye, TransformPointsToScreen, InitPolyPoints, then any question.
-/// IsPointInside and the members with PolyPoint in their names read the outline as it was last built; the others do not
-/// need it. A copy has an outline of its own, in exactly as much tracked memory as its points need.
+/// A layer in space, transformed to eye space, clipped at the near plane, and transformed to the screen. Call
+/// SetLayerPoint for each corner, TransformPointsToEye, TransformPointsToScreen, InitPolyPoints, then any query.
+/// IsPointInside, NumPolyPoints, GetPolyPoints and GetPolyPoint read the outline as it was last built; the other
+/// members do not use it. Copies own their outline; copy construction allocates exactly the tracked memory that its
+/// points need.
 class ZAN_API Zan_TransformPoly3D {
 public:
-    /// No corner behind, no outline, corners and clip points unset.
+    /// Makes a layer with no corner behind, no outline, and uninitialised corners and clip points.
     Zan_TransformPoly3D();
     /// @throws std::bad_alloc
     Zan_TransformPoly3D(const Zan_TransformPoly3D& other);
-    /// @throws std::bad_alloc; this then has its former outline
+    /// @throws std::bad_alloc; the old outline is then kept
     Zan_TransformPoly3D& operator=(const Zan_TransformPoly3D& other);
     virtual ~Zan_TransformPoly3D();
 
-    /// Sets a corner to (p.x, p.y, 0). Flags and outline stay.
+    /// Sets a corner to (p.x, p.y, 0). Does not change which corners are behind, nor the outline.
     /// @param i  0 to 3
-    /// @param p  in the layer's coordinates
+    /// @param p  the corner in layer coordinates
     void SetLayerPoint(int32_t i, const Zan_Vector2T<double>& p);
-    /// Carries the corners from the layer to the eye, as Zan_Transform3DFloatPoints does. A degenerate matrix sets no
-    /// corner behind and does nothing else. The outline stays.
-    /// @param layerToEye  the eye looks along +z
+    /// Transforms the corners as Zan_Transform3DFloatPoints does. A degenerate matrix instead marks no corner as behind
+    /// and does nothing else. The outline stays.
+    /// @param layerToEye  the transform to eye space, in which the eye looks along +z
     void TransformPointsToEye(const Zan_Matrix4& layerToEye);
-    /// Clips the four edges, then carries corners and clip points from the eye to the screen, as
-    /// Zan_Transform3DFloatPoints does, and empties the outline. A degenerate matrix sets no corner behind and does
-    /// nothing else.
-    /// @param eyeToScreen  the projection
+    /// Clips the four edges with ClipEdgeToScreen, then transforms corners and clip points as
+    /// Zan_Transform3DFloatPoints does, and empties the outline. A degenerate matrix instead marks no corner as behind
+    /// and does nothing else.
+    /// @param eyeToScreen  the projection; the corners must be in eye space
     void TransformPointsToScreen(const Zan_Matrix4& eyeToScreen);
-    /// Clips an edge at the near plane z = 0.1, as Zan_Clip3DLine does: sets which of its corners are behind and where
-    /// it crosses. The corners must be in eye space. Part of TransformPointsToScreen.
+    /// Clips an edge at the near plane z = 0.1, as Zan_Clip3DLine does: stores which of its corners are behind, and its
+    /// clip point. The corners must be in eye space. TransformPointsToScreen does this for every edge.
     /// @param i  0 to 3
     void ClipEdgeToScreen(int32_t i);
 
-    /// Empties the outline and keeps its memory for the next one.
+    /// Empties the outline; the next one reuses its memory.
     void InvalidatePolyPoints();
-    /// Whether the outline has been built since it was last emptied.
+    /// True when the outline has been built since it was last emptied.
     [[nodiscard]] bool PolyPointsInit();
-    /// Builds the outline unless it is there: the corners in front and the points where edges cross the near plane, in
-    /// order; none, or 3 to 6. The first time allocates tracked memory, for 8 points.
-    /// @throws std::bad_alloc
+    /// Builds the outline, unless PolyPointsInit is true: the corners in front and the clip points of edges that cross
+    /// the near plane, in order. It has 0 or 3 to 6 points. The first call allocates tracked memory for 8 points.
+    /// @throws std::bad_alloc; the outline is then still empty
     void InitPolyPoints() const;
 
-    /// Some corner is not behind.
+    /// True when at least one corner is not behind.
     [[nodiscard]] bool IsVisible() const;
-    /// How many points the outline has; 0 before it is built.
+    /// The number of points in the outline; 0 before it is built.
     [[nodiscard]] int32_t NumPolyPoints() const;
-    /// The points of the outline, until it changes. May be null where there are none.
+    /// The points of the outline; the pointer is valid until the outline changes. May be null when there are none.
     [[nodiscard]] const Zan_Vector2T<double>* GetPolyPoints() const;
     /// A point of the outline.
     /// @param i    0 to NumPolyPoints() - 1
@@ -216,21 +227,22 @@ public:
     void GetPolyPoint(int32_t i, Zan_Vector2T<double>* out) const;
     /// A corner's x and y.
     /// @param i    0 to 3
-    /// @param out  receives them; untouched for a corner behind
-    /// @return false for a corner behind
+    /// @param out  receives them; unchanged for a corner behind
+    /// @return true; false for a corner behind
     bool GetPoint(int32_t i, Zan_Vector2T<double>* out) const;
     /// The part of an edge that is in front, from start to end.
     /// @param i    0 to 3
-    /// @param out  receives it, with the clip point in the place of an end that is behind; untouched when both are
-    /// @return false when both ends are behind
+    /// @param out  receives it, with the clip point for an end that is behind; unchanged when both ends are behind
+    /// @return true; false when both ends are behind
     bool GetEdge(int32_t i, std::pair<Zan_Vector2T<double>, Zan_Vector2T<double>>* out) const;
 
-    /// Zan_IsFloatPointInConcavePoly for the outline as it is; false when it has no points or no corner is in front.
+    /// Zan_IsFloatPointInConcavePoly for the outline as it was last built; false when the outline is empty or every
+    /// corner is behind.
     /// @param p          on the screen
     /// @param tolerance  0 or the distance at which a point beside the outline still hits
     [[nodiscard]] bool IsPointInside(const Zan_Vector2T<double>* p, double tolerance) const;
-    /// As Zan_TransformPoly2D has it, for the parts of the edges that are in front; -1 when there are none.
-    /// @param p  on the screen
+    /// The distance as in Zan_TransformPoly2D, for the parts of the edges that are in front; -1 when there are none.
+    /// @param p  a point of the screen
     [[nodiscard]] double GetMinimumEdgeDistance(const Zan_Vector2T<double>* p) const;
 
 private:
@@ -248,14 +260,16 @@ private:
 
 extern "C" {
 
-/// The part of a polygon that lies inside a convex one, cut by the line of each of its edges in turn (Sutherland and
-/// Hodgman, 1974). Only x and y decide. A vertex is inside a line when their cross product is below -1e-6; on the line
-/// is outside, so polygons that touch have nothing in common.
-/// @param clipPolygon  convex, in either order; with fewer than three vertices it leaves nothing
-/// @param subject      any simple polygon; fewer than three vertices give nothing
-/// @param result       receives the vertices that are left, z and w included, and the cuts, whose z and w are
-///                     interpolated along the edge that is cut; may be one of the other two
-/// @throws   std::bad_alloc; result is then as it was
+/// The part of a polygon that lies inside a convex one: the subject is clipped by the line of each edge of the clip
+/// polygon in turn (Sutherland and Hodgman, 1974), in the plane of x and y. For the edges of a clockwise clip polygon
+/// (y upward), a vertex p is inside the edge from a to b when cross(b - a, p - a) < -1e-6. A vertex on the line is
+/// outside, so polygons that only touch give an empty result.
+/// @param clipPolygon  a convex polygon in either order; fewer than three vertices give an empty result. An edge
+///                     between repeated vertices has nothing inside
+/// @param subject      a polygon that does not cross itself; fewer than three vertices give an empty result
+/// @param result       receives the subject's vertices that are left, with their z and w, and the intersections, with z
+///                     and w interpolated along the edge; may be the same vector as one of the others
+/// @throws   std::bad_alloc; result is then unchanged
 /// @threads  any
 ZAN_API void Zan_PolyPolyClip2D(const std::vector<Zan_Vector4T<double>>* clipPolygon,
                                 const std::vector<Zan_Vector4T<double>>* subject,
@@ -266,29 +280,31 @@ ZAN_API void Zan_PolyPolyClip2D(const std::vector<Zan_Vector4T<double>>* clipPol
 /// @}
 
 /// @defgroup hulls Hulls and convexity
-/// In the plane of x and y. The library holds instantiations for the const iterators of vectors of
-/// Zan_Vector2T<double>, Zan_Vector3T<double>, Zan_Vector4T<double> and, for the hull, kelvora::geom::PointT<float>;
-/// for the hull also for pointers to const points of these types.
+/// In the plane of x and y; z and w are ignored. The library holds instantiations for const iterators of std::vector of
+/// Zan_Vector2T<double>, Zan_Vector3T<double> and Zan_Vector4T<double>. Those of the hull are also for
+/// kelvora::geom::PointT<float>, and for pointers to const points of these four types.
 /// @{
 
-/// The convex hull of some points, counterclockwise with y upward from the lowest one (the leftmost of several). The
-/// points are snapped to a grid of 2^29 steps across their bounds in x and in y, the hull is found exactly there
-/// (Andrew, 1979), and its vertices are mapped back: they are within half a step of input points. Points on an edge of
-/// the hull and repeated points are left out: what is left of points on a line is the two ends, of one repeated point
-/// itself.
-/// @param first, last  the points. A NaN coordinate is left out of the bounds and snaps to their low end; where the
+/// The convex hull of some points, counterclockwise with y upward, from the lowest point (the leftmost of several). The
+/// points are snapped to a grid of 2^29 steps across their bounds in x and in y, the hull is found exactly on that grid
+/// (Andrew, 1979), and its vertices are mapped back to coordinates; each is within half a step of an input point.
+/// Points on an edge of the hull and repeated points are omitted: points on a line give its two ends, one repeated
+/// point gives that point.
+/// @param first, last  the points. A NaN coordinate is ignored for the bounds and snaps to the lower one. Where the
 ///                     extent is not finite, the coordinates of the result are NaN
-/// @param hull         a vector of these points, which must not share memory with them; receives the vertices, z and w
-///                     being 0. Three points or fewer are copied as they are
-/// @throws   std::bad_alloc, std::length_error; hull is then as it was or empty
+/// @param hull         a vector of the same point type, which must not share memory with the points; receives the
+///                     vertices, with z and w 0. Three points or fewer are copied unchanged
+/// @throws   std::bad_alloc, std::length_error; hull is then unchanged or empty
 /// @threads  any
 template <class Iterator, class Container>
 void Zan_ComputeConvexHull(Iterator first, Iterator last, Container& hull);
 
-/// Whether a closed polygon turns the same way at all its vertices. A turn counts when its cross product exceeds its
-/// rounding error. Without such turns (fewer than three points, points on a line) it is convex; so is one that winds
-/// around more than once.
-/// @param first, last  the vertices; the turns at NaN vertices do not count
+/// Whether a closed polygon turns in the same direction at all its vertices. A turn counts only when the magnitude of
+/// its cross product exceeds the error bound of that product, so straight and nearly straight turns, repeated vertices
+/// and turns with NaN do not count.
+/// @param first, last  the vertices
+/// @return   true when no two turns that count have opposite directions: also for fewer than three vertices, for points
+///           on a line, and for a polygon that winds around more than once
 /// @threads  any
 template <class Iterator>
 [[nodiscard]] bool Zan_IsConvex(Iterator first, Iterator last);
