@@ -1,7 +1,11 @@
 #!/usr/bin/env python3
-"""coverage.py BUILD [FOLDER...]: the lines of the library with a branch that the tests in this build directory did not
-take, by gcov, but for those that unreachable.txt gives a reason for; and how many branches they took. Status 1 when there
-are such lines, or reasons for lines that are not there or are taken.
+"""coverage.py BUILD [FOLDER...]   the lines of the library with a branch that no test took, by gcov, except those that
+                                unreachable.txt gives a reason for, and the number of branches taken; status 1 when
+                                there is such a line. BUILD is the build directory in which the tests ran.
+coverage.py --check             only lists the stale reasons
+coverage.py --prune             removes them
+
+tools/reasons.py describes the format of unreachable.txt.
 """
 import json
 import re
@@ -9,55 +13,54 @@ import subprocess
 import sys
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+import reasons  # noqa: E402
+from reasons import ROOT, SUBSYSTEMS  # noqa: E402
+
 UNREACHABLE = Path(__file__).with_name("unreachable.txt")
-ROOMS = ("frame", "scalar", "geom2d", "matrix", "space", "poly")
-# For gcov an inlined intrinsic and whatever may throw branch, too.
+# gcov also counts branches of inlined intrinsics and of calls that may throw.
 BRANCHES = re.compile(r"\b(if|for|while|case|switch)\b|&&|\|\||\?")
 
 
-def measured(build, rooms):
+def measured(build, folders):
     command = ["gcovr", "--root", ROOT, "--exclude-throw-branches", "--exclude-unreachable-branches", "--json", "-"]
-    for room in rooms:
-        command += ["--filter", f"{room.rstrip('/')}/"]
+    for folder in folders:
+        command += ["--filter", f"{folder.rstrip('/')}/"]
     return json.loads(subprocess.run([*command, build], cwd=ROOT, check=True, stdout=subprocess.PIPE).stdout)["files"]
 
 
-def read_unreachable(rooms):
-    """The places with a reason, (file, text of the line)."""
-    lines = [n for n in UNREACHABLE.read_text(encoding="utf-8").splitlines() if n and not n.startswith("#")]
-    for place, reason in zip(lines[::2], lines[1::2], strict=True):
-        if place.startswith(" ") or not reason.startswith("    "):
-            sys.exit(f"{UNREACHABLE.name}: a place and its reason are wanted: {place}")
-    places = {tuple(place.split(": ", 1)) for place in lines[::2]}
-    return {place for place in places if any(place[0].startswith(room.rstrip("/") + "/") for room in rooms)}
-
-
 def main():
-    build, *rooms = sys.argv[1:]
-    rooms = rooms or ROOMS
-    reasons = read_unreachable(rooms)
-    unused = set(reasons)
+    library = reasons.read_sources()
+    known = reasons.List(UNREACHABLE, library)
+    if sys.argv[1] in ("--check", "--prune"):
+        known.handle_stale(lambda *span: True, sys.argv[1] == "--prune")
+        return 0
+    build, *folders = sys.argv[1:]
     taken = branches = explained = surprises = 0
-    for file in measured(build, rooms):
-        source = (ROOT / file["file"]).read_text(encoding="utf-8").splitlines()
+    idle = {str(r) for r in known.reasons if not folders}
+    for file in measured(build, folders or SUBSYSTEMS):
+        source = library[file["file"]]
         for line in file["lines"]:
-            text = source[line["line_number"] - 1].strip()
+            first, last = source.start_of(line["line_number"]), source.start_of(line["line_number"] + 1)
+            text = source.text[first:last].strip()
             counts = [branch["count"] for branch in line["branches"] if not branch.get("throw")]
             if not BRANCHES.search(text):
                 continue
             taken += sum(count > 0 for count in counts)
             branches += len(counts)
-            if (file["file"], text) in reasons and 0 in counts:
-                unused.discard((file["file"], text))
+            if 0 not in counts:
+                continue
+            holding = [r for r in known.reasons if r.holds_at(source.name, first, last)]
+            idle -= {str(r) for r in holding}
+            if holding:
                 explained += counts.count(0)
-            elif 0 in counts:
+            else:
                 surprises += 1
-                print(f"{file['file']}:{line['line_number']}: {counts.count(0)} of {len(counts)} not taken: {text}")
-    for place in sorted(unused):
-        print(f"{UNREACHABLE.name}: all taken, or not there: {': '.join(place)}")
+                print(f"{source.name}:{line['line_number']}: {counts.count(0)} of {len(counts)} not taken: {text}")
+    for reason in sorted(idle):
+        print(f"{UNREACHABLE.name}: not needed, since all branches there are taken: {reason}")
     print(f"{taken} of {branches} branches are taken, {explained} cannot be")
-    return 1 if surprises or unused else 0
+    return 1 if surprises else 0
 
 
 if __name__ == "__main__":

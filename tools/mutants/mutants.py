@@ -1,14 +1,15 @@
 #!/usr/bin/env -S python3 -B
 """Do the tests notice faults? Makes small ones in the library's sources, one at a time, and runs the tests on each.
 
-A mutant that no test notices is printed: it wants a test, or a line in equivalent.txt that says why it changes nothing.
-The work is done on copies of the tree in build/mutants.
+A mutant that compiles to the same machine code is not tested. One that survives the tests is printed: it needs a test,
+or a reason in equivalent.txt why no test can see it (tools/reasons.py describes the format). Reasons that hold nowhere
+any more are listed at the start, and do not fail the run. The work is done on copies of the tree in build/mutants.
 """
 import argparse
+import hashlib
 import os
 import queue
 import random
-import re
 import shutil
 import subprocess
 import sys
@@ -17,23 +18,26 @@ from collections import Counter
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-from mutations import Mutant, mutants
+from mutations import mutants
 
-ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+import reasons  # noqa: E402
+from reasons import ROOT, SUBSYSTEMS  # noqa: E402
+
 WORK = ROOT / "build" / "mutants"
 EQUIVALENT = Path(__file__).with_name("equivalent.txt")
-ROOMS = ("frame", "scalar", "geom2d", "matrix", "space", "poly")
 PROGRAMS = ("zan_tests", "zan_properties", "zan_first_check", "zan_selfcheck", "zan_selfcheck_plain",
             "zan_out_of_memory")
-# What ctest knows besides the rows of zan_tests, which are quicker in one process.
+# ctest's tests other than those of zan_tests, which run faster in one process.
 OTHER_TESTS = "^(first version check|golden sums$|golden sums: plain|out of memory)"
 MEMORY = 4 << 20  # KiB
 HELP = """\
 ./dev mutants                          all of the library
 ./dev mutants poly                     a folder
 ./dev mutants poly/clip.cpp            a file
-./dev mutants poly/clip.cpp --line 30  what survives in one line, say, after its test has a new row
-./dev mutants --sample 40 --seed 7     some of all, the same ones for the same seed
+./dev mutants poly/clip.cpp --line 30  one line, for example after its test has a new row
+./dev mutants --sample 40 --seed 7     a random sample, the same for the same seed
+./dev mutants --prune                  remove the stale reasons from equivalent.txt, in seconds
 """
 
 
@@ -69,25 +73,35 @@ class Tree:
                   "-DCMAKE_CXX_COMPILER=g++", "-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG -w", "-DBUILD_TESTING=ON",
                   "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", *launcher)
         self.must("cmake", "--build", self.build, "--target", *PROGRAMS)
-        for room in ROOMS:
-            for n, test in enumerate(self.tests(room)):
+        self.unchanged = self.machine_code()
+        for subsystem in SUBSYSTEMS:
+            for n, test in enumerate(self.tests(subsystem)):
                 start = time.monotonic()
                 self.must(*test)
-                self.seconds[room, n] = time.monotonic() - start
+                self.seconds[subsystem, n] = time.monotonic() - start
+
+    def machine_code(self):
+        """A digest of every program and library that was built."""
+        digest = hashlib.sha256()
+        for path in sorted(self.build.rglob("*")):
+            if path.is_file() and not path.is_symlink() and (path.stem.replace("-", "_") in PROGRAMS or
+                                                             path.name.startswith("libzan")):
+                digest.update(path.read_bytes())
+        return digest.digest()
 
     def must(self, *command):
         done = subprocess.run([str(c) for c in command], capture_output=True, text=True, env=self.environment)
         if done.returncode != 0:
             sys.exit(f"{done.stdout[-4000:]}{done.stderr}\nwithout a mutant this fails: {' '.join(map(str, command))}")
 
-    def tests(self, room):
-        """The commands that decide, the likeliest first."""
-        files = sorted(p.stem for p in (ROOT / "tests").glob(f"{room}_*.cpp"))
+    def tests(self, subsystem):
+        """The test commands, those that are most likely to fail first."""
+        files = sorted(p.stem for p in (ROOT / "tests").glob(f"{subsystem}_*.cpp"))
         program = [self.build / "tests" / "zan_tests", "-#", "--abort"]
         properties = self.build / "tests" / "properties" / "zan_properties"
         yield [*program, ",".join(f"[#{f}]" for f in files)]
-        if any((ROOT / "tests" / "properties").glob(f"{room}_*.cpp")):
-            yield [properties, room]
+        if any((ROOT / "tests" / "properties").glob(f"{subsystem}_*.cpp")):
+            yield [properties, subsystem]
         yield [*program, "".join(f"~[#{f}]" for f in files)]
         yield [properties]
         yield ["ctest", "--test-dir", self.build, "-R", OTHER_TESTS, "--stop-on-failure"]
@@ -105,57 +119,40 @@ class Tree:
             return False
 
     def decide(self, mutant):
-        """"not built", "killed" or "survived"."""
+        """"not built", "same code", "killed" or "survived"."""
         path = self.path / mutant.file
         source = path.read_text()
         try:
             path.write_text(mutant.apply(source))
             if not self.quiet(["cmake", "--build", self.build, "--target", *PROGRAMS], 600):
                 return "not built"
-            room = mutant.file.split("/")[0]
-            for n, test in enumerate(self.tests(room)):
-                if not self.quiet(test, 3 + 8 * self.seconds[room, n]):
+            if self.machine_code() == self.unchanged:
+                return "same code"
+            subsystem = mutant.file.split("/")[0]
+            for n, test in enumerate(self.tests(subsystem)):
+                if not self.quiet(test, 3 + 8 * self.seconds[subsystem, n]):
                     return "killed"
             return "survived"
         finally:
             path.write_text(source)
 
 
-def read_equivalent():
-    """{(file, text of the line, mutant): reason}, from paragraphs of a place and its mutants."""
-    known, place = {}, None
-    for n, line in enumerate(EQUIVALENT.read_text().splitlines(), 1):
-        if not line or line.startswith("#"):
-            continue
-        if not line.startswith(" "):
-            place = tuple(line.split(": ", 1))
-            continue
-        what, _, reason = line.strip().partition(": ")
-        if not reason or place is None:
-            sys.exit(f"{EQUIVALENT.name}:{n}: a mutant and a reason are wanted")
-        known[(*place, what)] = reason
-    return known
+def in_places(names, places):
+    """The sources that the command line names."""
+    places = [p.rstrip("/") for p in places] or SUBSYSTEMS
+    for p in places:
+        if not any(n == p or n.startswith(p + "/") for n in names):
+            sys.exit(f"{p}: not a source of the library")
+    return [n for n in names if any(n == p or n.startswith(p + "/") for p in places)]
 
 
-def key(m: Mutant):
-    return m.file, m.line_text, m.what
-
-
-def sources(wanted):
-    """The files of the library that the places name."""
-    everything = [p for room in ROOMS for p in sorted((ROOT / room).rglob("*"))
-                  if p.suffix in (".h", ".cpp") and "windows" not in p.name]
-    names = [str(p.relative_to(ROOT)) for p in everything]
-    wanted = [w.rstrip("/") for w in wanted] or ROOMS
-    for w in wanted:
-        if not any(n == w or n.startswith(w + "/") for n in names):
-            sys.exit(f"{w}: no source of the library")
-    return [n for n in names if any(n == w or n.startswith(w + "/") for w in wanted)]
+def covers(reason, mutant):
+    return reason.holds_at(mutant.file, mutant.start, mutant.start + 1)
 
 
 def print_table(outcomes):
-    columns = ("killed", "survived", "accepted", "not built")
-    files = sorted({f for f, _ in outcomes}, key=lambda f: (ROOMS.index(f.split("/")[0]), f))
+    columns = ("killed", "survived", "accepted", "same code", "not built")
+    files = sorted({f for f, _ in outcomes}, key=lambda f: (SUBSYSTEMS.index(f.split("/")[0]), f))
     print(f"\n{'':36}{'made':>10}" + "".join(f"{c:>10}" for c in columns))
     for f in [*files, "all"]:
         counts = [sum(n for (g, o), n in outcomes.items() if f in (g, "all") and o == c) for c in columns]
@@ -165,27 +162,33 @@ def print_table(outcomes):
 def main():
     parser = argparse.ArgumentParser(prog="./dev mutants", description=__doc__, epilog=HELP,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("places", nargs="*", metavar="PLACE", help="a folder or a source; all when none is named")
+    parser.add_argument("places", nargs="*", metavar="PLACE", help="a folder or a source (default: all)")
     parser.add_argument("--line", type=int, help="only the mutants of this line")
-    parser.add_argument("--sample", type=int, metavar="N", help="only N of the mutants")
-    parser.add_argument("--seed", type=int, default=1, help="which ones")
-    parser.add_argument("--list", action="store_true", help="print the mutants and do nothing")
+    parser.add_argument("--sample", type=int, metavar="N", help="only N of the mutants, chosen at random")
+    parser.add_argument("--seed", type=int, default=1, help="the seed of that choice")
+    parser.add_argument("--list", action="store_true", help="print the mutants, and those that have a reason with it; "
+                        "test none")
+    parser.add_argument("--check", action="store_true", help="list the stale reasons; test no mutant")
+    parser.add_argument("--prune", action="store_true", help="remove the stale reasons; test no mutant")
     parser.add_argument("--at-least", type=float, default=100, metavar="PERCENT",
-                        help="fail when fewer are killed of those that can be (default 100)")
+                        help="fail when the tests kill fewer of the mutants without a reason (default 100)")
     parser.add_argument("--jobs", type=int, help="how many at a time; each builds the tests once (default: 1 for up to "
                         "100 mutants, else the number of processors)")
     options = parser.parse_args()
 
-    chosen = [m for f in sources(options.places) for m in mutants(f, (ROOT / f).read_text())
-              if options.line in (None, m.line)]
-    known = read_equivalent()
-    files = {m.file for m in chosen}
-    unused = [k for k in known if k[0] in files and options.line is None and k not in set(map(key, chosen))]
-    unused += [k for k in known if not (ROOT / k[0]).is_file()]
+    library = reasons.read_sources()
+    made = {name: mutants(name, source.text) for name, source in library.items()}
+    known = reasons.List(EQUIVALENT, library)
+    known.handle_stale(lambda name, first, last: any(first <= m.start < last for m in made[name]), options.prune)
+    if options.check or options.prune:
+        return 0
+    chosen = [m for f in in_places(list(library), options.places) for m in made[f] if options.line in (None, m.line)]
     if options.sample is not None:
         chosen = random.Random(options.seed).sample(chosen, min(options.sample, len(chosen)))
+    covering = {m: [r for r in known.reasons if covers(r, m)] for m in chosen}
     if options.list:
-        print("\n".join(map(str, chosen)))
+        for m in chosen:
+            print(m, *(f"    {r.why}" for r in covering[m][:1]), sep="\n")
         return 0
 
     print(f"{len(chosen)} mutants; building the tests", flush=True)
@@ -202,14 +205,13 @@ def main():
         finally:
             trees.put(tree)
 
-    outcomes, wrong = Counter(), []
+    outcomes = Counter()
+    idle = {str(r) for r in known.reasons} if len(chosen) == sum(map(len, made.values())) else set()
     with ThreadPoolExecutor(trees.qsize()) as pool:
         for n, (mutant, outcome) in enumerate(zip(chosen, pool.map(run, chosen)), 1):
-            if key(mutant) in known:
-                if outcome == "survived":
-                    outcome = "accepted"
-                else:
-                    wrong.append((*key(mutant), outcome))
+            if outcome == "survived" and covering[mutant]:
+                outcome = "accepted"
+                idle -= {str(r) for r in covering[mutant]}
             outcomes[mutant.file, outcome] += 1
             if outcome == "survived":
                 print(f"{mutant}\n    {mutant.line_text}", flush=True)
@@ -219,12 +221,10 @@ def main():
 
     killed, survived = (sum(n for (_, o), n in outcomes.items() if o == c) for c in ("killed", "survived"))
     percent = 100 * killed / max(1, killed + survived)
-    print(f"\n{percent:.1f} % of the {killed + survived} that can be killed are")
-    for k in unused:
-        print(f"{EQUIVALENT.name}: there is no such mutant: {': '.join(k)}")
-    for *k, outcome in wrong:
-        print(f"{EQUIVALENT.name}: {outcome}, so not equivalent: {': '.join(k)}")
-    return 0 if percent >= options.at_least and not unused and not wrong else 1
+    print(f"\nThe tests kill {percent:.1f} % of the {killed + survived} mutants that can be killed")
+    for reason in sorted(idle):
+        print(f"{EQUIVALENT.name}: not needed, since no mutant survives there: {reason}")
+    return 0 if percent >= options.at_least else 1
 
 
 if __name__ == "__main__":

@@ -1,7 +1,7 @@
 """The mutants of a C++ source: small faults, one at a time, that tests should notice.
 
-The sources are formatted, so a binary operator stands between blanks, and neither a template's brackets nor a
-reference's or pointer's sign does.
+The sources are formatted, so that a binary operator stands between blanks, and the brackets of a template and the signs
+of references and pointers do not. Not mutated: assertions, sizes of arrays, and the 0 that initialises an output.
 """
 import math
 import re
@@ -17,7 +17,7 @@ STEPPED = re.compile(r"\+\+|--")
 NUMBER = re.compile(r"(?<![\w.])(0x[\da-f.]+(?:p[+-]?\d+)?|\d+(?:\.\d*)?(?:e[+-]?\d+)?)([ul]*f?)(?![\w.])", re.I)
 REPORT = re.compile(r"(?<![\w.>])((?:zan::)?(report|reportText|reportPlatform|throwIfFailed)|Belp?_Report\w+)\(")
 
-# Assertions are tested in another build than the one in which mutants are tried.
+# Assertions are off in the build in which mutants are tested.
 IGNORED = re.compile(
     r"""//[^\n]*|/\*.*?\*/|"(?:\\.|[^"\\\n])*"|(?<!\w)'(?:\\.|[^'\\\n])+'|^[ ]*\#(?:\\\n|[^\n])*"""
     r"""|\b(?:static_)?assert\(.*?\);|\balignas\([^)]*\)""", re.S | re.M)
@@ -42,7 +42,7 @@ class Mutant:
 
 
 def step(number, suffix):
-    """The next number of its type, or of the other sign of things where that is no fault: 1 for a floating zero."""
+    """The next number of its type; for a floating-point zero 1, since the next number would be no fault."""
     hexadecimal = number.lower().startswith("0x")
     if "p" in number.lower() or not hexadecimal and re.search(r"[.e]", number, re.I):
         value = float.fromhex(number) if hexadecimal else float(number)
@@ -67,6 +67,16 @@ def arguments(code, opening):
     raise ValueError("a call without an end")
 
 
+def is_output(code, zero):
+    """Whether the number initialises a local whose address the next statement passes on, before anything reads it."""
+    declared = re.search(r"\w (\w+) = $", code[:zero.start()][-80:])
+    if not declared or code[zero.end()] != ";":
+        return False
+    following = code[zero.end() + 1:code.find(";", zero.end() + 1)]
+    mention = re.search(rf"\b{declared[1]}\b", following)
+    return mention is not None and following[:mention.start()].endswith(("(&", " &"))
+
+
 def edits(code, source):
     """Yields (start, end, text, what)."""
     for m in SWAPPED.finditer(code):
@@ -77,6 +87,8 @@ def edits(code, source):
     for m in NUMBER.finditer(code):
         if re.search(r"(?<!return)[\w>] \w+\[$", code[:m.start()][-80:]):
             continue  # the size of an array
+        if m[0] == "0" and is_output(code, m):
+            continue
         stepped = step(*m.groups())
         yield *m.span(), stepped, f"{m[0]} becomes {stepped}"
     for m in REPORT.finditer(code):
