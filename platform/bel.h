@@ -1,6 +1,6 @@
-// Bel, the host's utility library, as Zan calls it: last error, reports, message strings, handles, tracked memory.
-// The first part is what a host's real library provides, to be called from any thread; the controls below it are this
-// stand-in's own. A pointer that is passed in is not null unless its entry says so.
+// Bel, the host's utility library: last error, reports, message strings, handles, tracked memory. The first part is the
+// interface that Zan calls, from any thread, and that a host's real library provides. The second part controls this
+// stand-in. Pointer arguments are not null unless their entry says so.
 #ifndef ZAN_PLATFORM_BEL_H
 #define ZAN_PLATFORM_BEL_H
 
@@ -10,7 +10,7 @@
 
 #if defined(_WIN32)
 #if defined(ZAN_PLATFORM_BUILDING)
-#define ZAN_PLATFORM_API  // the .def file names the exports
+#define ZAN_PLATFORM_API  // the .def file lists the exports
 #else
 #define ZAN_PLATFORM_API __declspec(dllimport)
 #endif
@@ -18,13 +18,13 @@
 #define ZAN_PLATFORM_API __attribute__((visibility("default")))
 #endif
 
-/// A relocatable block: points to the master pointer; *handle is the data, or null once the memory has been reclaimed.
+/// A relocatable block: the address of its master pointer. *handle is the data, or null after the memory is reclaimed.
 using Bel_Handle = void**;
 
-/// Size in bytes of each thread's logging buffer.
+/// Size of each thread's logging buffer, in bytes.
 inline constexpr size_t kBel_LoggingBufferSize = 512;
 
-/// The platform's own error codes: what Belp_ReportVamoErrString is given and what it returns, and the results of
+/// The platform's error codes: arguments and results of Belp_ReportVamoErrString, and results of
 /// Bel_TranslateAndReportException.
 enum Bel_Error : int32_t {
     kBel_Err_OutOfMemory = 1,      ///< std::bad_alloc
@@ -37,7 +37,7 @@ enum Bel_Error : int32_t {
     kBel_Err_AlreadyStarted = 12,  ///< the library has already been started
 };
 
-/// Severities of the reports that the platform makes itself.
+/// Severities of the platform's own reports.
 enum Bel_Severity : int32_t {
     kBel_SeverityError = 8,
     kBel_SeverityVersionMismatch = 16,
@@ -51,54 +51,57 @@ extern "C" {
 /// Sets the calling thread's last error.
 ZAN_PLATFORM_API void Belp_SetThreadLastError(int32_t error);
 
-/// The calling thread's logging buffer, kBel_LoggingBufferSize bytes; valid until the thread ends.
+/// The calling thread's logging buffer: kBel_LoggingBufferSize bytes, valid until the thread ends.
 ZAN_PLATFORM_API char* Belp_GetThreadLoggingBuffer();
 
-/// Reports an error whose text is what the calling thread's logging buffer holds.
+/// Reports an error with the text in the calling thread's logging buffer.
 ZAN_PLATFORM_API void Belp_ReportError(uint32_t errorNumber, int32_t severity);
 
-/// Reports an error with a ready text; null counts as empty.
+/// Reports an error with the given text; null stands for an empty text.
 ZAN_PLATFORM_API void Belp_ReportErrString(uint32_t errorNumber, int32_t severity, const char* text);
 
-/// Reports one of the platform's own errors; a null text stands for the platform's text for the code.
+/// Reports a platform error; null stands for the platform's own text for the code.
 /// @return platformCode
 ZAN_PLATFORM_API int32_t Belp_ReportVamoErrString(uint32_t errorNumber, int32_t severity, int32_t platformCode,
                                                   const char* textOrNull);
 
-/// The text of a message-table entry in the current language; the English text of the table when there is no catalogue,
-/// when it has no text for the entry, when the conversions of its text are not those of the English text (the same in
-/// number, order and spelling, "%%" aside), or when the key is longer than 63 characters. Empty for an index outside
-/// the table. The two trailing arguments are zero.
+/// Looks up the text of a message-table entry in the installed catalogue. Returns the English text of the table when no
+/// catalogue is installed, when the catalogue has no text for the key, when the key is longer than 63 characters, and
+/// when the conversions of the catalogue's text differ from those of the English text ("%%" does not count). Empty for
+/// an index outside the table.
+/// @param zref          the message table, a Zan_MessageTable
+/// @param zero1, zero2  0
 ZAN_PLATFORM_API const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t zero1, int32_t zero2);
 
-/// @return 0 when this library is of the interface version, else 1 after a report under errorNumber (severity 16)
+/// @return 0 if this library provides the interface version, else 1 after a report under errorNumber (severity 16)
 ZAN_PLATFORM_API int32_t Bel_CheckVersions(int32_t errorNumber, int32_t version);
 
-/// Allocates a block of zeros. Null after a report under errorNumber (severity 8, "not enough memory for NAME.").
+/// Allocates a block of zeros. On failure reports under errorNumber (severity 8, "not enough memory for NAME.") and
+/// returns null.
 ZAN_PLATFORM_API Bel_Handle Bel_AllocateHandle(uint32_t errorNumber, const char* name, size_t bytes);
 
-/// The same, without a report.
+/// Allocates a block of zeros. On failure returns null without a report.
 ZAN_PLATFORM_API Bel_Handle Bel_AllocateHandleQuiet(size_t bytes);
 
-/// Frees the block, reclaimed or not, and its master pointer, once; null does nothing.
+/// Frees the block, even if it is reclaimed, and its master pointer. Null does nothing.
 ZAN_PLATFORM_API void Bel_FreeHandle(Bel_Handle handle);
 
 }  // extern "C"
 
-/// Reports a caught exception (number 0, severity 8, its what()) and gives the result code for it.
+/// Reports a caught exception (error number 0, severity 8, its what()) and returns its Bel_Error.
 ZAN_PLATFORM_API int32_t Bel_TranslateAndReportException(const std::exception& exception);
 
-/// Memory that the host counts.
+/// Memory that the host tracks.
 struct Bel_MemTrackedObject {
     /// @param bytes   size of the block, which is aligned for any type
-    /// @param unused  false, as Zan calls it
+    /// @param unused  Zan passes false
     /// @throws std::bad_alloc, without a report
     [[nodiscard]] ZAN_PLATFORM_API static void* TrackedNew(std::size_t bytes, bool unused);
     /// Null does nothing.
     ZAN_PLATFORM_API static void TrackedDelete(void* block);
 };
 
-// --- The stand-in's own controls. All but Bel_ReclaimHandle may be called from any thread at any time.
+// --- Controls of the stand-in. All except Bel_ReclaimHandle may be called from any thread at any time.
 
 /// One report as the host receives it.
 struct Bel_Report {
@@ -108,55 +111,56 @@ struct Bel_Report {
     int32_t platformCode;  ///< the platform's code, 0 where fromPlatform is false
     const char* text;      ///< never null; valid during the call
 };
-/// Called on the thread that reports, on several at once where several do. It may report and install handlers itself;
-/// it may not throw.
+/// Called on the reporting thread, possibly on several threads at once. It may itself report and install handlers; it
+/// may not throw.
 using Bel_ReportHandler = void (*)(void* context, const Bel_Report* report);
 
-/// Translates a message: "$$$/Ko/Zan/LStr/0024" for the module "Zan". Null for a text that it does not have. Called on
-/// the thread that reports, on several at once where several do; it may not throw. A text must stay valid as long as
-/// the catalogue is installed, and longer where another thread has begun a report by then: until that is made.
+/// Returns the translation for a key such as "$$$/Ko/Zan/LStr/0024" of the module "Zan", or null if it has none. Called
+/// on the reporting thread, possibly on several threads at once; it may not throw. The texts must stay valid while the
+/// catalogue is installed, and after that until the reports that other threads have already begun are delivered.
 using Bel_Catalogue = const char* (*)(void* context, const char* module, const char* key);
 
-/// Which allocations a failure is meant for; the values combine.
+/// Kinds of allocations, for Bel_SetAllocationFailure; the values combine.
 inline constexpr uint32_t kBel_HandleAllocations = 1;   ///< Bel_AllocateHandle
 inline constexpr uint32_t kBel_QuietAllocations = 2;    ///< Bel_AllocateHandleQuiet
 inline constexpr uint32_t kBel_TrackedAllocations = 4;  ///< Bel_MemTrackedObject::TrackedNew
 
-/// What the stand-in holds at the moment, and what has happened since the process began.
+/// Memory held at the moment, and totals since the process started.
 struct Bel_MemoryCounts {
-    uint64_t handles;         ///< handles allocated and not freed, reclaimed ones included
-    uint64_t handleBytes;     ///< bytes in them, reclaimed ones left out
-    uint64_t trackedBlocks;   ///< tracked blocks allocated and not deleted
-    uint64_t trackedBytes;    ///< bytes in them
-    uint64_t trackedNews;     ///< tracked blocks allocated in all
-    uint64_t trackedDeletes;  ///< tracked blocks deleted in all
+    uint64_t handles;         ///< handles not freed, including reclaimed ones
+    uint64_t handleBytes;     ///< bytes of the handles that are not reclaimed
+    uint64_t trackedBlocks;   ///< tracked blocks not deleted
+    uint64_t trackedBytes;    ///< bytes of these blocks
+    uint64_t trackedNews;     ///< total of tracked blocks allocated
+    uint64_t trackedDeletes;  ///< total of tracked blocks deleted
 };
 
 extern "C" {
 
-/// Installs the report handler; null restores the default, one line on standard error. A report that another thread
-/// has begun may still reach the former handler and context.
+/// Installs the report handler; null restores the default, which prints one line to standard error. A report that
+/// another thread has already begun may still reach the previous handler and context.
 ZAN_PLATFORM_API void Bel_SetReportHandler(Bel_ReportHandler handler, void* context);
 
-/// Installs the message catalogue; null restores English. A look-up that another thread has begun may still reach the
-/// former catalogue and context.
+/// Installs the message catalogue; null restores English. A lookup that another thread has already begun may still
+/// reach the previous catalogue and context.
 ZAN_PLATFORM_API void Bel_SetCatalogue(Bel_Catalogue catalogue, void* context);
 
 /// The calling thread's last error.
 [[nodiscard]] ZAN_PLATFORM_API int32_t Bel_GetThreadLastError();
 
-/// Sets the interface version that Bel_CheckVersions stands for; 61 at first.
+/// Sets the interface version that Bel_CheckVersions accepts; initially kBel_InterfaceVersion.
 ZAN_PLATFORM_API void Bel_SetInterfaceVersion(int32_t version);
 
-/// Reclaims a handle's memory: its master pointer becomes null. Null, or a handle already reclaimed, does nothing. Not
-/// while another thread reads the block or its master pointer, as a Zan_Prepare call does.
+/// Frees the memory of a handle and sets its master pointer to null. Does nothing for null and for a handle that is
+/// already reclaimed. Must not run while another thread reads the block or its master pointer, as the Zan_Prepare
+/// functions do.
 ZAN_PLATFORM_API void Bel_ReclaimHandle(Bel_Handle handle);
 
-/// Makes allocations of the given kinds fail: the n-th from now (1 is the next), and with andAllAfter every later one.
-/// n = 0 lets all succeed again. Replaces the former setting.
+/// Makes the n-th allocation of the given kinds from now fail (1 is the next one), and all later ones too if
+/// andAllAfter is true. n = 0 makes all succeed. Replaces the previous setting.
 ZAN_PLATFORM_API void Bel_SetAllocationFailure(uint32_t kinds, uint64_t n, bool andAllAfter);
 
-/// The counts at one moment.
+/// Reads all counts at the same moment.
 ZAN_PLATFORM_API void Bel_GetMemoryCounts(Bel_MemoryCounts* counts);
 
 }  // extern "C"

@@ -1,5 +1,5 @@
-// A callback that one thread may replace while another calls it. It is called outside the lock, so it may report, log
-// or replace itself.
+// A callback with its context. One thread may replace it while another calls it: get() copies both under the lock, and
+// the caller calls the copy without the lock, so the callback may report, log or replace itself.
 #ifndef ZAN_PLATFORM_HANDLER_H
 #define ZAN_PLATFORM_HANDLER_H
 

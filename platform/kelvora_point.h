@@ -1,4 +1,4 @@
-// The point type of the host's core geometry library: two consecutive floats or doubles, x first.
+// The point type of the host's core geometry library: two floats or doubles, x first.
 #ifndef ZAN_PLATFORM_KELVORA_POINT_H
 #define ZAN_PLATFORM_KELVORA_POINT_H
 

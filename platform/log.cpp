@@ -1,4 +1,4 @@
-// The log: entries go to the handler that the host installs, or nowhere.
+// The log: passes entries to the host's handler, and drops them if there is none.
 #include "platform/handler.h"
 #include "platform/oska.h"
 

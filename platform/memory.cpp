@@ -1,4 +1,4 @@
-// Relocatable handles that can be reclaimed, tracked memory that is counted, and allocations that fail on demand.
+// Relocatable handles, tracked memory, memory counts, and allocations that fail on demand.
 #include "platform/bel.h"
 
 #include <cstdio>
@@ -8,13 +8,13 @@
 
 namespace {
 
-// The handle that a caller holds is the address of `data`, the master pointer.
+// A caller's handle is the address of `data`, which is the master pointer.
 struct Master {
     void* data;
     size_t bytes;
 };
 
-// A tracked block's size stands in front of it; the pad keeps the block aligned for any type.
+// Precedes each tracked block. Its alignment keeps the block aligned for any type.
 struct alignas(std::max_align_t) TrackedHeader {
     size_t bytes;
 };
@@ -22,10 +22,10 @@ struct alignas(std::max_align_t) TrackedHeader {
 std::mutex mutex;
 Bel_MemoryCounts counts{};
 uint32_t failingKinds = 0;
-uint64_t failingCountdown = 0;  // allocations of those kinds until the one that fails; 0 when none is to fail
+uint64_t failingCountdown = 0;  // 1 if the next allocation of these kinds fails, and so on; 0 if none fails
 bool failingAllAfter = false;
 
-// Called with the lock held, once for each attempt.
+// Requires the lock. Called once for each allocation.
 bool mustFail(uint32_t kind) {
     if ((failingKinds & kind) == 0 || failingCountdown == 0) return false;
     if (failingCountdown > 1) {
@@ -52,7 +52,7 @@ Bel_Handle allocateHandle(uint32_t kind, size_t bytes) {
     return &master->data;
 }
 
-// Called with the lock held.
+// Requires the lock.
 void releaseData(Master& master) {
     if (master.data == nullptr) return;
     std::free(master.data);

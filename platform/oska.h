@@ -1,14 +1,14 @@
-// OSKA, the host's logging library, as Zan calls it, and the stand-in's control over where the log goes.
+// OSKA, the host's logging library: the function that Zan calls, and the stand-in's log handler.
 #ifndef ZAN_PLATFORM_OSKA_H
 #define ZAN_PLATFORM_OSKA_H
 
 #include "platform/bel.h"
 
-/// The kind of a log entry that says that a library starts or stops.
+/// Kind of the log entries for the start and stop of a library.
 inline constexpr int32_t kOSKA_StartOrStop = 10;
 
-/// Receives one log entry; the strings are valid during the call. Called on the thread that logs; it may log and
-/// install handlers itself, and may not throw.
+/// Receives one log entry; the strings are valid during the call. Called on the logging thread, possibly on several
+/// threads at once. It may itself log and install handlers; it may not throw.
 using OSKA_LogHandler = void (*)(void* context, int32_t kind, const char* category, const char* function,
                                  const char* text);
 
@@ -17,8 +17,8 @@ extern "C" {
 /// Logs one entry. Zan logs its start and its stop: kind kOSKA_StartOrStop, category "Zan".
 ZAN_PLATFORM_API void OSKA_Log(int32_t kind, const char* category, const char* function, const char* text);
 
-/// Installs the log handler; null restores the default, which drops the entry. Any thread. An entry that another thread
-/// has begun may still reach the former handler and context.
+/// Installs the log handler, from any thread; null restores the default, which drops all entries. An entry that another
+/// thread has already begun may still reach the previous handler and context.
 ZAN_PLATFORM_API void OSKA_SetLogHandler(OSKA_LogHandler handler, void* context);
 
 }  // extern "C"

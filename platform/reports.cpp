@@ -1,4 +1,4 @@
-// Reports: the handler that the host installs, each thread's last error and logging buffer, exceptions, versions.
+// Reports, each thread's last error and logging buffer, translation of exceptions, and version checks.
 #include "platform/bel.h"
 #include "platform/handler.h"
 #include "platform/vun.h"
@@ -65,7 +65,7 @@ int32_t Bel_GetThreadLastError() { return lastError; }
 char* Belp_GetThreadLoggingBuffer() { return loggingBuffer; }
 
 void Belp_ReportError(uint32_t errorNumber, int32_t severity) {
-    // A copy, since a handler that reports would overwrite the buffer under the text that it was given.
+    // Copied, because a handler that reports an error itself overwrites the logging buffer.
     char text[kBel_LoggingBufferSize];
     std::memcpy(text, loggingBuffer, sizeof text);
     text[sizeof text - 1] = '\0';

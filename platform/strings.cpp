@@ -1,4 +1,4 @@
-// Message texts: the English of a module's table, or what the host's catalogue has for the key.
+// Message texts: the translation from the host's catalogue, or the English text of the module's table.
 #include "platform/bel.h"
 #include "platform/handler.h"
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-// The layout in which a module hands over its table. The cache fields are not used: nothing here is worth caching.
+// The layout of a module's table, as in Zan_MessageTable. The cache fields are not used.
 struct Entry {
     const char* key;
     void* cache[3];
@@ -21,8 +21,9 @@ struct Table {
 
 zan_platform::Handler<Bel_Catalogue> catalogue;
 
-// Cuts the text after its next conversion and returns that, from the '%' to the letter; empty when there is none. "%%"
-// takes no argument. A '%' without a letter gives what follows it, which no English text has.
+// Removes the start of a printf format up to the end of its next conversion and returns the conversion, from the '%' to
+// the letter; empty if there is none. Skips "%%", which reads no argument. A '%' without a letter returns the rest of
+// the text, which never equals a conversion of an English text.
 std::string_view takeConversion(std::string_view& text) {
     for (size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 2)) {
         if (text.substr(at, 2) == "%%") continue;
@@ -35,7 +36,7 @@ std::string_view takeConversion(std::string_view& text) {
     return {};
 }
 
-// Whether two printf texts read the same arguments: they do where their conversions are spelled alike, in order.
+// True if two printf formats have the same conversions in the same order, so that they read the same arguments.
 bool sameConversions(std::string_view a, std::string_view b) {
     for (;;) {
         const std::string_view next = takeConversion(a);
@@ -58,7 +59,7 @@ const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t /*zero
 
     const auto installed = catalogue.get();
     if (installed.function == nullptr) return english;
-    char key[64];  // not on the heap: a report of exhausted memory comes here too
+    char key[64];  // on the stack: reports of failed allocations need it too
     const auto length = static_cast<size_t>(equals - keyAndText);
     if (length >= sizeof key) return english;
     std::memcpy(key, keyAndText, length);

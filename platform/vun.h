@@ -1,4 +1,4 @@
-// VUN, the host's string library, as Zan calls it: the version check alone.
+// VUN, the host's string library. Zan calls only its version check.
 #ifndef ZAN_PLATFORM_VUN_H
 #define ZAN_PLATFORM_VUN_H
 
@@ -9,10 +9,10 @@ inline constexpr int32_t kVUN_InterfaceVersion = 3;
 
 extern "C" {
 
-/// @return 0 when this library is of the interface version, else 1 after a report under errorNumber (severity 16)
+/// @return 0 if this library provides the interface version, else 1 after a report under errorNumber (severity 16)
 ZAN_PLATFORM_API int32_t VUN_CheckVersions(int32_t errorNumber, int32_t version);
 
-/// Sets the interface version that VUN_CheckVersions stands for; 3 at first. Any thread.
+/// Sets the interface version that VUN_CheckVersions accepts, from any thread; initially kVUN_InterfaceVersion.
 ZAN_PLATFORM_API void VUN_SetInterfaceVersion(int32_t version);
 
 }  // extern "C"

@@ -1,4 +1,4 @@
-// Starts zan twice on the host's own platform; the second start is the report that the host prints.
+// Starts zan twice on the host's own platform. The second start fails, and the platform prints the report.
 #include "zan/zan.h"
 
 int main() {

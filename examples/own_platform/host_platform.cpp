@@ -1,5 +1,5 @@
-// All that zan asks of its host, in the smallest form that works. A report is four lines on standard output; a real
-// host passes these calls on to the libraries that it has.
+// The smallest platform that zan can run on. It prints reports to standard output; a real host forwards these calls to
+// its own libraries.
 #include "platform/bel.h"
 #include "platform/oska.h"
 #include "platform/vun.h"
@@ -15,24 +15,20 @@ namespace {
 
 thread_local char loggingBuffer[kBel_LoggingBufferSize];
 
-// Bel's and VUN's interface versions that this host provides.
-constexpr int32_t kBelInterface = 61;
-constexpr int32_t kVunInterface = 3;
-
 }  // namespace
 
 void Belp_SetThreadLastError(int32_t /*error*/) {}
 char* Belp_GetThreadLoggingBuffer() { return loggingBuffer; }
 
 void Belp_ReportErrString(uint32_t errorNumber, int32_t severity, const char* text) {
-    std::printf("the host was told 0x%X (%d): %s\n", errorNumber, severity, text);
+    std::printf("host received report 0x%X, severity %d: %s\n", errorNumber, severity, text);
     std::fflush(stdout);
 }
 void Belp_ReportError(uint32_t errorNumber, int32_t severity) {
     Belp_ReportErrString(errorNumber, severity, loggingBuffer);
 }
 int32_t Belp_ReportVamoErrString(uint32_t errorNumber, int32_t severity, int32_t platformCode, const char* textOrNull) {
-    const std::string own = "host's text for error " + std::to_string(platformCode);
+    const std::string own = "host's text for platform error " + std::to_string(platformCode);
     Belp_ReportErrString(errorNumber, severity, textOrNull != nullptr ? textOrNull : own.c_str());
     return platformCode;
 }
@@ -41,23 +37,23 @@ int32_t Bel_TranslateAndReportException(const std::exception& exception) {
     return kBel_Err_Exception;
 }
 
-// The English text follows the '=' of the key.
+// Always English: the text after the '=' of the entry's key.
 const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t /*zero1*/, int32_t /*zero2*/) {
     const auto* table = static_cast<const Zan_MessageTable*>(zref);
     const std::string_view key = table->entries[index].key;
     return key.data() + key.find('=') + 1;
 }
 
-int32_t Bel_CheckVersions(int32_t /*errorNumber*/, int32_t version) { return version == kBelInterface ? 0 : 1; }
-int32_t VUN_CheckVersions(int32_t /*errorNumber*/, int32_t version) { return version == kVunInterface ? 0 : 1; }
+int32_t Bel_CheckVersions(int32_t /*errorNumber*/, int32_t version) { return version == kBel_InterfaceVersion ? 0 : 1; }
+int32_t VUN_CheckVersions(int32_t /*errorNumber*/, int32_t version) { return version == kVUN_InterfaceVersion ? 0 : 1; }
 void OSKA_Log(int32_t /*kind*/, const char* /*category*/, const char* /*function*/, const char* /*text*/) {}
 
-// A handle whose master pointer lies in front of the block: one allocation, never reclaimed.
+// One allocation holds the master pointer and, behind it, the block. It is never reclaimed.
 Bel_Handle Bel_AllocateHandleQuiet(size_t bytes) {
-    constexpr size_t kHead = alignof(std::max_align_t);
-    auto* memory = static_cast<unsigned char*>(std::calloc(1, kHead + bytes));
+    constexpr size_t kHeaderSize = alignof(std::max_align_t);
+    auto* memory = static_cast<unsigned char*>(std::calloc(1, kHeaderSize + bytes));
     if (memory == nullptr) return nullptr;
-    return new (memory) void* {memory + kHead};
+    return new (memory) void* {memory + kHeaderSize};
 }
 Bel_Handle Bel_AllocateHandle(uint32_t errorNumber, const char* name, size_t bytes) {
     const Bel_Handle handle = Bel_AllocateHandleQuiet(bytes);

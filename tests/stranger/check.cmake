@@ -64,7 +64,7 @@ elseif(WAY STREQUAL "add_subdirectory")
 
 elseif(WAY STREQUAL "own_platform")
   build_project("${source}/examples/own_platform")
-  run_program("${directory}/host" "the host was told 0x110014 (8): host's text for error 12\n")
+  run_program("${directory}/host" "host received report 0x110014, severity 8: host's text for platform error 12\n")
 
 elseif(WAY STREQUAL "zip")
   # The package for Windows: with the toolchain that made it, and found by the other tool family's build.
