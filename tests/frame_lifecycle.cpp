@@ -1,110 +1,234 @@
-// Start and stop, and the globals block that moves out and in between.
+// Start and stop, and the globals block that moves out and in.
 #include "platform/oska.h"
 #include "tests/support/host_reports.h"
 #include "zan/frame.h"
 
 #include <catch2/catch.hpp>
 
-#include <cstdlib>
 #include <cstring>
-#include <map>
 
 namespace {
 
+constexpr uint32_t kTables = Zan_Service_FastTrig | Zan_Service_FastCharMath;
+constexpr uint32_t kAllProvided = Zan_Service_Basic | kTables;
+
+// A library that is not started, with values that no lifecycle operation may touch. Frees what a test leaves behind.
+struct Library {
+    Library() {
+        Zanp_G = {};
+        Zanp_G.charMathPrepareCount = 3;
+        Zanp_G.sinePrepareCount = 4;
+        Zanp_G.reserved1[3] = 5;
+        Zanp_G.reserved2[7] = 6;
+    }
+    ~Library() {
+        Bel_SetAllocationFailure(0, 0, false);
+        Bel_FreeHandle(Zanp_G.sineTable);
+        Bel_FreeHandle(Zanp_G.charMultiplyTable);
+        Bel_FreeHandle(Zanp_G.charDivideTable);
+        Zanp_G = {};
+    }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+};
+
 bool same(const Zan_Globals& a, const Zan_Globals& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+Zan_Globals withMagics(Zan_Globals block, uint32_t head, uint32_t tail) {
+    block.headMagic = head;
+    block.tailMagic = tail;
+    return block;
+}
 
 struct BirthRow {
     const char* what;
     uint32_t services;
-    int failing;  // the allocation that fails, negative with all that follow, 0 for none
+    uint64_t failingAllocation;  // 1 is the first; 0 for none
+    bool andAllAfter;
     int32_t result;
     uint32_t started;
-    uint64_t tables;  // handles held afterwards
+    uint64_t tables;  // allocated afterwards
     const char* reports;
 };
-const BirthRow kBirths[] = {
-    {"bits without a service are ignored", 0xFFFFFFF0, 0, 0, 0, 0, ""},
-    {"basic", 1, 0, 0, 1, 0, ""},
-    {"all that there are", 1 | 2 | 4, 0, 0, 7, 3, ""},
-    {"what started before the failure is recorded", 2 | 8, 0, 5, 2, 1,
-     "0x11001D sev 8 code 5: Gaussian table initialization.\n"},
-    {"no sine memory: the char tables start but are not recorded", 1 | 2 | 4, 1, 4, 1, 2,
-     "0x110019 sev 8: not enough memory for FCM/D table.\n"},
-    {"no memory at all: each service says so", 1 | 2 | 4, -1, 4, 1, 0,
-     "0x110019 sev 8: not enough memory for FCM/D table.\n0x11001B sev 8: not enough memory for FCM/D table.\n"},
-    {"no first char table: the second is not tried", 4, 1, 4, 0, 0,
-     "0x11001B sev 8: not enough memory for FCM/D table.\n"},
-    {"no second: the first is freed; the first error is returned", 4 | 8, 2, 4, 0, 0,
-     "0x11001B sev 8: not enough memory for FCM/D table.\n0x11001D sev 8 code 5: Gaussian table initialization.\n"},
+constexpr BirthRow kBirths[] = {
+    {"bits that are no service are ignored", 0xFFFFFFF0, 0, false, 0, 0, 0, ""},
+    {"the basic service has no table", Zan_Service_Basic, 0, false, 0, Zan_Service_Basic, 0, ""},
+    {"all provided services", kAllProvided, 0, false, 0, kAllProvided, 3, ""},
+    {"the services before the failing one are recorded", Zan_Service_FastTrig | Zan_Service_Gaussian, 0, false,
+     kBel_Err_NoService, Zan_Service_FastTrig, 1, "0x11001D sev 8 code 5: Gaussian table initialization."},
+    {"the services after the failing one start but are not recorded", kAllProvided, 1, false, Zan_Result_Failed,
+     Zan_Service_Basic, 2, "0x110019 sev 8: not enough memory for FCM/D table."},
+    {"without any memory each service reports", kAllProvided, 1, true, Zan_Result_Failed, Zan_Service_Basic, 0,
+     "0x110019 sev 8: not enough memory for FCM/D table.\n0x11001B sev 8: not enough memory for FCM/D table."},
+    {"after the first char table fails, the second is not tried", Zan_Service_FastCharMath, 1, false, Zan_Result_Failed,
+     0, 0, "0x11001B sev 8: not enough memory for FCM/D table."},
+    {"after the second char table fails, the first is freed; the first error is returned",
+     Zan_Service_FastCharMath | Zan_Service_Gaussian, 2, false, Zan_Result_Failed, 0, 0,
+     "0x11001B sev 8: not enough memory for FCM/D table.\n0x11001D sev 8 code 5: Gaussian table initialization."},
 };
 
-// What a library that does not run says to questions and to a stop.
-const std::string kStopped =
-    "0x110016 sev 8 code 11: the library has not been started.\n"
-    "0x110015 sev 8 code 11: the library has not been started.";
-// What one that runs says to a second start, then stopped; then to two invalid blocks; then to a service that it lacks.
-const std::string kStarted =
-    "0x110014 sev 8 code 12: the library has already been started.\n"
-    "0x110017 sev 8 code 12: the library has already been started.\n" +
-    kStopped +
-    "\n0x110017 sev 8 code 2: the globals block is not valid.\n"
-    "0x110015 sev 8 code 11: the library has not been started.\n"
-    "0x110017 sev 8 code 2: the globals block is not valid.\n"
-    "0x110015 sev 8 code 11: the library has not been started.\n"
-    "0x11001E sev 8 code 5: Gaussian table initialization.";
-
-using Log = std::map<std::string, int>;
-void keepEntry(void* log, int32_t kind, const char* category, const char* function, const char* text) {
-    ++(*static_cast<Log*>(log))[std::to_string(kind) + ' ' + category + ' ' + function + ' ' + text];
-}
+// Calls that leave the library not started.
+struct NotStartedRow {
+    const char* what;
+    void (*reach)();
+};
+const NotStartedRow kNotStarted[] = {
+    {"never started", [] {}},
+    {"one of its services failed to start",
+     [] { CHECK(Zan_Birth(Zan_Service_FastTrig | Zan_Service_Gaussian, nullptr) == kBel_Err_NoService); }},
+    {"stopped",
+     [] {
+         CHECK(Zan_Birth(Zan_Service_Basic, nullptr) == 0);
+         CHECK(Zan_Death() == 0);
+     }},
+    {"its globals are moved out",
+     [] {
+         Zan_Globals block;
+         CHECK(Zan_Birth(Zan_Service_Basic, nullptr) == 0);
+         CHECK(Zan_GetGlobals(&block) == 0);
+     }},
+    {"globals with a wrong head magic are moved in",
+     [] {
+         const Zan_Globals block = withMagics({}, 1, Zan_kGlobalsMagic);
+         CHECK(Zan_SetGlobals(&block) == kBel_Err_BadGlobals);
+     }},
+    {"globals with a wrong tail magic are moved in",
+     [] {
+         const Zan_Globals block = withMagics({}, Zan_kGlobalsMagic, 1);
+         CHECK(Zan_SetGlobals(&block) == kBel_Err_BadGlobals);
+     }},
+};
 
 }  // namespace
 
-TEST_CASE("start, stop, and the globals out and in between") {
-    HostReports host;
-    Log log;
-    OSKA_SetLogHandler(keepEntry, &log);
-    for (const BirthRow& r : kBirths) {
-        CAPTURE(r.what);
-        Zanp_G.charMathPrepareCount = 3;  // nobody touches these
-        Zanp_G.sinePrepareCount = 4;
-        Zanp_G.reserved1[3] = Zanp_G.reserved2[7] = 5;
-        const bool starts = r.result == 0;
+TEST_CASE("Zan_Birth starts the requested services") {
+    for (const BirthRow& row : kBirths) {
+        CAPTURE(row.what);
+        const Library library;
+        HostReports host;
         uint32_t started = 99;
         Belp_SetThreadLastError(77);
-        Bel_SetAllocationFailure(kBel_HandleAllocations, static_cast<uint64_t>(std::abs(r.failing)), r.failing < 0);
-        CHECK((Zan_Birth(r.services, &started) == r.result && started == r.started &&
-               memoryCounts().handles == r.tables));
-        const Zan_Globals running = Zanp_G;
-        CHECK((running.headMagic == (starts ? Zan_kGlobalsMagic : 0) && running.tailMagic == running.headMagic));
-        CHECK((running.services == r.started && running.charMathPrepareCount == 3 && running.sinePrepareCount == 4));
-        Zan_Globals copy = {}, none = {}, stopped = running;
-        stopped.headMagic = stopped.tailMagic = 0;
-        if (starts) {  // what has been started is not started again, nor taken in
-            CHECK((Zan_Birth(15, &none.services) == 12 && Zan_SetGlobals(&copy) == 12 && same(Zanp_G, running)));
-            CHECK((Zan_GetGlobals(&copy) == 0 && same(copy, running)));
-        }
-        CHECK((Zan_GetGlobals(&none) == 11 && Zan_Death() == 11 && same(none, {}) && same(Zanp_G, stopped)));
-        if (starts) {
-            for (uint32_t Zan_Globals::*magic : {&Zan_Globals::headMagic, &Zan_Globals::tailMagic}) {
-                Zan_Globals broken = copy;
-                broken.*magic = 1;
-                CHECK((Zan_SetGlobals(&broken) == 2 && same(Zanp_G, broken) && Zan_Death() == 11));
-            }
-            CHECK((Zan_SetGlobals(&copy) == 0 && same(Zanp_G, running) && Zan_Death() == 0 &&
-                   memoryCounts().handles == 0));
-            stopped.sineTable = stopped.charMultiplyTable = stopped.charDivideTable = nullptr;
-            CHECK(same(Zanp_G, stopped));
-            // A block from elsewhere may have the Gaussian service.
-            copy = {Zan_kGlobalsMagic, 8, {}, nullptr, nullptr, {}, nullptr, Zan_kGlobalsMagic, 0, 0};
-            CHECK((Zan_SetGlobals(&copy) == 0 && Zan_Death() == 5));
-        }
-        CHECK((host.takeAll() == (starts ? kStarted : r.reports + kStopped) && Bel_GetThreadLastError() == 77));
-        for (Bel_Handle table : {Zanp_G.sineTable, Zanp_G.charMultiplyTable, Zanp_G.charDivideTable}) {
-            Bel_FreeHandle(table);
-        }
-        Zanp_G = {};
+        Bel_SetAllocationFailure(kBel_HandleAllocations, row.failingAllocation, row.andAllAfter);
+        CHECK(Zan_Birth(row.services, &started) == row.result);
+        CHECK(started == row.started);
+        CHECK(memoryCounts().handles == row.tables);
+        CHECK(host.takeAll() == row.reports);
+        CHECK(Bel_GetThreadLastError() == 77);
+        const uint32_t magic = row.result == 0 ? Zan_kGlobalsMagic : 0;
+        CHECK(Zanp_G.headMagic == magic);
+        CHECK(Zanp_G.tailMagic == magic);
+        CHECK(Zanp_G.services == row.started);
+        CHECK(Zanp_G.charMathPrepareCount == 3);
+        CHECK(Zanp_G.sinePrepareCount == 4);
+        CHECK(Zanp_G.reserved1[3] == 5);
+        CHECK(Zanp_G.reserved2[7] == 6);
     }
+}
+
+TEST_CASE("a library that is not started keeps its globals and cannot be stopped") {
+    for (const NotStartedRow& row : kNotStarted) {
+        CAPTURE(row.what);
+        const Library library;
+        HostReports host;
+        row.reach();
+        host.takeAll();
+        const Zan_Globals before = Zanp_G;
+        Zan_Globals block = {};
+        CHECK(Zan_GetGlobals(&block) == kBel_Err_NotStarted);
+        CHECK(same(block, {}));
+        CHECK(host.takeAll() == "0x110016 sev 8 code 11: the library has not been started.");
+        CHECK(Zan_Death() == kBel_Err_NotStarted);
+        CHECK(host.takeAll() == "0x110015 sev 8 code 11: the library has not been started.");
+        CHECK(same(Zanp_G, before));
+    }
+}
+
+TEST_CASE("a started library cannot be started again, nor take other globals") {
+    const Library library;
+    HostReports host;
+    REQUIRE(Zan_Birth(kAllProvided, nullptr) == 0);
+    const Zan_Globals before = Zanp_G;
+    uint32_t started = 99;
+    CHECK(Zan_Birth(kAllProvided | Zan_Service_Gaussian, &started) == kBel_Err_AlreadyStarted);
+    CHECK(started == 99);
+    CHECK(host.takeAll() == "0x110014 sev 8 code 12: the library has already been started.");
+    const Zan_Globals block = withMagics({}, Zan_kGlobalsMagic, Zan_kGlobalsMagic);
+    CHECK(Zan_SetGlobals(&block) == kBel_Err_AlreadyStarted);
+    CHECK(host.takeAll() == "0x110017 sev 8 code 12: the library has already been started.");
+    CHECK(same(Zanp_G, before));
+}
+
+TEST_CASE("Zan_Death frees the tables and changes nothing but the magics and the handles") {
+    const Library library;
+    HostReports host;
+    REQUIRE(Zan_Birth(kAllProvided, nullptr) == 0);
+    Zan_Globals expected = withMagics(Zanp_G, 0, 0);
+    expected.sineTable = nullptr;
+    expected.charMultiplyTable = nullptr;
+    expected.charDivideTable = nullptr;
+    CHECK(Zan_Death() == 0);
+    CHECK(same(Zanp_G, expected));
+    CHECK(memoryCounts().handles == 0);
+    CHECK(host.takeAll().empty());
+}
+
+TEST_CASE("globals move out, with the tables, and in again") {
+    const Library library;
+    HostReports host;
+    REQUIRE(Zan_Birth(kAllProvided, nullptr) == 0);
+    const Zan_Globals running = Zanp_G;
+    Zan_Globals block = {};
+    CHECK(Zan_GetGlobals(&block) == 0);
+    CHECK(same(block, running));
+    CHECK(same(Zanp_G, withMagics(running, 0, 0)));
+    CHECK(memoryCounts().handles == 3);
+    CHECK(Zan_SetGlobals(&block) == 0);
+    CHECK(same(Zanp_G, running));
+    CHECK(Zan_Death() == 0);
+    CHECK(memoryCounts().handles == 0);
+    CHECK(host.takeAll().empty());
+}
+
+TEST_CASE("globals with a wrong magic are copied and reported") {
+    for (uint32_t Zan_Globals::*magic : {&Zan_Globals::headMagic, &Zan_Globals::tailMagic}) {
+        const Library library;
+        HostReports host;
+        Zan_Globals block = withMagics(Zanp_G, Zan_kGlobalsMagic, Zan_kGlobalsMagic);
+        block.*magic = 1;
+        CHECK(Zan_SetGlobals(&block) == kBel_Err_BadGlobals);
+        CHECK(same(Zanp_G, block));
+        CHECK(host.takeAll() == "0x110017 sev 8 code 2: the globals block is not valid.");
+    }
+}
+
+TEST_CASE("globals may bring in the Gaussian service, whose stop is reported") {
+    const Library library;
+    HostReports host;
+    Zan_Globals block = withMagics({}, Zan_kGlobalsMagic, Zan_kGlobalsMagic);
+    block.services = kAllProvided | Zan_Service_Gaussian;
+    REQUIRE(Zan_SetGlobals(&block) == 0);
+    CHECK(Zan_Death() == kBel_Err_NoService);
+    CHECK(host.takeAll() == "0x11001E sev 8 code 5: Gaussian table initialization.");
+    CHECK(same(Zanp_G, withMagics(block, 0, 0)));
+}
+
+TEST_CASE("each call to start or stop is logged, the refused ones too") {
+    const Library library;
+    HostReports host;
+    std::string log;
+    const auto addLine = [](void* lines, int32_t kind, const char* category, const char* function, const char* text) {
+        *static_cast<std::string*>(lines) +=
+            std::to_string(kind) + ' ' + category + ' ' + function + ": " + text + '\n';
+    };
+    OSKA_SetLogHandler(addLine, &log);
+    CHECK(Zan_Birth(Zan_Service_Basic, nullptr) == 0);
+    CHECK(Zan_Birth(Zan_Service_Basic, nullptr) == kBel_Err_AlreadyStarted);
+    CHECK(Zan_Death() == 0);
+    CHECK(Zan_Death() == kBel_Err_NotStarted);
     OSKA_SetLogHandler(nullptr, nullptr);
-    CHECK(log == Log{{"10 Zan Birth Zan Birth", 11}, {"10 Zan Death Zan Death", 20}});
+    CHECK(log ==
+          "10 Zan Birth: Zan Birth\n"
+          "10 Zan Birth: Zan Birth\n"
+          "10 Zan Death: Zan Death\n"
+          "10 Zan Death: Zan Death\n");
 }

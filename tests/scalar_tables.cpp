@@ -1,4 +1,4 @@
-// The lookup tables and their prepare counts: what is in them, and every way in which a call can find them.
+// The lookup tables: their entries, prepare and unprepare calls, and rebuilding after the platform reclaimed memory.
 #include "tests/support/host_reports.h"
 #include "zan/frame.h"
 #include "zan/scalar.h"
@@ -11,39 +11,105 @@
 
 namespace {
 
-// Both services behind one face, so that each case runs for each of them.
+using Handle = void** Zan_Globals::*;
+
+// The operations and fields of one service under common names, so that each test runs for both services.
 struct Service {
     uint32_t flag;
-    std::vector<void* * Zan_Globals::*> handles;
-    uint16_t Zan_Globals::*count;
+    std::vector<Handle> handles;
+    uint16_t Zan_Globals::*prepareCount;
+    size_t tableBytes;
+    int32_t (*prepare)(bool reportFailure, bool failIfReclaimed, bool* ok, const void* (&tables)[2]);
     int32_t (*unprepare)();
-    std::string prepareAt, unprepareAt, name, unavailable;
-
-    int32_t prepare(bool reportFailure, bool failIfReclaimed, bool* ok, const void* (&tables)[2]) const {
-        auto *products = reinterpret_cast<uint8_t*>(16), *quotients = products;
-        auto* sines = reinterpret_cast<float*>(16);
-        const int32_t result = flag == 4 ? Zan_PrepareFCMD(reportFailure, failIfReclaimed, ok, &products, &quotients)
-                                         : Zan_PrepareFTrig(reportFailure, failIfReclaimed, ok, &sines);
-        tables[0] = flag == 4 ? static_cast<const void*>(products) : sines;
-        tables[1] = flag == 4 ? quotients : nullptr;
-        return result;
-    }
-    int32_t prepareForNobody() const {
-        return flag == 4 ? Zan_PrepareFCMD(true, true, nullptr, nullptr, nullptr)
-                         : Zan_PrepareFTrig(true, true, nullptr, nullptr);
-    }
+    std::string unavailable, notRunning, notRunningAtUnprepare;  // reports
 };
-// clang-format off
-const Service kServices[] = {
-    {4, {&Zan_Globals::charMultiplyTable, &Zan_Globals::charDivideTable}, &Zan_Globals::charMathPrepareCount,
-     Zan_UnprepareFCMD, "0x11001F sev 8: ", "0x110020 sev 8: ", "fast char math",
-     "fast character math will be unavailable."},
-    {2, {&Zan_Globals::sineTable}, &Zan_Globals::sinePrepareCount, Zan_UnprepareFTrig, "0x11002A sev 8: ",
-     "0x11002A sev 8: ", "fast trig", "fast trig will be unavailable."}};
-// clang-format on
 
-// The bytes of a service's tables, worked out in floating point.
-std::vector<std::string> contents(const Service& s) {
+// The output pointers start as something that is not null, so that a null must have been stored.
+int32_t prepareCharMath(bool reportFailure, bool failIfReclaimed, bool* ok, const void* (&tables)[2]) {
+    uint8_t other = 0;
+    uint8_t* products = &other;
+    uint8_t* quotients = &other;
+    const int32_t result = Zan_PrepareFCMD(reportFailure, failIfReclaimed, ok, &products, &quotients);
+    tables[0] = products;
+    tables[1] = quotients;
+    return result;
+}
+int32_t prepareTrig(bool reportFailure, bool failIfReclaimed, bool* ok, const void* (&tables)[2]) {
+    float other = 0;
+    float* sines = &other;
+    const int32_t result = Zan_PrepareFTrig(reportFailure, failIfReclaimed, ok, &sines);
+    tables[0] = sines;
+    tables[1] = nullptr;
+    return result;
+}
+
+const Service kCharMath = {Zan_Service_FastCharMath,
+                           {&Zan_Globals::charMultiplyTable, &Zan_Globals::charDivideTable},
+                           &Zan_Globals::charMathPrepareCount,
+                           65536,
+                           prepareCharMath,
+                           Zan_UnprepareFCMD,
+                           "0x11001F sev 8: fast character math will be unavailable.",
+                           "0x11001F sev 8: attempt to use unrequested math service (fast char math).",
+                           "0x110020 sev 8: attempt to use unrequested math service (fast char math)."};
+const Service kTrig = {Zan_Service_FastTrig,
+                       {&Zan_Globals::sineTable},
+                       &Zan_Globals::sinePrepareCount,
+                       1024,
+                       prepareTrig,
+                       Zan_UnprepareFTrig,
+                       "0x11002A sev 8: fast trig will be unavailable.",
+                       "0x11002A sev 8: attempt to use unrequested math service (fast trig).",
+                       "0x11002A sev 8: attempt to use unrequested math service (fast trig)."};
+const Service* const kServices[] = {&kCharMath, &kTrig};
+
+enum class Reclaimed : unsigned { kNone = 0, kFirst = 1, kSecond = 2, kBoth = 3 };
+enum class Outcome {
+    kReady,     // the tables are ready
+    kNotReady,  // they stay reclaimed
+    kLost,      // rebuilding failed, and the service no longer runs
+};
+
+struct PrepareRow {
+    const char* what;
+    Reclaimed reclaimed;
+    bool prepared;  // by an earlier call
+    bool failIfReclaimed, reportFailure;
+    uint64_t failingAllocation;  // 1 is the first; 0 for none
+    bool andAllAfter;
+    Outcome outcome;
+    uint64_t handles, tablesInMemory;  // allocated afterwards, and tables not reclaimed
+};
+constexpr PrepareRow kCharMathRows[] = {
+    {"tables in place", Reclaimed::kNone, false, true, true, 0, false, Outcome::kReady, 2, 2},
+    {"only the first is reclaimed: both are rebuilt", Reclaimed::kFirst, false, false, true, 0, false, Outcome::kReady,
+     2, 2},
+    {"only the second is reclaimed: both are rebuilt", Reclaimed::kSecond, false, false, false, 0, false,
+     Outcome::kReady, 2, 2},
+    {"both are reclaimed and rebuilt", Reclaimed::kBoth, false, false, true, 0, false, Outcome::kReady, 2, 2},
+    {"rebuilding is not wanted; reported", Reclaimed::kFirst, false, true, true, 0, false, Outcome::kNotReady, 2, 1},
+    {"rebuilding is not wanted; not reported", Reclaimed::kSecond, false, true, false, 0, false, Outcome::kNotReady, 2,
+     1},
+    {"tables that are prepared are not checked", Reclaimed::kBoth, true, false, true, 0, false, Outcome::kReady, 2, 0},
+    {"nor is their memory asked for again", Reclaimed::kFirst, true, true, true, 1, true, Outcome::kReady, 2, 1},
+    {"no memory for the first; the second is allocated", Reclaimed::kFirst, false, false, true, 1, false,
+     Outcome::kLost, 1, 1},
+    {"no memory for the second", Reclaimed::kBoth, false, false, true, 2, false, Outcome::kLost, 1, 1},
+    {"no memory for either; not reported", Reclaimed::kBoth, false, false, false, 1, true, Outcome::kLost, 0, 0},
+};
+constexpr PrepareRow kTrigRows[] = {
+    {"table in place", Reclaimed::kNone, false, true, true, 0, false, Outcome::kReady, 1, 1},
+    {"reclaimed and rebuilt", Reclaimed::kFirst, false, false, true, 0, false, Outcome::kReady, 1, 1},
+    {"rebuilding is not wanted; reported", Reclaimed::kFirst, false, true, true, 0, false, Outcome::kNotReady, 1, 0},
+    {"rebuilding is not wanted; not reported", Reclaimed::kFirst, false, true, false, 0, false, Outcome::kNotReady, 1,
+     0},
+    {"a table that is prepared is not checked", Reclaimed::kFirst, true, false, true, 0, false, Outcome::kReady, 1, 0},
+    {"no memory; reported", Reclaimed::kFirst, false, false, true, 1, false, Outcome::kLost, 0, 0},
+    {"no memory; not reported", Reclaimed::kFirst, false, false, false, 1, true, Outcome::kLost, 0, 0},
+};
+
+// The bytes of a service's tables, computed in floating point.
+std::vector<std::string> expectedTables(const Service& service) {
     std::string products, quotients, sines;
     for (int a = 0; a < 256; ++a) {
         for (int b = 0; b < 256; ++b) {
@@ -54,77 +120,112 @@ std::vector<std::string> contents(const Service& s) {
         const auto sine = static_cast<float>(std::sin(a / 255.0 * 1.5707963267948966));
         sines.append(reinterpret_cast<const char*>(&sine), sizeof sine);
     }
-    return s.flag == 4 ? std::vector{products, quotients} : std::vector{sines};
+    return &service == &kCharMath ? std::vector{products, quotients} : std::vector{sines};
 }
 
-// Of the 192 combinations, some are the same for a single table.
-void checkPrepare(const Service& s, const std::vector<std::string>& expected, unsigned combination) {
-    const bool inUse = (combination & 1) != 0, loud = (combination & 2) != 0, failIfReclaimed = (combination & 4) != 0;
-    const size_t reclaimed = combination / 8 % 4 % (1U << s.handles.size()),
-                 failing = combination / 32 % (s.handles.size() + 1);
-    const bool onward = combination >= 96;  // those that follow fail, too
-    CAPTURE(s.name, reclaimed, failing, inUse, loud, failIfReclaimed, onward);
+void checkPrepare(const Service& service, const PrepareRow& row) {
+    CAPTURE(row.what);
     HostReports host;
-    REQUIRE((Zan_Birth(s.flag, nullptr) == 0 && (!inUse || s.prepareForNobody() == 0)));
-    for (size_t t = 0; t < s.handles.size(); ++t) {
-        if (reclaimed >> t & 1) Bel_ReclaimHandle(Zanp_G.*s.handles[t]);
+    REQUIRE(Zan_Birth(service.flag, nullptr) == 0);
+    bool ok = false;
+    const void* tables[2] = {};
+    if (row.prepared) REQUIRE(service.prepare(true, true, nullptr, tables) == 0);
+    for (size_t i = 0; i < service.handles.size(); ++i) {
+        if ((static_cast<unsigned>(row.reclaimed) >> i & 1U) != 0) Bel_ReclaimHandle(Zanp_G.*service.handles[i]);
     }
-    Bel_SetAllocationFailure(kBel_QuietAllocations, failing, onward);
+    Bel_SetAllocationFailure(kBel_QuietAllocations, row.failingAllocation, row.andAllAfter);
     Belp_SetThreadLastError(77);
-    bool ok = true;
-    const void* tables[2];
-    const int32_t result = s.prepare(loud, failIfReclaimed, &ok, tables);
+    const int32_t result = service.prepare(row.reportFailure, row.failIfReclaimed, &ok, tables);
     Bel_SetAllocationFailure(0, 0, false);
 
-    const bool looks = reclaimed != 0 && !inUse;  // who has the addresses keeps them
-    const bool rebuilds = looks && !failIfReclaimed, lost = rebuilds && failing != 0,
-               ready = !looks || rebuilds != lost;
-    CHECK((ok == ready && result == (ready || !loud ? 0 : 4) && Zanp_G.*s.count == (inUse ? 2 : 1)));
-    CHECK((host.takeAll() == (ready || !loud ? "" : s.prepareAt + s.unavailable) && Bel_GetThreadLastError() == 77));
-    size_t bytes = 0, handles = 0;
-    for (size_t t = 0; t < s.handles.size(); ++t) {
-        const bool gone = !rebuilds && (reclaimed >> t & 1) != 0, handedOut = ready && !gone;
-        CHECK((tables[t] != nullptr) == handedOut);
-        if (handedOut) CHECK(std::memcmp(tables[t], expected[t].data(), expected[t].size()) == 0);
-        const bool failed = lost && (onward ? t + 1 >= failing : t + 1 == failing);
-        handles += failed ? 0 : 1;
-        if (!gone && !failed) bytes += expected[t].size();
+    const bool ready = row.outcome == Outcome::kReady;
+    const bool reported = !ready && row.reportFailure;
+    CHECK(ok == ready);
+    CHECK(result == (reported ? Zan_Result_Failed : 0));
+    CHECK(host.takeAll() == (reported ? service.unavailable : ""));
+    CHECK(Bel_GetThreadLastError() == 77);
+    CHECK(Zanp_G.*service.prepareCount == (row.prepared ? 2 : 1));
+    CHECK(memoryCounts().handles == row.handles);
+    CHECK(memoryCounts().handleBytes == row.tablesInMemory * service.tableBytes);
+    const std::vector<std::string> expected = expectedTables(service);
+    for (size_t i = 0; i < service.handles.size(); ++i) {
+        CAPTURE(i);
+        const void* address = ready ? *(Zanp_G.*service.handles[i]) : nullptr;
+        CHECK(tables[i] == address);
+        if (address != nullptr) CHECK(std::memcmp(address, expected[i].data(), service.tableBytes) == 0);
     }
-    const Bel_MemoryCounts counts = memoryCounts();
-    CHECK((counts.handles == handles && counts.handleBytes == bytes));
-    // Without all of its tables the service no longer runs; one call too many wraps the count.
-    for (int left = inUse ? 1 : 0; left >= -1; --left) {
-        CHECK(s.unprepare() == (lost ? 0x1105 : 0));
-        CHECK(Zanp_G.*s.count == (lost ? 1 : static_cast<uint16_t>(left)));
-    }
-    CHECK((Zan_Death() == 0 && host.takeAll().empty() == !lost));
+
+    const bool lost = row.outcome == Outcome::kLost;
+    CHECK(service.unprepare() == (lost ? Zan_Err_UnrequestedService : 0));
+    CHECK(host.takeAll() == (lost ? service.notRunningAtUnprepare : ""));
+    CHECK(Zanp_G.*service.prepareCount == (lost || row.prepared ? 1 : 0));
+    CHECK(Zan_Death() == 0);
+    CHECK(memoryCounts().handles == 0);
     Zanp_G = {};
 }
 
 }  // namespace
 
-TEST_CASE("tables are handed out, rebuilt where nobody uses them, and counted") {
-    for (const Service& s : kServices) {
-        const std::vector<std::string> expected = contents(s);
-        for (unsigned combination = 0; combination < 192; ++combination) checkPrepare(s, expected, combination);
+TEST_CASE("a prepare call checks, rebuilds and counts the tables of fast char math") {
+    for (const PrepareRow& row : kCharMathRows) checkPrepare(kCharMath, row);
+}
+
+TEST_CASE("a prepare call checks, rebuilds and counts the table of fast trig") {
+    for (const PrepareRow& row : kTrigRows) checkPrepare(kTrig, row);
+}
+
+TEST_CASE("every output of a prepare call may be null") {
+    REQUIRE(Zan_Birth(Zan_Service_FastCharMath | Zan_Service_FastTrig, nullptr) == 0);
+    CHECK(Zan_PrepareFCMD(true, true, nullptr, nullptr, nullptr) == 0);
+    CHECK(Zan_PrepareFTrig(true, true, nullptr, nullptr) == 0);
+    CHECK(Zan_Death() == 0);
+    Zanp_G = {};
+}
+
+TEST_CASE("one unprepare call too many wraps the count, and tables are not checked then") {
+    for (const Service* service : kServices) {
+        HostReports host;
+        CAPTURE(service->unavailable);
+        REQUIRE(Zan_Birth(service->flag, nullptr) == 0);
+        CHECK(service->unprepare() == 0);
+        CHECK(Zanp_G.*service->prepareCount == 0xFFFF);
+        Bel_ReclaimHandle(Zanp_G.*service->handles[0]);
+        bool ok = false;
+        const void* tables[2];
+        CHECK(service->prepare(true, true, &ok, tables) == 0);
+        CHECK(ok);
+        CHECK(tables[0] == nullptr);
+        CHECK(Zanp_G.*service->prepareCount == 0);
+        CHECK(Zan_Death() == 0);
+        CHECK(host.takeAll().empty());
+        Zanp_G = {};
     }
 }
 
 TEST_CASE("a service that does not run is reported and counts nothing") {
-    HostReports host;
-    for (const Service& s : kServices) {
-        for (const unsigned missing : {1U, 2U, 3U}) {  // the service, its tables, both
-            CAPTURE(s.name, missing);
-            REQUIRE(Zan_Birth(missing > 1 ? 6 & ~s.flag : 6, nullptr) == 0);
-            Zanp_G.services = missing != 2 ? 6 & ~s.flag : 6;
-            const std::string report = "attempt to use unrequested math service (" + s.name + ").";
+    struct Row {
+        const char* what;
+        bool flagSet, tablesThere;
+    };
+    constexpr uint32_t kBoth = Zan_Service_FastCharMath | Zan_Service_FastTrig;
+    for (const Row& row : {Row{"the service is not in the services field", false, true},
+                           Row{"the service has no tables", true, false}, Row{"neither", false, false}}) {
+        for (const Service* service : kServices) {
+            CAPTURE(row.what, service->unavailable);
+            HostReports host;
+            REQUIRE(Zan_Birth(row.tablesThere ? kBoth : kBoth & ~service->flag, nullptr) == 0);
+            Zanp_G.services = row.flagSet ? kBoth : kBoth & ~service->flag;
             bool ok = true;
             const void* tables[2];
-            CHECK((s.prepare(false, false, &ok, tables) == 0x1105 && !ok && !tables[0] && !tables[1]));
-            CHECK(host.takeAll() == s.prepareAt + report);
-            CHECK((s.unprepare() == 0x1105 && Zanp_G.*s.count == 0));
-            CHECK(host.takeAll() == s.unprepareAt + report);
-            Zanp_G.services = 6;
+            CHECK(service->prepare(false, false, &ok, tables) == Zan_Err_UnrequestedService);
+            CHECK_FALSE(ok);
+            CHECK(tables[0] == nullptr);
+            CHECK(tables[1] == nullptr);
+            CHECK(host.takeAll() == service->notRunning);
+            CHECK(service->unprepare() == Zan_Err_UnrequestedService);
+            CHECK(host.takeAll() == service->notRunningAtUnprepare);
+            CHECK(Zanp_G.*service->prepareCount == 0);
+            Zanp_G.services = kBoth;
             CHECK(Zan_Death() == 0);
             Zanp_G = {};
         }
