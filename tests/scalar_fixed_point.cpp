@@ -1,41 +1,78 @@
-// Multiplication and division in 16.16 and 8.24, answers worked by hand.
+// Multiplication and division in 16.16 and 8.24, with results calculated by hand.
 #include "tests/support/host_reports.h"
-#include "tests/support/random.h"
 #include "zan/scalar.h"
 
-TEST_CASE("products and quotients in 16.16 and 8.24") {
-    constexpr int32_t kFail = INT32_MIN;
-    // clang-format off
-    const struct { int32_t (*operation)(int32_t, int32_t); std::vector<int32_t> rows; } tables[] = {  // a, b, result
-        {Zan_FixMul, {
-        // exact: all the zeros in one operand, or more than 16 in both
-        0x18000, 0x18000, 0x24000, 0x60000, 0x12345, 0x6D39E, 0x300, 0x20200, 0x606,
-        // 16 are too few: the low bytes are dropped, toward minus infinity
-        0x10000, 0x12345, 0x12300, 0x300, 0x20180, 0x603, -1, 0x10001, -0x100, 1, 1, 0,
-        // the wrong sign, the right one by chance, none
-        0x7FFF0000, 0x20000, kFail, -0x7FFF0000, 0x20000, kFail, kFail, -0x10000, kFail, kFail, 0x10000, kFail,
-        0x1000000, 0x1020000, 0x2000000, -0x18000, -0x20000, 0x30000, 0, -0x10000, 0, -0x12345, 0, 0}},
-        {Zan_FixDiv, {
-        // 16 leading zeros leave the divisor whole; fewer take bits from it, in the end all
-        0xFFFF, 3, 0x55550000, 0x10000, 7, 0x2AAAAAAA, 0x1000000, 0x100, kFail, 0x7FFFFFFF, 0x10000, 0x7FFFFFFF,
-        // what does not fit, and the least value
-        0, 0, kFail, -0xFFFF, 1, kFail, kFail, 0x10000, kFail, kFail, 0x20000, -0x40000000,
-        0x7FFF0000, kFail, -0xFFFE, kFail, kFail, 0x10000}},
-        // halves, and what fails without a report
-        {Zan_Fix24Mul, {-0x1000, 0x800, -1, 0xFFF, 0x800, 0, 0x8000000, -0x10000000, kFail, -0x40400000, 0x2000000, kFail,
-        0x8000008, 0xFFFFFF0, kFail}},
-        {Zan_Fix24Ratio, {-1, 0x2000000, -1, kFail, 0x40000000, -0x2000000, -257, 2, kFail}}};
-    // clang-format on
-    HostReports host;
-    for (const auto& [operation, rows] : tables) {
-        for (size_t i = 0; i < rows.size(); i += 3) {
-            CAPTURE(&operation - &tables[0].operation, i);
-            CHECK(operation(rows[i], rows[i + 1]) == rows[i + 2]);
-        }
-    }
-    CHECK(host.takeAll().empty());
-    CHECK((Zan_Fix24Ratio(5, 0) == kFail && host.takeAll() == "0x110009 sev 8: divide by zero in fix24 divide."));
-    for (const int32_t outside : {128, -129}) {
-        CHECK((Zan_Fix24Ratio(outside, 1) == kFail && host.takeAll() == "0x110009 sev 8: overflow in fix24 divide."));
+#include <catch2/catch.hpp>
+
+namespace {
+
+constexpr int32_t kMin = INT32_MIN;
+constexpr int32_t kFails = Zan_kFixedFailure;
+
+struct Row {
+    const char* what;
+    int32_t a, b, result;
+    const char* report = "";
+};
+constexpr Row kFixMul[] = {
+    {"16 trailing zeros in sum are too few: the low 8 bits of both are dropped", 0x10000, 0x12345, 0x12300},
+    {"17 trailing zeros in one operand: exact", 0x60000, 0x12345, 0x6D39E},
+    {"17 trailing zeros in both together: exact", 0x300, 0x20200, 0x606},
+    {"16 in both together", 0x300, 0x20180, 0x603},
+    {"15 in one operand and 15 in the other: exact", 0x18000, 0x18000, 0x24000},
+    {"dropping bits of a negative number rounds toward minus infinity", -1, 0x10001, -0x100},
+    {"all bits of both are dropped", 1, 1, 0},
+    {"two negative numbers", -0x18000, -0x20000, 0x30000},
+    {"zero and a negative number", 0, -0x10000, 0},
+    {"a negative number and zero", -0x12345, 0, 0},
+    {"a positive product that does not fit", 0x7FFF0000, 0x20000, kFails},
+    {"a negative product that does not fit", -0x7FFF0000, 0x20000, kFails},
+    {"-32768 negated does not fit", kMin, -0x10000, kFails},
+    {"-32768 fits, and equals the failure value", kMin, 0x10000, kMin},
+    {"a product that wraps to the right sign is not detected", 0x1000000, 0x1020000, 0x2000000},
+};
+constexpr Row kFixDiv[] = {
+    {"the largest dividend for which the divisor keeps all bits", 0xFFFF, 3, 0x55550000},
+    {"the smallest dividend for which the divisor loses a bit", 0x10000, 7, 0x2AAAAAAA},
+    {"the divisor loses all its bits", 0x1000000, 0x100, kFails},
+    {"the largest quotient", 0x7FFFFFFF, 0x10000, 0x7FFFFFFF},
+    {"0 divided by 0", 0, 0, kFails},
+    {"a negative quotient that does not fit", -0xFFFF, 1, kFails},
+    {"-32768 fits, and equals the failure value", kMin, 0x10000, kMin},
+    {"-32768 divided by 2", kMin, 0x20000, -0x40000000},
+    {"a divisor of -32768", 0x7FFF0000, kMin, -0xFFFE},
+    {"-32768 divided by itself", kMin, kMin, 0x10000},
+};
+constexpr Row kFix24Mul[] = {
+    {"a half rounds away from zero", -0x1000, 0x800, -1},
+    {"less than a half rounds to zero", 0xFFF, 0x800, 0},
+    {"-128 fits, and equals the failure value", 0x8000000, -0x10000000, kMin},
+    {"-128.5 fails without a report", -0x40400000, 0x2000000, kFails},
+    {"within half a step of 128: fails without a report", 0x8000008, 0xFFFFFF0, kFails},
+    {"128 is reported", 0x8000000, 0x10000000, kFails, "0x110008 sev 8: overflow in fix24 multiply."},
+};
+constexpr Row kFix24Ratio[] = {
+    {"a half rounds away from zero", -1, 0x2000000, -1},
+    {"-128 fits, and equals the failure value", kMin, 0x1000000, kMin},
+    {"-128.5 fails without a report", -257, 2, kFails},
+    {"128 is reported", 128, 1, kFails, "0x110009 sev 8: overflow in fix24 divide."},
+    {"-129 is reported", -129, 1, kFails, "0x110009 sev 8: overflow in fix24 divide."},
+    {"a zero denominator is reported", 5, 0, kFails, "0x110009 sev 8: divide by zero in fix24 divide."},
+};
+
+template <size_t N>
+void check(int32_t (*operation)(int32_t, int32_t), const Row (&rows)[N]) {
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        HostReports host;
+        CHECK(operation(row.a, row.b) == row.result);
+        CHECK(host.takeAll() == row.report);
     }
 }
+
+}  // namespace
+
+TEST_CASE("16.16 products") { check(Zan_FixMul, kFixMul); }
+TEST_CASE("16.16 quotients") { check(Zan_FixDiv, kFixDiv); }
+TEST_CASE("8.24 products") { check(Zan_Fix24Mul, kFix24Mul); }
+TEST_CASE("8.24 quotients") { check(Zan_Fix24Ratio, kFix24Ratio); }
