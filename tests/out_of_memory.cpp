@@ -1,7 +1,8 @@
-// What the operations that take memory do when there is none: allocation 1 of a call fails, then 2, 3, ... until the
-// call succeeds, once each alone and once with all that follow. The outputs hold what is stated, nobody is told,
-// nothing is lost, and the next try succeeds.
+// Operations that allocate memory, with allocation failures. For each operation, allocation 1 fails, then allocation 2,
+// and so on until the operation succeeds; first that one alone, then with all later ones. Each failed operation must
+// leave the documented outcome, report nothing, leak nothing, and succeed when it is repeated.
 #include "tests/support/host_reports.h"
+#include "tests/support/vectors.h"
 #include "zan/zan.h"
 
 #include <cstdlib>
@@ -11,123 +12,161 @@
 
 namespace {
 
-int countdown = 0;  // the heap's allocations until the one that fails; 0 for none
-bool onward = false;
-bool struck = false;  // one has failed
-int held = 0;         // blocks that are allocated and not freed
+// State of this program's operator new.
+struct Heap {
+    int countdown = 0;  // 1 if the next allocation fails, and so on; 0 if none fails
+    bool andAllAfter = false;
+    bool hasFailed = false;  // since the field was cleared
+    int blocks = 0;          // allocated and not freed
+};
+Heap heap;
+
 int reports = 0;
 
-using Point = Zan_Vector2T<double>;
-using Polygon = std::vector<Zan_Vector4T<double>>;
-constexpr Point kSquare[] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-constexpr Point kCentre(5, 5);
+using Polygon = std::vector<Vector4>;
+constexpr Vector2 kSquare[] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
+constexpr Vector2 kCentre(5, 5);
 
-// What the calls are given, made anew for each, and their outputs.
+// Inputs and outputs of the operations. Each attempt has a new one.
 struct State {
-    Zan_TransformPoly3D bare, whole;  // without an outline, and with one
-    Zan_TransformPoly2D plane;
-    std::vector<Point> square{std::begin(kSquare), std::end(kSquare)}, hull;
-    Polygon subject{{0, 0, 0, 1}, {10, 0, 0, 1}, {10, 10, 0, 1}, {0, 10, 0, 1}}, hullInSpace;
-    Polygon box{{4, 4, 0, 1}, {14, 4, 0, 1}, {14, 14, 0, 1}, {4, 14, 0, 1}}, clipped = Polygon(3);
-    std::vector<Point> many = std::vector<Point>(1000, Point(3, 5));
+    Zan_TransformPoly3D withoutOutline;
+    Zan_TransformPoly3D withOutline;
+    Zan_TransformPoly2D planeLayer;
+    std::vector<Vector2> square{std::begin(kSquare), std::end(kSquare)};
+    std::vector<Vector2> hull;
+    Polygon clipSubject{{0, 0, 0, 1}, {10, 0, 0, 1}, {10, 10, 0, 1}, {0, 10, 0, 1}};
+    Polygon clipArea{{4, 4, 0, 1}, {14, 4, 0, 1}, {14, 14, 0, 1}, {4, 14, 0, 1}};
+    Polygon clipped = Polygon(3);
+    Polygon hullInSpace;
+    std::vector<Vector2> thousandPoints = std::vector<Vector2>(1000, Vector2(3, 5));
     int number = 0;
+
     State() {
-        for (int32_t i = 0; i < 4; ++i) bare.SetLayerPoint(i, kSquare[i]), plane.SetLayerPoint(i, kSquare[i]);
-        Zan_Matrix4 away(true);
-        away.m32 = 1;
-        bare.TransformPointsToEye(away);
-        bare.TransformPointsToScreen(Zan_Matrix4(true));
-        whole = bare;
-        whole.InitPolyPoints();
+        for (int32_t i = 0; i < 4; ++i) {
+            withoutOutline.SetLayerPoint(i, kSquare[i]);
+            planeLayer.SetLayerPoint(i, kSquare[i]);
+        }
+        Zan_Matrix4 layerToEye(true);
+        layerToEye.m32 = 1;
+        withoutOutline.TransformPointsToEye(layerToEye);
+        withoutOutline.TransformPointsToScreen(Zan_Matrix4(true));
+        withOutline = withoutOutline;
+        withOutline.InitPolyPoints();
     }
 };
 
-void makeOutline(State& s) { s.bare.InitPolyPoints(); }
-void assign(State& s) { s.bare = s.whole; }
-void copy(State& s) { s.number = Zan_TransformPoly3D(s.whole).NumPolyPoints(); }
+// The operations.
+void makeOutline(State& s) { s.withoutOutline.InitPolyPoints(); }
+void assign(State& s) { s.withoutOutline = s.withOutline; }
+void copy(State& s) { s.number = Zan_TransformPoly3D(s.withOutline).NumPolyPoints(); }
 void findHull(State& s) { Zan_ComputeConvexHull(s.square.cbegin(), s.square.cend(), s.hull); }
-void findHullInSpace(State& s) { Zan_ComputeConvexHull(s.box.cbegin(), s.box.cend(), s.hullInSpace); }
-void clip(State& s) { Zan_PolyPolyClip2D(&s.box, &s.subject, &s.clipped); }
-// These take none: an outline of many points, a layer in the plane, a report.
-void takeNone(State& s) {
+void findHullInSpace(State& s) { Zan_ComputeConvexHull(s.clipArea.cbegin(), s.clipArea.cend(), s.hullInSpace); }
+void clip(State& s) { Zan_PolyPolyClip2D(&s.clipArea, &s.clipSubject, &s.clipped); }
+
+// Operations that allocate nothing.
+void hitTestManyPoints(State& s) {
     unsigned char inside = 9;
-    Zan_Matrix3 singular(false), inverse;
-    s.number = Zan_IsFloatPointInConcavePoly(&kCentre, s.many.data(), 1000, 2.0, &inside) == 0 && inside == 1 &&
-               s.plane.IsPointInside(&kCentre, 0) && s.plane.GetMinimumEdgeDistance(&kCentre) == 5 &&
-               Zan_InverseMatrix(&singular, &inverse) == Zan_Err_CannotInvert && reports-- == 1;
+    const int32_t code = Zan_IsFloatPointInConcavePoly(&kCentre, s.thousandPoints.data(), 1000, 2.0, &inside);
+    s.number = code == 0 ? inside : -1;
+}
+void hitTestPlaneLayer(State& s) {
+    s.number = s.planeLayer.IsPointInside(&kCentre, 0) && s.planeLayer.GetMinimumEdgeDistance(&kCentre) == 5 ? 1 : 0;
+}
+void reportFailure(State& s) {
+    const Zan_Matrix3 singular(false);
+    Zan_Matrix3 inverse;
+    const bool failed = Zan_InverseMatrix(&singular, &inverse) == Zan_Err_CannotInvert;
+    s.number = failed ? reports : -1;
+    reports = 0;
 }
 
-int outline(const State& s) { return s.bare.NumPolyPoints() * 10 + s.bare.IsPointInside(&kCentre, 0); }
+// The outcomes.
+int outlinePoints(const State& s) { return s.withoutOutline.NumPolyPoints(); }
+int outlineHit(const State& s) { return s.withoutOutline.IsPointInside(&kCentre, 0) ? 1 : 0; }
 int number(const State& s) { return s.number; }
-int hull(const State& s) { return static_cast<int>(s.hull.size() + s.hullInSpace.size()); }
-int clipped(const State& s) { return static_cast<int>(s.clipped.size()); }
+int hullPoints(const State& s) { return static_cast<int>(s.hull.size()); }
+int hullPointsInSpace(const State& s) { return static_cast<int>(s.hullInSpace.size()); }
+int clippedPoints(const State& s) { return static_cast<int>(s.clipped.size()); }
 
 const struct Row {
     const char* what;
-    void (*call)(State& s);
+    void (*operation)(State& s);
     int (*outcome)(const State& s);
-    int good, failed;  // the same where no memory is taken
+    int success, failure;  // equal where nothing is allocated
 } kRows[] = {
-    {"outline", makeOutline, outline, 41, 0},
-    {"assignment", assign, outline, 41, 0},
-    {"copy", copy, number, 4, 0},
-    {"hull", findHull, hull, 4, 0},
-    {"hull in space", findHullInSpace, hull, 4, 0},
-    {"clip", clip, clipped, 4, 3},
-    {"no memory needed", takeNone, number, 1, 1},
+    {"making an outline: its points", makeOutline, outlinePoints, 4, 0},
+    {"making an outline: a hit test on it", makeOutline, outlineHit, 1, 0},
+    {"assigning a layer: points of its outline", assign, outlinePoints, 4, 0},
+    {"assigning a layer: a hit test on it", assign, outlineHit, 1, 0},
+    {"copying a layer: points of its outline", copy, number, 4, 0},
+    {"hull in the plane: its points", findHull, hullPoints, 4, 0},
+    {"hull in space: its points", findHullInSpace, hullPointsInSpace, 4, 0},
+    {"clipping: points of the output, which is kept on failure", clip, clippedPoints, 4, 3},
+    {"hit test on a thousand points allocates nothing", hitTestManyPoints, number, 1, 1},
+    {"hit test on a layer in the plane allocates nothing", hitTestPlaneLayer, number, 1, 1},
+    {"a report allocates nothing", reportFailure, number, 1, 1},
 };
 
-int failures = 0;
+int failedChecks = 0;
 
-void run(const Row& row, bool all) {
-    for (int n = 1; failures == 0; ++n) {
-        const auto expect = [&](bool holds, const char* claim) {
-            if (!holds) std::printf("%s, allocation %d: %s\n", row.what, n, claim), ++failures;
-        };
-        const Bel_MemoryCounts before = memoryCounts();
-        const int heldBefore = held;
-        bool starved = false;
-        {
-            State state;
-            struck = false;
-            Bel_SetAllocationFailure(kBel_TrackedAllocations, static_cast<uint64_t>(n), all);
-            countdown = n, onward = all;
-            try {
-                row.call(state);
-            } catch (const std::bad_alloc&) {
-                starved = true;
-            }
-            countdown = 0;
-            Bel_SetAllocationFailure(0, 0, false);
-            expect(starved || (!struck && (n > 1) == (row.failed != row.good)), "failed unnoticed");
-            expect(row.outcome(state) == (starved ? row.failed : row.good), "not the stated outcome");
-            row.call(state);
-            expect(row.outcome(state) == row.good, "the next try");
+// Runs the operation once with the given allocation failing. False when the operation succeeded.
+bool runWithFailure(const Row& row, int failingAllocation, bool andAllAfter) {
+    const auto check = [&](bool holds, const char* claim) {
+        if (holds) return;
+        std::printf("%s; allocation %d fails%s; this does not hold: %s\n", row.what, failingAllocation,
+                    andAllAfter ? " and all later ones" : "", claim);
+        ++failedChecks;
+    };
+    const Bel_MemoryCounts countsBefore = memoryCounts();
+    const int blocksBefore = heap.blocks;
+    bool outOfMemory = false;
+    {
+        State state;
+        heap.hasFailed = false;
+        Bel_SetAllocationFailure(kBel_TrackedAllocations, static_cast<uint64_t>(failingAllocation), andAllAfter);
+        heap.countdown = failingAllocation;
+        heap.andAllAfter = andAllAfter;
+        try {
+            row.operation(state);
+        } catch (const std::bad_alloc&) {
+            outOfMemory = true;
         }
-        Bel_MemoryCounts after = memoryCounts();
-        after.trackedNews = before.trackedNews, after.trackedDeletes = before.trackedDeletes;
-        expect(held == heldBefore && std::memcmp(&after, &before, sizeof after) == 0, "lost");
-        expect(reports == 0, "told");
-        if (!starved) return;
+        heap.countdown = 0;
+        Bel_SetAllocationFailure(0, 0, false);
+        const bool allocates = row.failure != row.success;
+        const bool expectFailure = allocates && failingAllocation == 1;
+        check(outOfMemory || !heap.hasFailed, "a failed allocation is thrown as bad_alloc");
+        check(outOfMemory || !expectFailure, "the first allocation fails");
+        check(!outOfMemory || allocates, "nothing is allocated");
+        check(row.outcome(state) == (outOfMemory ? row.failure : row.success), "the documented outcome");
+        row.operation(state);
+        check(row.outcome(state) == row.success, "the repeated operation succeeds");
     }
+    const Bel_MemoryCounts counts = memoryCounts();
+    check(heap.blocks == blocksBefore, "no heap block is leaked");
+    check(counts.trackedBlocks == countsBefore.trackedBlocks, "no tracked block is leaked");
+    check(counts.trackedBytes == countsBefore.trackedBytes, "no tracked byte is leaked");
+    check(counts.handles == countsBefore.handles, "no handle is leaked");
+    check(reports == 0, "nothing is reported");
+    return outOfMemory;
 }
 
 }  // namespace
 
-// Not inlined, or the compiler takes malloc and free for a mismatch with what it knows of new and delete.
+// Not inlined: GCC would warn that memory from malloc is freed by delete.
 [[gnu::noinline]] void* operator new(std::size_t bytes) {
-    if (countdown > 0 && --countdown == 0) {
-        struck = true;
-        countdown = onward ? 1 : 0;
+    if (heap.countdown > 0 && --heap.countdown == 0) {
+        heap.hasFailed = true;
+        heap.countdown = heap.andAllAfter ? 1 : 0;
         throw std::bad_alloc();
     }
     void* block = std::malloc(bytes != 0 ? bytes : 1);
     if (block == nullptr) throw std::bad_alloc();
-    ++held;
+    ++heap.blocks;
     return block;
 }
 [[gnu::noinline]] void operator delete(void* block) noexcept {
-    held -= block != nullptr;
+    if (block != nullptr) --heap.blocks;
     std::free(block);
 }
 void operator delete(void* block, std::size_t /*bytes*/) noexcept { operator delete(block); }
@@ -135,7 +174,10 @@ void operator delete(void* block, std::size_t /*bytes*/) noexcept { operator del
 int main() {
     Bel_SetReportHandler([](void* count, const Bel_Report* /*report*/) { ++*static_cast<int*>(count); }, &reports);
     for (const Row& row : kRows) {
-        for (const bool all : {false, true}) run(row, all);
+        for (const bool andAllAfter : {false, true}) {
+            int failingAllocation = 1;
+            while (failedChecks == 0 && runWithFailure(row, failingAllocation, andAllAfter)) ++failingAllocation;
+        }
     }
-    return failures != 0;
+    return failedChecks == 0 ? 0 : 1;
 }

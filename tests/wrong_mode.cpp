@@ -1,4 +1,4 @@
-// Loaded into a program, has it round upwards, as a careless neighbour of the library might.
+// A library that sets the rounding mode to upward when it is loaded, as another library in the process might.
 #include <cfenv>
 
 namespace {
