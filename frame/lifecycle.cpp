@@ -24,6 +24,7 @@ void setMagics(uint32_t magic) {
     Zanp_G.headMagic = magic;
 }
 
+// All tables have the name "FCM/D table" in the platform's report, the sine table too.
 Bel_Handle allocateTable(Site site, size_t bytes) {
     return Bel_AllocateHandle(zan::errorNumber(site), zan::messageText(Message::FcmdTable), bytes);
 }

@@ -24,10 +24,12 @@ constexpr void expandFraction(int64_t whole, uint32_t divisor, uint32_t remainde
     while (remainder != 0) {
         const int64_t coefficient = divisor / remainder;
         const uint32_t nextRemainder = divisor % remainder;
+        // The largest coefficient whose next h is within the bound.
         const int64_t largestWithinBound = (bound - previousH) / *h;
         if (largestWithinBound <= coefficient) {
             bool takeSemiconvergent = 2 * largestWithinBound > coefficient;
             if (2 * largestWithinBound == coefficient) {
+                // Compares by the denominators of the two quotients.
                 const int64_t previousTerm = wanted == Quotient::kKOverH ? previousH : previousK;
                 const int64_t term = wanted == Quotient::kKOverH ? *h : *k;
                 takeSemiconvergent = remainder * previousTerm > nextRemainder * term;

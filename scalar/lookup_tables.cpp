@@ -90,7 +90,7 @@ bool rebuild(const TableService& service) {
 }
 
 template <class Entry>
-void handOut(Entry** output, void** Zan_Globals::*handle) {
+void storeAddress(Entry** output, void** Zan_Globals::*handle) {
     if (output != nullptr) *output = static_cast<Entry*>(*(Zanp_G.*handle));
 }
 
@@ -109,8 +109,8 @@ int32_t prepare(const TableService& service, bool reportFailure, bool failIfRecl
         if (Zanp_G.*service.prepareCount == 0 && isReclaimed(service)) ready = !failIfReclaimed && rebuild(service);
         ++(Zanp_G.*service.prepareCount);
         if (ready) {
-            handOut(first, service.firstTable);
-            handOut(second, service.secondTable);
+            storeAddress(first, service.firstTable);
+            storeAddress(second, service.secondTable);
         } else if (reportFailure) {
             zan::reportText(service.prepareSite, service.unavailable);
             result = Zan_Result_Failed;

@@ -21,9 +21,10 @@ template <class Int>
 constexpr Int roundFitting(double x) {
     const double sum = x + 0.5;
     const Int up = static_cast<Int>(sum);
-    const Int truncatedX = static_cast<Int>(x);
+    const Int towardZero = static_cast<Int>(x);
     const Int down = static_cast<Int>(x - 0.5);
-    const Int negative = static_cast<double>(up) == sum ? truncatedX : down;  // a half gives an integral sum
+    // The sum is integral for halves, such as -2.5.
+    const Int negative = static_cast<double>(up) == sum ? towardZero : down;
     return x > 0 ? up : negative;
 }
 
