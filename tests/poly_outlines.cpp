@@ -1,19 +1,24 @@
-// Layer outlines against corners and cuts worked by hand, and what they do with memory.
+// Layer outlines: corners and clip points worked out by hand, and the memory that an outline takes.
 #include "platform/bel.h"
+#include "tests/support/doubles.h"
 #include "tests/support/matrices.h"
+#include "tests/support/vectors.h"
 #include "zan/poly.h"
 
 namespace {
 
-using Edge = std::pair<V2, V2>;
-using Points = std::vector<V2>;
+using Edge = std::pair<Vector2, Vector2>;
+using Points = std::vector<Vector2>;
 
-static_assert(std::has_virtual_destructor_v<Zan_TransformPoly2D> && sizeof(Zan_TransformPoly2D) == 80);
-static_assert(std::has_virtual_destructor_v<Zan_TransformPoly3D> && sizeof(Zan_TransformPoly3D) == 240);
+static_assert(std::has_virtual_destructor_v<Zan_TransformPoly2D>);
+static_assert(sizeof(Zan_TransformPoly2D) == 80);
+static_assert(std::has_virtual_destructor_v<Zan_TransformPoly3D>);
+static_assert(sizeof(Zan_TransformPoly3D) == 240);
 
-const Points kSquare = {{0, 0}, {10, 0}, {10, 10}, {0, 10}}, kBowTie = {{0, 0}, {10, 10}, {10, 0}, {0, 10}};
+const Points kSquare = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
+const Points kBowTie = {{0, 0}, {10, 10}, {10, 0}, {0, 10}};
 
-// z becomes z0 + zx x + zy y.
+// z becomes z0 + zx * x + zy * y.
 Zan_Matrix4 tilted(double z0, double zx, double zy) {
     return matrix({1, 0, zx, 0, 0, 1, zy, 0, 0, 0, 1, 0, 0, 0, z0, 1});
 }
@@ -30,85 +35,183 @@ Points outlineOf(const Poly& poly) {
 
 }  // namespace
 
-TEST_CASE("a layer in the plane") {
-    // Where a matrix with these rows, that moves by (20, 30), sends the third corner, (10, 10).
-    const auto check = [](double m00, double m01, double m02, double m11, bool visible, const V2& third) {
-        CAPTURE(m00, m01, m02, m11);
-        const Zan_Matrix3 m = matrix({m00, m01, m02, 0, m11, 0, 20, 30, 1});
+TEST_CASE("a layer in the plane is invisible after a degenerate matrix") {
+    struct Row {
+        const char* what;
+        double m00, m01, m02, m11;  // of a matrix that translates by (20, 30)
+        bool visible;
+        Vector2 third;  // the image of (10, 10)
+    };
+    const Row rows[] = {
+        {"the projective column counts for a row's length", 0, 0, 1, 1, true, {20, 40}},
+        {"row 0 has a length of 2^-20: squared, below 1e-12", 0, 0x1p-20, 0, 1, false, {10, 10}},
+        {"row 0 has a length of 2^-19: squared, above 1e-12", 0, 0x1p-19, 0, 1, true, {20, 40 + 0x1.4p-16}},
+        {"row 1 is zero", 1, 0, 0, 0, false, {10, 10}},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
         auto poly = withCorners<Zan_TransformPoly2D>(kSquare);
-        poly.TransformPoints(m);
-        V2 corner, point;
+        poly.TransformPoints(matrix({row.m00, row.m01, row.m02, 0, row.m11, 0, 20, 30, 1}));
+        CHECK(poly.IsVisible() == row.visible);
+        Vector2 corner;
+        REQUIRE(poly.GetPoint(2, &corner));
+        CHECK(doubles(corner) == doubles(row.third));
+        Vector2 outlinePoint;
+        poly.GetPolyPoint(2, &outlinePoint);
+        CHECK(doubles(outlinePoint) == doubles(row.third));
+        CHECK(poly.IsPointInside(&row.third, 1) == row.visible);
+        const Points outline = outlineOf(poly);
+        REQUIRE(outline.size() == 4);
         Edge edge;
-        poly.GetPolyPoint(2, &point);
-        CHECK((poly.IsVisible() == visible && poly.GetPoint(2, &corner) && corner == third && point == third));
-        CHECK((poly.IsPointInside(&third, 1) == visible && poly.GetEdge(3, &edge) && outlineOf(poly).size() == 4));
-        CHECK(edge == Edge(outlineOf(poly)[3], outlineOf(poly)[0]));
+        REQUIRE(poly.GetEdge(3, &edge));
+        CHECK(doubles(edge.first) == doubles(outline[3]));
+        CHECK(doubles(edge.second) == doubles(outline[0]));
         poly.TransformPoints(Zan_Matrix3(true));
         CHECK(poly.IsVisible());
-    };
-    check(0, 0, 1, 1, true, {20, 40});  // the projective column counts
-    check(0, 0x1p-20, 0, 1, false, {10, 10}), check(1, 0, 0, 0, false, {10, 10});
-    check(0, 0x1p-19, 0, 1, true, {20, 40 + 0x1.4p-16});
-    const auto poly = withCorners<Zan_TransformPoly2D>(kSquare);
-    // The last is farther from the start of its edge than that is long: the nearer end counts.
-    const V2 inner(5, 0.5), aside(13, 14), beside(9, -5);
-    CHECK((poly.IsPointInside(&inner, 0) && !poly.IsPointInside(&aside, 4.9) && poly.IsPointInside(&aside, 5)));
-    CHECK((poly.GetMinimumEdgeDistance(&inner) == 0.5 && poly.GetMinimumEdgeDistance(&aside) == 5));
-    CHECK(poly.GetMinimumEdgeDistance(&beside) == std::sqrt(26.0));
+    }
 }
 
-TEST_CASE("a layer in space") {
-    const Zan_Matrix4 flat(true), perspective = with(with(flat, 2, 3, 1), 3, 3, 0), line = with(flat, 1, 1, 1e-7);
-    // Bit i of `behind` is for corner i.
-    const auto check = [&](const Points& corners, const Zan_Matrix4& toEye, const Zan_Matrix4& toScreen,
-                           unsigned behind, const Points& expected, double fromOrigin) {
-        CAPTURE(toEye.m32, behind, expected.size());
-        auto poly = withCorners<Zan_TransformPoly3D>(corners);
-        CHECK((poly.IsVisible() && !poly.PolyPointsInit()));
-        poly.TransformPointsToEye(toEye);
-        poly.TransformPointsToScreen(toScreen);
-        const V2 origin(0, 0), inner(0.5, 1);
-        CHECK((!poly.IsPointInside(&inner, 100) && poly.GetMinimumEdgeDistance(&origin) == Approx(fromOrigin)));
+TEST_CASE("the distance from the edges of a layer in the plane") {
+    struct Row {
+        const char* what;
+        Vector2 point;
+        double distance;
+    };
+    const Row rows[] = {
+        {"inside, nearest to a line", {5, 0.5}, 0.5},
+        {"outside, nearest to a corner", {13, 14}, 5},
+        {"beside an edge, but farther from its start than it is long: its nearer end counts", {9, -5}, std::sqrt(26.0)},
+    };
+    const auto poly = withCorners<Zan_TransformPoly2D>(kSquare);
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        CHECK(poly.GetMinimumEdgeDistance(&row.point) == row.distance);
+    }
+}
+
+TEST_CASE("a hit on a layer in the plane, with a tolerance") {
+    const auto poly = withCorners<Zan_TransformPoly2D>(kSquare);
+    const Vector2 inner(5, 0.5);
+    const Vector2 outer(13, 14);
+    CHECK(poly.IsPointInside(&inner, 0));
+    CHECK_FALSE(poly.IsPointInside(&outer, 4.9));
+    CHECK(poly.IsPointInside(&outer, 5));
+}
+
+TEST_CASE("a layer in space is clipped at the near plane") {
+    const Zan_Matrix4 identity(true);
+    const Zan_Matrix4 perspective = with(with(identity, 2, 3, 1), 3, 3, 0);
+    const Zan_Matrix4 degenerate = with(identity, 1, 1, 1e-7);
+    constexpr double kCut = 4.5;  // z falls from 1 to -1 over a length of 10: the clip point is at 4.5
+    struct Row {
+        const char* what;
+        Points corners;
+        Zan_Matrix4 toEye, toScreen;
+        unsigned behind;  // bit i for corner i
+        Points outline;
+        double distance;  // from the origin to the nearest edge
+    };
+    const Row rows[] = {
+        {"on the near plane", kSquare, tilted(0.1, 0, 0), identity, 0, kSquare, 0},
+        {"one step behind it", kSquare, tilted(0x1.9999999999999p-4, 0, 0), identity, 15, {}, -1},
+        {"the top side behind, with perspective",
+         kSquare,
+         tilted(1, 0, -0.2),
+         perspective,
+         12,
+         {{0, 0}, {10, 0}, {100, 45}, {0, 45}},
+         0},
+        {"only corner 0 in front", kSquare, tilted(1, -0.2, -0.2), identity, 14, {{0, 0}, {kCut, 0}, {0, kCut}}, 0},
+        {"only corner 0 behind",
+         kSquare,
+         tilted(-1, 0.2, 0.2),
+         identity,
+         1,
+         {{5.5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 5.5}},
+         5.5},
+        {"a bow tie crosses the plane four times",
+         kBowTie,
+         tilted(1, 0, -0.2),
+         identity,
+         10,
+         {{0, 0}, {kCut, kCut}, {10, kCut}, {10, 0}, {5.5, kCut}, {0, kCut}},
+         0},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        auto poly = withCorners<Zan_TransformPoly3D>(row.corners);
+        CHECK(poly.IsVisible());
+        CHECK_FALSE(poly.PolyPointsInit());
+        poly.TransformPointsToEye(row.toEye);
+        poly.TransformPointsToScreen(row.toScreen);
+
+        // Distances need no outline, hits do.
+        const Vector2 origin(0, 0);
+        const Vector2 inner(0.5, 1);
+        CHECK(poly.GetMinimumEdgeDistance(&origin) == Approx(row.distance));
+        CHECK_FALSE(poly.IsPointInside(&inner, 100));
         poly.InitPolyPoints();
         const Points outline = outlineOf(poly);
-        CHECK(std::equal(outline.begin(), outline.end(), expected.begin(), expected.end(),
-                         [](auto& a, auto& b) { return a.DistanceSquared(b) < 1e-18; }));
-        CHECK((poly.IsVisible() == (behind != 15) && poly.IsPointInside(&inner, 0) == (behind % 2 == 0)));
-        for (int32_t i = 0; i < 4; ++i) {
-            V2 corner(-9, -9);
-            Edge edge(corner, corner);
-            const bool gone = (behind >> i & 1) != 0, none = gone && (behind >> (i + 1) % 4 & 1) != 0;
-            CHECK((poly.GetPoint(i, &corner) == !gone && (corner.x == -9) == gone && poly.GetEdge(i, &edge) == !none));
-            CHECK(((edge.first.x == -9) == none && (gone || edge.first == corner)));
+        REQUIRE(outline.size() == row.outline.size());
+        for (size_t i = 0; i < outline.size(); ++i) {
+            CAPTURE(i);
+            CHECK(greatestDifference(outline[i], row.outline[i]) < 1e-9);
         }
-        // A layer that would be seen as a line has no corner behind, and keeps everything else.
-        auto same = poly;
-        poly.TransformPointsToScreen(line), same.TransformPointsToEye(line);
-        for (auto* p : {&poly, &same}) CHECK((p->IsVisible() && p->PolyPointsInit() && outlineOf(*p) == outline));
-    };
-    const double cut = 4.5;  // from 10 times the way from z = 1 to z = -1
-    check(kSquare, tilted(0.1, 0, 0), flat, 0, kSquare, 0);
-    check(kSquare, tilted(0x1.9999999999999p-4, 0, 0), flat, 15, {}, -1);
-    check(kSquare, tilted(1, 0, -0.2), perspective, 12, {{0, 0}, {10, 0}, {100, 45}, {0, 45}}, 0);
-    check(kSquare, tilted(1, -0.2, -0.2), flat, 14, {{0, 0}, {cut, 0}, {0, cut}}, 0);
-    check(kSquare, tilted(-1, 0.2, 0.2), flat, 1, {{5.5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 5.5}}, 5.5);
-    check(kBowTie, tilted(1, 0, -0.2), flat, 10, {{0, 0}, {cut, cut}, {10, cut}, {10, 0}, {5.5, cut}, {0, cut}}, 0);
+        CHECK(poly.IsVisible() == (row.behind != 15));
+        CHECK(poly.IsPointInside(&inner, 0) == ((row.behind & 1) == 0));
+
+        const Vector2 unset(-9, -9);
+        for (int32_t i = 0; i < 4; ++i) {
+            CAPTURE(i);
+            const bool startBehind = (row.behind >> i & 1) != 0;
+            const bool endBehind = (row.behind >> (i + 1) % 4 & 1) != 0;
+            Vector2 corner = unset;
+            CHECK(poly.GetPoint(i, &corner) == !startBehind);
+            CHECK((corner == unset) == startBehind);
+            Edge edge(unset, unset);
+            const bool invisible = startBehind && endBehind;
+            CHECK(poly.GetEdge(i, &edge) == !invisible);
+            CHECK((edge.first == unset) == invisible);
+            if (!startBehind) CHECK(doubles(edge.first) == doubles(corner));
+        }
+
+        // A degenerate matrix marks no corner as behind and keeps everything else.
+        auto toScreenAgain = poly;
+        toScreenAgain.TransformPointsToScreen(degenerate);
+        auto toEyeAgain = poly;
+        toEyeAgain.TransformPointsToEye(degenerate);
+        for (auto* again : {&toScreenAgain, &toEyeAgain}) {
+            CHECK(again->IsVisible());
+            CHECK(again->PolyPointsInit());
+            CHECK(outlineOf(*again) == outline);
+        }
+    }
 }
 
-TEST_CASE("an outline is made once, in memory of the host") {
-    Bel_MemoryCounts start, now;
+TEST_CASE("an outline is built once, in the host's tracked memory, which the next one reuses") {
+    Bel_MemoryCounts start;
     Bel_GetMemoryCounts(&start);
     auto poly = withCorners<Zan_TransformPoly3D>(kSquare);
+    const auto checkBuiltOnce = [&poly] {
+        CHECK(poly.NumPolyPoints() == 0);
+        CHECK_FALSE(poly.PolyPointsInit());
+        poly.InitPolyPoints();
+        poly.InitPolyPoints();
+        CHECK(poly.NumPolyPoints() == 3);
+        CHECK(poly.PolyPointsInit());
+    };
     poly.TransformPointsToEye(tilted(1, -0.2, -0.2));
     poly.TransformPointsToScreen(Zan_Matrix4(true));
-    for (int round = 0; round < 3; ++round) {
-        if (round == 1) poly.InvalidatePolyPoints();
-        if (round == 2) poly.TransformPointsToScreen(Zan_Matrix4(true));
-        CHECK((poly.NumPolyPoints() == 0 && !poly.PolyPointsInit()));
-        for (int again = 0; again < 2; ++again) poly.InitPolyPoints();
-        CHECK((poly.NumPolyPoints() == 3 && poly.PolyPointsInit()));
-    }
+    checkBuiltOnce();
+    poly.InvalidatePolyPoints();
+    checkBuiltOnce();
+    poly.TransformPointsToScreen(Zan_Matrix4(true));
+    checkBuiltOnce();
+
     const Zan_TransformPoly3D copy(poly);
+    Bel_MemoryCounts now;
     Bel_GetMemoryCounts(&now);
-    CHECK((now.trackedNews == start.trackedNews + 2 && now.trackedBytes == start.trackedBytes + 11 * sizeof(V2)));
+    CHECK(now.trackedNews == start.trackedNews + 2);
+    // 8 points for the original, 3 for the copy.
+    CHECK(now.trackedBytes == start.trackedBytes + 11 * sizeof(Vector2));
 }

@@ -1,71 +1,116 @@
-// Segments against the near plane and against rectangles, and their distance from a point.
-#include "tests/support/matrices.h"
+// Segments: clipped at the near plane, clipped to a rectangle, and the distance from a point to their line.
+#include "tests/support/doubles.h"
+#include "tests/support/random.h"
+#include "tests/support/vectors.h"
 #include "zan/space.h"
 
-TEST_CASE("a segment and the near plane") {
-    const auto check = [](const V3& a, const V3& b, bool aIsBehind, bool bIsBehind, const V3& expected) {
-        CAPTURE(a.z, b.z);
-        bool aBehind = !aIsBehind, bBehind = !bIsBehind;
-        V3 clip = a;
-        CHECK(Zan_Clip3DLine(&clip, &b, &aBehind, &bBehind, &clip) == 0);
-        CHECK((aBehind == aIsBehind && bBehind == bIsBehind && sameDoubles(clip, expected)));
+TEST_CASE("a segment clipped at the near plane") {
+    struct Row {
+        const char* what;
+        Vector3 a, b;
+        bool aBehind, bBehind;
+        Vector3 clipPoint;
     };
-    constexpr double kBefore = 0x1.9999999999999p-4;                 // the double before 0.1
-    check({0, 0, 1}, {0, 10, -1}, false, true, {0, 4.5, -1 + 1.1});  // z is rounded
-    check({8, 10, -0.15}, {0, 0, 0.35}, true, false, {4, 5, 0.1});
-    check({1, 2, 0.1}, {3, 4, 5}, false, false, {0, 0, 0}), check({1, 2, kBefore}, {3, 4, -5}, true, true, {0, 0, 0});
-    check({1, 2, kBefore}, {3, 4, 0.1}, true, false, {3, 4, 0.1});
-    check({1, 2, 3}, {3, 4, kNaN}, true, false, {kNaN, kNaN, kNaN});
-}
-
-TEST_CASE("the distance from a point to a line") {
-    Random random(51);
-    const double lengths[] = {1e-12, 0x1.19799812dea12p-40, 1e12, 0x1.d1a94a2000001p+39};  // the ends of what is a line
-    for (int round = 0; round < 20000; ++round) {  // with roots, where the library compares squares
-        const int kind = random.below(4);
-        const auto draw = [&] {
-            return kind == 0 ? random.nasty() : kind == 1 ? random.below(7) : random.plain(-1, 1) / 3;
-        };
-        const V2 a = kind == 3 ? V2(0, 0) : V2(draw(), draw());
-        const V2 b = kind == 3 ? V2(lengths[round % 4], 0) : V2(draw(), draw()), d(b.x - a.x, b.y - a.y);
-        // Every other point is as far from a as b is, but for rounding.
-        const V2 p = random.below(2) == 0 ? V2(a.x + d.y, a.y + d.x) : V2(draw(), draw()), v(p.x - a.x, p.y - a.y);
-        const double size = std::sqrt(d.x * d.x + d.y * d.y), fromA = std::sqrt(v.x * v.x + v.y * v.y);
-        const V2 u(d.x * (1 / size), d.y * (1 / size));
-        const double t = u.x * v.x + u.y * v.y, x = v.x - t * u.x, y = v.y - t * u.y;
-        const bool line = size > 1e-12 && size <= 1e12, expected = line && !(t < 0) && !(fromA > size);
-        CAPTURE(p.x, p.y, a.x, a.y, b.x, b.y);
-        bool within = !expected;
-        double distance = -1;
-        CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, round % 8 == 0 ? nullptr : &within, &distance) == 0);
-        CHECK((within == expected) != (round % 8 == 0));
-        CHECK(sameBits(distance, line ? std::sqrt(x * x + y * y) : fromA));
+    constexpr double kBefore = 0x1.9999999999999p-4;  // the double before 0.1
+    const Row rows[] = {
+        {"b is behind; z of the clip point is rounded", {0, 0, 1}, {0, 10, -1}, false, true, {0, 4.5, -1 + 1.1}},
+        {"a is behind", {8, 10, -0.15}, {0, 0, 0.35}, true, false, {4, 5, 0.1}},
+        {"an end on the plane is in front", {1, 2, 0.1}, {3, 4, 5}, false, false, {0, 0, 0}},
+        {"both ends are behind, one by one step", {1, 2, kBefore}, {3, 4, -5}, true, true, {0, 0, 0}},
+        {"one end is on the plane, the other one step behind", {1, 2, kBefore}, {3, 4, 0.1}, true, false, {3, 4, 0.1}},
+        {"a NaN z: a counts as behind", {1, 2, 3}, {3, 4, NAN}, true, false, {NAN, NAN, NAN}},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        bool aBehind = !row.aBehind;
+        bool bBehind = !row.bBehind;
+        Vector3 clipPoint = row.a;  // the clip point may overwrite an end
+        CHECK(Zan_Clip3DLine(&clipPoint, &row.b, &aBehind, &bBehind, &clipPoint) == 0);
+        CHECK(aBehind == row.aBehind);
+        CHECK(bBehind == row.bBehind);
+        CHECK(doubles(clipPoint) == doubles(row.clipPoint));
     }
 }
 
-TEST_CASE("a segment and a rectangle") {
-    const auto check = [](V2 a, V2 b, bool expected, const V2& clippedA, const V2& clippedB,
-                          const Zan_FloatRect& rect = {0, 0, 10, 10}) {
-        CAPTURE(clippedA.x, clippedA.y, clippedB.x, clippedB.y);
-        bool visible = !expected;
-        CHECK(Zan_ClipLine2Rect(&rect, &a, &b, &visible) == 0);
-        CHECK((visible == expected && sameDoubles(a, clippedA) && sameDoubles(b, clippedB)));
+TEST_CASE("the distance from a point to a line agrees with lengths by square roots") {
+    Random random(51);
+    // The greatest lengths that are too short and long enough, and the least that are neither, one step apart.
+    const double limits[] = {1e-12, 0x1.19799812dea12p-40, 1e12, 0x1.d1a94a2000001p+39};
+    enum Kind { kNasty, kLattice, kPlain, kLengthAtLimit, kKinds };
+    for (int round = 0; round < 20000; ++round) {
+        const int kind = random.below(kKinds);
+        const auto draw = [&] {
+            if (kind == kNasty) return random.nasty();
+            return kind == kLattice ? random.below(7) : random.plain(-1, 1) / 3;
+        };
+        const Vector2 a = kind == kLengthAtLimit ? Vector2(0, 0) : Vector2(draw(), draw());
+        const Vector2 b = kind == kLengthAtLimit ? Vector2(limits[round % 4], 0) : Vector2(draw(), draw());
+        const Vector2 d(b.x - a.x, b.y - a.y);
+        // Half of the points are as far from a as b is, but for rounding.
+        const Vector2 p = random.below(2) == 0 ? Vector2(a.x + d.y, a.y + d.x) : Vector2(draw(), draw());
+        const Vector2 v(p.x - a.x, p.y - a.y);
+        const double length = std::sqrt(d.x * d.x + d.y * d.y);
+        const double fromA = std::sqrt(v.x * v.x + v.y * v.y);
+        const Vector2 u(d.x * (1 / length), d.y * (1 / length));
+        const double t = u.x * v.x + u.y * v.y;
+        const Vector2 fromFoot(v.x - t * u.x, v.y - t * u.y);
+        const bool hasLine = length > 1e-12 && length <= 1e12;
+        const bool expectedWithin = hasLine && !(t < 0) && !(fromA > length);
+        const double expected = hasLine ? std::sqrt(fromFoot.x * fromFoot.x + fromFoot.y * fromFoot.y) : fromA;
+        CAPTURE(p.x, p.y, a.x, a.y, b.x, b.y);
+        double distance = -1;
+        if (round % 8 == 0) {
+            CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, nullptr, &distance) == 0);
+        } else {
+            bool within = !expectedWithin;
+            CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance) == 0);
+            CHECK(within == expectedWithin);
+        }
+        CHECK(doubles(distance) == doubles(expected));
+    }
+}
+
+TEST_CASE("a segment clipped to a rectangle") {
+    struct Row {
+        const char* what;
+        Vector2 a, b;
+        bool visible;
+        Vector2 clippedA, clippedB;
+        Zan_FloatRect rect = {0, 0, 10, 10};
     };
-    check({-5, 5}, {15, 6}, true, {0, 5.25}, {10, 5.75}), check({6, 15}, {5, -5}, true, {5.75, 10}, {5.25, 0});
-    check({-2, 16}, {6, 0}, true, {1, 10}, {6, 0});  // sideways, then up
-    check({-5, -5}, {-1, 20}, false, {-5, -5}, {-1, 20}), check({-5, 5}, {15, 5}, false, {-5, 5}, {15, 5});
-    check({0, 0}, {10, 0}, true, {0, 0}, {10, 0});
-    check({-20, -1e17}, {40, 1}, false, {40, 0}, {40, 1});  // the first end is moved right above the second
-    check({10, 5}, {15, 6}, false, {10, 5}, {15, 6}), check({5, 10}, {6, 15}, false, {5, 10}, {6, 15});
-    // One end inside is enough.
-    check({INFINITY, 6}, {5, 5}, true, {10, kNaN}, {5, 5}), check({5, 5}, {INFINITY, 6}, true, {5, 5}, {10, kNaN});
-    check({5, 5}, {kNaN, 5}, false, {5, 5}, {kNaN, 5});
-    // Upright and level segments stay as they are even where a side is NaN.
-    check({5, -5}, {5, 20}, false, {5, -5}, {5, 20}, {kNaN, 0, 10, 10});
-    check({-5, 5}, {20, 5}, false, {-5, 5}, {20, 5}, {0, kNaN, 10, 10});
-    check({-4, 8}, {4, 16}, false, {-2, 10}, {-2, 10});  // past a corner: partly clipped
-    // 1e17 swallows the difference: an end lands exactly beside or below the other, outside.
     constexpr double kBefore10 = 0x1.3ffffffffffffp+3;
-    check({9, 1e17}, {-2, kBefore10}, false, {-2, 10}, {-2, kBefore10});
-    check({1e17, 9}, {kBefore10, -2}, false, {10, -2}, {kBefore10, -2});
+    const Row rows[] = {
+        {"from left to right", {-5, 5}, {15, 6}, true, {0, 5.25}, {10, 5.75}},
+        {"from bottom to top", {6, 15}, {5, -5}, true, {5.75, 10}, {5.25, 0}},
+        {"an end beyond a corner: to the left side first, then up", {-2, 16}, {6, 0}, true, {1, 10}, {6, 0}},
+        {"beside the rectangle", {-5, -5}, {-1, 20}, false, {-5, -5}, {-1, 20}},
+        {"horizontal, across the rectangle: no area", {-5, 5}, {15, 5}, false, {-5, 5}, {15, 5}},
+        {"along a side, both ends inside", {0, 0}, {10, 0}, true, {0, 0}, {10, 0}},
+        {"the first end is moved exactly above the second", {-20, -1e17}, {40, 1}, false, {40, 0}, {40, 1}},
+        {"touches the right side from outside", {10, 5}, {15, 6}, false, {10, 5}, {15, 6}},
+        {"touches the bottom from outside", {5, 10}, {6, 15}, false, {5, 10}, {6, 15}},
+        {"b is inside, a becomes NaN: one end inside is enough", {INFINITY, 6}, {5, 5}, true, {10, NAN}, {5, 5}},
+        {"a is inside, b becomes NaN", {5, 5}, {INFINITY, 6}, true, {5, 5}, {10, NAN}},
+        {"a NaN end is outside", {5, 5}, {NAN, 5}, false, {5, 5}, {NAN, 5}},
+        {"vertical, with a NaN side", {5, -5}, {5, 20}, false, {5, -5}, {5, 20}, {NAN, 0, 10, 10}},
+        {"horizontal, with a NaN side", {-5, 5}, {20, 5}, false, {-5, 5}, {20, 5}, {0, NAN, 10, 10}},
+        {"passes a corner outside: partly clipped", {-4, 8}, {4, 16}, false, {-2, 10}, {-2, 10}},
+        {"rounding moves an end exactly below the other", {9, 1e17}, {-2, kBefore10}, false, {-2, 10}, {-2, kBefore10}},
+        {"rounding moves an end exactly beside the other",
+         {1e17, 9},
+         {kBefore10, -2},
+         false,
+         {10, -2},
+         {kBefore10, -2}},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        Vector2 a = row.a;
+        Vector2 b = row.b;
+        bool visible = !row.visible;
+        CHECK(Zan_ClipLine2Rect(&row.rect, &a, &b, &visible) == 0);
+        CHECK(visible == row.visible);
+        CHECK(doubles(a) == doubles(row.clippedA));
+        CHECK(doubles(b) == doubles(row.clippedB));
+    }
 }

@@ -1,76 +1,166 @@
-// Planes from points and normals, where rays meet them, and what is seen edge-on.
+// Plane equations, intersections of rays with planes, and quadrilaterals seen edge-on.
+#include "tests/support/doubles.h"
 #include "tests/support/host_reports.h"
 #include "tests/support/matrices.h"
+#include "tests/support/vectors.h"
 #include "zan/space.h"
 
-TEST_CASE("plane equations") {
-    const auto check = [](const std::vector<V3>& points, const Zan_PlaneEq& expected, const V3& middle) {
-        CAPTURE(middle.x, middle.y, middle.z);
-        Zan_PlaneEq plane{9, 9, 9, 9};
-        V3 centroid(9, 9, 9);
-        CHECK(Zan_GetPlaneEquation(points.data(), int32_t(points.size()), &plane, &centroid) == 0);
-        CHECK(Zan_GetPlaneEquation(points.data(), int32_t(points.size()), &plane, nullptr) == 0);
-        CHECK((sameDoubles(plane, expected) && sameDoubles(centroid, middle)));
+TEST_CASE("the plane of an outline") {
+    struct Row {
+        const char* what;
+        std::vector<Vector3> points;
+        Zan_PlaneEq plane;
+        Vector3 centroid;
     };
-    check({{3, 0, 0}, {3, 6, 0}, {3, 0, 6}}, {1, 0, 0, -3}, {3, 2, 2});
-    check({{0, 3, 0}, {0, 3, 2}, {2, 3, 2}, {2, 3, 0}}, {0, 1, 0, -3}, {1, 3, 1});
-    check({{1, 2, 3}, {3, 4, 5}}, {0, 0, 0, -0.0}, {2, 3, 4});
-    // Twice the area: 2^-40 is too little to normalise, 2^-39 is not.
-    check({{0x1p-20, 0, 8}, {0, 0x1p-20, 8}, {0, 0, 8}, {0, 0, 8}}, {0, 0, 0x1p-40, -0x1p-37}, {0x1p-22, 0x1p-22, 8});
-    check({{0x1p-20, 0, 8}, {0, 0x1p-19, 8}, {0, 0, 8}, {0, 0, 8}}, {0, 0, 1, -8}, {0x1p-22, 0x1p-21, 8});
-    constexpr double kAfter = 0x1.19799812dea12p-40;  // 1e-12 is too little, too; the double after it is not
-    check({{0, 0, 0}, {1e-12, 0, 0}, {0, 1, 0}}, {0, 0, 1e-12, -0.0}, {1e-12 * (1.0 / 3), 1.0 / 3, 0});
-    check({{0, 0, 0}, {kAfter, 0, 0}, {0, 1, 0}}, {0, 0, kAfter * (1 / kAfter), -0.0},
-          {kAfter * (1.0 / 3), 1.0 / 3, 0});
-    check({}, {0, 0, 0, 0}, {0, 0, 0});
-    const V3 point(1, 3, 5), normal(2, 4, 6);
+    constexpr double kAfter = 0x1.19799812dea12p-40;  // the double after 1e-12
+    const Row rows[] = {
+        {"a triangle", {{3, 0, 0}, {3, 6, 0}, {3, 0, 6}}, {1, 0, 0, -3}, {3, 2, 2}},
+        {"a square", {{0, 3, 0}, {0, 3, 2}, {2, 3, 2}, {2, 3, 0}}, {0, 1, 0, -3}, {1, 3, 1}},
+        {"two points have no normal", {{1, 2, 3}, {3, 4, 5}}, {0, 0, 0, -0.0}, {2, 3, 4}},
+        {"twice the area is 2^-40, less than 1e-12: not scaled",
+         {{0x1p-20, 0, 8}, {0, 0x1p-20, 8}, {0, 0, 8}, {0, 0, 8}},
+         {0, 0, 0x1p-40, -0x1p-37},
+         {0x1p-22, 0x1p-22, 8}},
+        {"twice the area is 2^-39, more than 1e-12",
+         {{0x1p-20, 0, 8}, {0, 0x1p-19, 8}, {0, 0, 8}, {0, 0, 8}},
+         {0, 0, 1, -8},
+         {0x1p-22, 0x1p-21, 8}},
+        {"a normal of length 1e-12 is not scaled",
+         {{0, 0, 0}, {1e-12, 0, 0}, {0, 1, 0}},
+         {0, 0, 1e-12, -0.0},
+         {1e-12 * (1.0 / 3), 1.0 / 3, 0}},
+        {"a normal of the next length is",
+         {{0, 0, 0}, {kAfter, 0, 0}, {0, 1, 0}},
+         {0, 0, kAfter * (1 / kAfter), -0.0},
+         {kAfter * (1.0 / 3), 1.0 / 3, 0}},
+        {"no points", {}, {0, 0, 0, 0}, {0, 0, 0}},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        const auto count = static_cast<int32_t>(row.points.size());
+        Zan_PlaneEq plane = {9, 9, 9, 9};
+        Vector3 centroid(9, 9, 9);
+        CHECK(Zan_GetPlaneEquation(row.points.data(), count, &plane, &centroid) == 0);
+        CHECK(doubles(plane) == doubles(row.plane));
+        CHECK(doubles(centroid) == doubles(row.centroid));
+        plane = {9, 9, 9, 9};
+        CHECK(Zan_GetPlaneEquation(row.points.data(), count, &plane, nullptr) == 0);
+        CHECK(doubles(plane) == doubles(row.plane));
+    }
+}
+
+TEST_CASE("the plane through a point with a normal, which is not scaled") {
+    const Vector3 point(1, 3, 5);
+    const Vector3 normal(2, 4, 6);
     Zan_PlaneEq plane;
-    CHECK((Zan_GetPlaneEquation2(&point, &normal, &plane) == 0 && sameDoubles(plane, Zan_PlaneEq{2, 4, 6, -44})));
+    CHECK(Zan_GetPlaneEquation2(&point, &normal, &plane) == 0);
+    CHECK(doubles(plane) == doubles(Zan_PlaneEq{2, 4, 6, -44}));
 }
 
 TEST_CASE("a ray and a plane") {
-    HostReports host;
-    // Whoever does not ask whether it hits takes a miss for an error.
-    const auto check = [&](const Zan_PlaneEq& plane, const Zan_Ray& ray, const V3& at, bool isBehind, bool always,
-                           bool ahead) {
-        for (const bool forward : {false, true}) {
-            CAPTURE(at.x, at.y, at.z, forward);
-            const bool found = forward ? ahead : always;
-            V3 hit(9, 9, 9), again = hit;
-            bool behind = !isBehind, hitFound = !found;
-            CHECK((Zan_RayIntersectPlane(&plane, forward, &ray, &hit, nullptr, &hitFound) == 0 && hitFound == found));
-            CHECK((host.takeAll().empty() && sameDoubles(hit, at)));
-            CHECK(Zan_RayIntersectPlane(&plane, forward, &ray, &again, &behind, nullptr) == (found ? 0 : 0x110A));
-            CHECK(host.takeAll() == (found ? "" : "0x11002F sev 8: unable to intersect plane."));
-            CHECK((behind == isBehind && sameDoubles(again, at)));
-        }
+    struct Row {
+        const char* what;
+        Zan_PlaneEq plane;
+        Zan_Ray ray;
+        Vector3 hit;
+        bool behind, found, foundForward;
     };
-    check({0, 0, 1, -5}, {{0, 0, 0, kNaN}, {0, 0, -2}}, {0, 0, 5}, true, true, false);
-    check({0, 0, 1, -5}, {{1, 2, 5, 0}, {1, 1, 1}}, {1, 2, 5}, false, true, false);  // the origin itself
-    check({0, 0, -1, 1e-12}, {{0, 0, 0, 1}, {1, 0, 1e-12}}, {1, 0, 1e-12}, false, true, true);
-    check({0, 0, 1, -1e-12}, {{0, 0, 0, 1}, {1, 0, 0x1.19799812dea10p-40}}, {0, 0, 0}, false, false, false);
-    // 1e16 swallows a 1 that is added to it: t is 1 in the stated order, 2 or 0 in others.
-    check({1e16, -1e16, 1, 1}, {{1, 1, 1, 1}, {0, 0, -1}}, {1, 1, 0}, false, true, true);
-    check({1e16, -1e16, -1, -1}, {{1, 1, -1, 1}, {1, 1, 1}}, {2, 2, 0}, false, true, true);
+    const Row rows[] = {
+        {"behind the origin; w is ignored", {0, 0, 1, -5}, {{0, 0, 0, NAN}, {0, 0, -2}}, {0, 0, 5}, true, true, false},
+        {"at the origin", {0, 0, 1, -5}, {{1, 2, 5, 0}, {1, 1, 1}}, {1, 2, 5}, false, true, false},
+        {"not quite parallel: 1e-12",
+         {0, 0, -1, 1e-12},
+         {{0, 0, 0, 1}, {1, 0, 1e-12}},
+         {1, 0, 1e-12},
+         false,
+         true,
+         true},
+        {"parallel: one step below 1e-12",
+         {0, 0, 1, -1e-12},
+         {{0, 0, 0, 1}, {1, 0, 0x1.19799812dea10p-40}},
+         {0, 0, 0},
+         false,
+         false,
+         false},
+        {"sums run a x + d + b y + c z: 1e16 absorbs a 1 that is added to it",
+         {1e16, -1e16, 1, 1},
+         {{1, 1, 1, 1}, {0, 0, -1}},
+         {1, 1, 0},
+         false,
+         true,
+         true},
+        {"the same with other signs, and the sum of the denominator",
+         {1e16, -1e16, -1, -1},
+         {{1, 1, -1, 1}, {1, 1, 1}},
+         {2, 2, 0},
+         false,
+         true,
+         true},
+    };
+    HostReports host;
+    for (const Row& row : rows) {
+        for (const bool forwardOnly : {false, true}) {
+            CAPTURE(row.what, forwardOnly);
+            const bool found = forwardOnly ? row.foundForward : row.found;
+
+            Vector3 hit(9, 9, 9);
+            bool hitFound = !found;
+            CHECK(Zan_RayIntersectPlane(&row.plane, forwardOnly, &row.ray, &hit, nullptr, &hitFound) == 0);
+            CHECK(hitFound == found);
+            CHECK(doubles(hit) == doubles(row.hit));
+            CHECK(host.takeAll() == "");
+
+            // Without hitFound, a miss is an error.
+            hit = {9, 9, 9};
+            bool behind = !row.behind;
+            const int32_t result = Zan_RayIntersectPlane(&row.plane, forwardOnly, &row.ray, &hit, &behind, nullptr);
+            CHECK(result == (found ? 0 : Zan_Err_NoPlaneIntersection));
+            CHECK(behind == row.behind);
+            CHECK(doubles(hit) == doubles(row.hit));
+            CHECK(host.takeAll() == (found ? "" : "0x11002F sev 8: unable to intersect plane."));
+        }
+    }
 }
 
 TEST_CASE("a quadrilateral seen edge-on") {
-    // Edge-on from the cosine on, or never for a cosine of 9.
-    const auto check = [](const Zan_Matrix4& m, const V3& middle, bool orthographic, double cosine) {
-        V3 quad[] = {{-3, -1, 0}, {2, -2, 0}, {4, 1, 0}, {-3, 2, 0}};
-        for (V3& p : quad) p = {p.x + middle.x, p.y + middle.y, middle.z};
-        for (const double tolerance : {cosine == 1 ? 1 : cosine - 1e-9, cosine + 1e-9}) {
-            CAPTURE(m.m00, m.m11, m.m33, middle.x, orthographic, tolerance);
-            bool edgeOn = tolerance <= cosine;
-            CHECK(Zan_IsQuadEdgeOn(&m, quad, tolerance, orthographic, &edgeOn) == 0);
-            CHECK(edgeOn == (tolerance > cosine && cosine < 9));
-        }
+    const Zan_Matrix4 identity(true);
+    Zan_Matrix4 oneRadian(true);
+    oneRadian.RotateAxis(1, 0, 0, 1);
+    Zan_Matrix4 quarterTurn(true);
+    quarterTurn.RotateAxis(1, 0, 0, kPi / 2);
+    const Zan_Matrix4 wIsTwo = with(with(identity, 3, 3, 2), 3, 1, 7);
+    const Zan_Matrix4 flattened = with(identity, 0, 0, 0);
+    const Zan_Matrix4 mirrored = with(identity, 0, 0, -1);
+    struct Row {
+        const char* what;
+        Zan_Matrix4 m;
+        Vector3 offset;
+        bool orthographic;
+        double cosine;
     };
-    const Zan_Matrix4 same(true), turned = turnBy(1, 0, 0, true), steep = turnBy(kPi / 2, 0, 0, true);
-    const Zan_Matrix4 mirror = with(same, 0, 0, -1), point = with(same, 0, 0, 0);
-    const Zan_Matrix4 halved = with(with(same, 3, 3, 2), 3, 1, 7);
-    check(steep, {3, 6, 0}, true, 0), check(steep, {2, 6, 3}, false, 3 / 7.0);
-    check(turned, {0, 0, 5}, true, std::cos(1.0)), check(turned, {0, 0, 5}, false, 1), check(same, {0, 0, 5}, true, 1);
-    check(mirror, {0, 0, 5}, true, 1), check(halved, {3, 2, 6}, false, 6 / std::sqrt(9 + 9 * 9 + 36.0));
-    check(point, {0, 0, 5}, true, 9), check(same, {0, 0, 0}, false, 9);
+    constexpr double kNever = 9;
+    const Row rows[] = {
+        {"turned edge-on for parallel sight", quarterTurn, {3, 6, 0}, true, 0},
+        {"the same seen from the origin, off its plane", quarterTurn, {2, 6, 3}, false, 3 / 7.0},
+        {"turned by one radian, parallel sight", oneRadian, {0, 0, 5}, true, std::cos(1.0)},
+        {"the same, on the line of sight from the origin", oneRadian, {0, 0, 5}, false, 1},
+        {"facing the eye", identity, {0, 0, 5}, true, 1},
+        {"facing away: the cosine is negative", mirrored, {0, 0, 5}, true, 1},
+        {"w is 2: the centre is divided by it", wIsTwo, {3, 2, 6}, false, 6 / std::sqrt(9 + 9 * 9 + 36.0)},
+        {"flattened to a line: no normal", flattened, {0, 0, 5}, true, kNever},
+        {"its centre is the origin: no line of sight", identity, {0, 0, 0}, false, kNever},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        Vector3 quad[] = {{-3, -1, 0}, {2, -2, 0}, {4, 1, 0}, {-3, 2, 0}};
+        for (Vector3& p : quad) p = {p.x + row.offset.x, p.y + row.offset.y, row.offset.z};
+        // The tolerance is exclusive: with cosine 1, tolerance 1 is not enough.
+        const double notEnough = row.cosine == 1 ? 1 : row.cosine - 1e-9;
+        bool edgeOn = true;
+        CHECK(Zan_IsQuadEdgeOn(&row.m, quad, notEnough, row.orthographic, &edgeOn) == 0);
+        CHECK(edgeOn == false);
+        edgeOn = row.cosine == kNever;
+        CHECK(Zan_IsQuadEdgeOn(&row.m, quad, row.cosine + 1e-9, row.orthographic, &edgeOn) == 0);
+        CHECK(edgeOn == (row.cosine != kNever));
+    }
 }

@@ -1,65 +1,114 @@
-// Single points to the screen, directions, rotation about a centre.
+// Single points transformed to the screen, directions of axes, decompositions of flat layers, rotation about a centre.
+#include "tests/support/doubles.h"
 #include "tests/support/host_reports.h"
 #include "tests/support/matrices.h"
+#include "tests/support/vectors.h"
 #include "zan/space.h"
 
-TEST_CASE("a point of the plane to the screen, and directions") {
-    const Zan_Matrix3 moved = matrix({1, 0, 0, 0, 1, 0.5, 10, 0, 1}), scaled = matrix({2, 0, 0, 0, 2, 0, 1, 0, 1});
-    V2 p(1, 1), q(1, 1);
-    CHECK((Zan_TransformPoint2DtoScreen(moved, scaled, &p) && p == V2(23.5, 2)));
-    CHECK((Zan_TransformPoint2DtoScreen(scaled, moved, &q) && q == V2(13, 2)));
-    const Zan_Matrix3 m = matrix({0x1p-60, 1, 0, -1, 0, 0, 100, 50, 1});
-    const auto [x, y] = Zan_ComputeDirectionalComponents(m);
-    CHECK((x == V2(0, 1) && y == V2(-1, 0)));  // 2^-60 is lost beside the translation
+TEST_CASE("a point of the plane to the screen: the first matrix is applied first, the projective column never") {
+    const Zan_Matrix3 moved = matrix({1, 0, 0, 0, 1, 0.5, 10, 0, 1});
+    const Zan_Matrix3 scaled = matrix({2, 0, 0, 0, 2, 0, 1, 0, 1});
+    Vector2 point(1, 1);
+    CHECK(Zan_TransformPoint2DtoScreen(moved, scaled, &point));
+    CHECK(doubles(point) == doubles(Vector2(23.5, 2)));
+    point = {1, 1};
+    CHECK(Zan_TransformPoint2DtoScreen(scaled, moved, &point));
+    CHECK(doubles(point) == doubles(Vector2(13, 2)));
+}
+
+TEST_CASE("directions of axes: an element of 2^-60 is lost when the translation is added") {
+    const auto [x, y] = Zan_ComputeDirectionalComponents(matrix({0x1p-60, 1, 0, -1, 0, 0, 100, 50, 1}));
+    CHECK(doubles(x) == doubles(Vector2(0, 1)));
+    CHECK(doubles(y) == doubles(Vector2(-1, 0)));
 }
 
 TEST_CASE("a point of space to the screen") {
+    const Zan_Matrix4 identity(true);
+    const Zan_Matrix4 byZ = with(with(identity, 2, 3, 1), 3, 3, 0);
+    const Zan_Matrix4 wNearZero = with(with(identity, 3, 3, 9e-13), 3, 2, 1);
+    const Zan_Matrix4 onNearPlane = with(identity, 3, 2, 0.1);
+    const Zan_Matrix4 behind = with(identity, 3, 2, 0x1.9999999999999p-4);  // the double before 0.1
+    const Zan_Matrix3 screen = matrix({10, 1, 0, 0, 1, 3, 5, 7, 9});
+    enum Outcome { kThrows = -1, kBehind, kInFront };
+    struct Row {
+        const char* what;
+        Zan_Matrix4 toEye, projection;
+        Outcome outcome;
+        Vector3 image;
+    };
+    const Row rows[] = {
+        {"on the near plane", onNearPlane, identity, kInFront, {6, 7.3, 0.1}},
+        {"the projection divides by z", onNearPlane, byZ, kInFront, {15, 10, 1}},
+        {"one step behind the near plane", behind, identity, kBehind, {0.1, 0.2, 0}},
+        {"w is near zero in eye space", wNearZero, identity, kThrows, {0.1, 0.2, 0}},
+        {"w is near zero after the projection", onNearPlane, wNearZero, kThrows, {0.1, 0.2, 0}},
+    };
     HostReports host;
-    const Zan_Matrix4 same(true), byZ = with(with(same, 2, 3, 1), 3, 3, 0),
-                                  flat = with(with(same, 3, 3, 9e-13), 3, 2, 1);
-    const Zan_Matrix4 near = with(same, 3, 2, 0.1), behind = with(same, 3, 2, 0x1.9999999999999p-4);
-    const Zan_Matrix3 toScreen = matrix({10, 1, 0, 0, 1, 3, 5, 7, 9});
-    // A point of the layer, whose depth is 0, to the eye and to the screen; -1 where the division fails.
-    const auto check = [&](const Zan_Matrix4& toEye, const Zan_Matrix4& projection, const V3& image, int inFront) {
-        CAPTURE(toEye.m32, projection.m23, inFront);
-        V3 p(0.1, 0.2, 0);
-        V2 q(0.1, 0.2);
-        const auto gives = [&](auto* point) {
-            int result = -1;
-            thrownBy([&] { result = Zan_TransformPoint3DtoScreen(toEye, projection, toScreen, point); });
-            CHECK(host.takeAll() == (inFront < 0 ? "0x11003B sev 8: homogeneous point has W=0" : ""));
-            return result;
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        const auto check = [&](auto point, const auto& image) {
+            int outcome = kThrows;
+            const long thrown =
+                thrownBy([&] { outcome = Zan_TransformPoint3DtoScreen(row.toEye, row.projection, screen, &point); });
+            CHECK(outcome == row.outcome);
+            CHECK(thrown == (row.outcome == kThrows ? Zan_Err_HomogeneousWZero : 0));
+            CHECK(host.takeAll() == (row.outcome == kThrows ? "0x11003B sev 8: homogeneous point has W=0" : ""));
+            CHECK(doubles(point) == doubles(image));
         };
-        CHECK((gives(&p) == inFront && gives(&q) == inFront));
-        CHECK((sameDoubles(p, image) && q == V2(image.x, image.y)));
-    };
-    check(near, same, {6, 7.3, 0.1}, 1), check(near, byZ, {15, 10, 1}, 1);
-    check(behind, same, {0.1, 0.2, 0}, 0);
-    check(flat, same, {0.1, 0.2, 0}, -1), check(near, flat, {0.1, 0.2, 0}, -1);
+        check(Vector3(0.1, 0.2, 0), row.image);
+        check(Vector2(0.1, 0.2), Vector2(row.image.x, row.image.y));
+    }
 }
 
-TEST_CASE("a half turn of a layer without depth is a mirrored scale") {
-    const auto check = [](double rx, double ry, const V2& scale, const V3& turn) {
-        CAPTURE(rx, ry);
-        Zan_Matrix4Decomp d{1, 2, 3, 2, 3, 5, 6, 7, 8, rx, ry, 0.2};
+TEST_CASE("a half turn of a layer without depth becomes a mirrored scale") {
+    struct Row {
+        const char* what;
+        double rx, ry;
+        Vector2 scale;
+        Vector3 angles;
+    };
+    constexpr double kOneMilliradianLess = kPi - 0.001;
+    constexpr double kSixPicodegreesMore = kPi + 1e-13;
+    const Row rows[] = {
+        {"about x", kPi, 0.3, {2, -3}, {0, -0.3, -0.2}},
+        {"about y, clockwise", 0.3, -kPi, {-2, 3}, {-0.3, 0, -0.2}},
+        {"about both", -kPi, kPi, {-2, -3}, {-0.0, 0, 0.2}},
+        {"neither is within 1e-12 degrees of a half turn",
+         kOneMilliradianLess,
+         kSixPicodegreesMore,
+         {2, 3},
+         {kOneMilliradianLess, kSixPicodegreesMore, 0.2}},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        Zan_Matrix4Decomp d = {1, 2, 3, 2, 3, 5, 6, 7, 8, row.rx, row.ry, 0.2};
+        const Zan_Matrix4Decomp expected = {1, 2, 3, row.scale.x,  row.scale.y,  1,
+                                            6, 7, 8, row.angles.x, row.angles.y, row.angles.z};
         CHECK(Zan_Correct3DDecompFor2D(&d) == 0);
-        CHECK(sameDoubles(d, Zan_Matrix4Decomp{1, 2, 3, scale.x, scale.y, 1, 6, 7, 8, turn.x, turn.y, turn.z}));
-    };
-    constexpr double kNear = kPi - 0.001, kNearer = kPi + 1e-13;
-    check(kPi, 0.3, {2, -3}, {0, -0.3, -0.2}), check(0.3, -kPi, {-2, 3}, {-0.3, 0, -0.2});
-    check(-kPi, kPi, {-2, -3}, {-0.0, 0, 0.2}), check(kNear, kNearer, {2, 3}, {kNear, kNearer, 0.2});
+        CHECK(doubles(d) == doubles(expected));
+    }
 }
 
-TEST_CASE("a point turned about a centre, rounded where it is stated") {
-    Random random(53);
-    for (int round = 0; round < 20000; ++round) {
-        const auto draw = [&] { return static_cast<float>(random.nasty()); };
-        Zan_Vector2T<float> centre(draw(), draw()), point(draw(), draw());
-        const double degrees = random.plain(-720, 720), a = (degrees - 90) * 0.017453292519943295;
-        const float dx = point.x - centre.x, dy = point.y - centre.y;
-        const auto x = static_cast<float>(-double(dy) * std::cos(a) - dx * std::sin(a));
-        const auto y = static_cast<float>(-double(dy) * std::sin(a) + dx * std::cos(a));
-        CHECK(Zan_TransformPtF(&centre, degrees, &point) == 0);
-        CHECK((sameBits(point.x, x + centre.x) && sameBits(point.y, y + centre.y)));
+TEST_CASE("a point rotated about a centre") {
+    using Vector2f = Zan_Vector2T<float>;
+    struct Row {
+        const char* what;
+        Vector2f centre;
+        double degrees;
+        Vector2f point, image;
+    };
+    const Row rows[] = {
+        {"a quarter turn about the origin is exact", {0, 0}, 90, {1, 0}, {0, 1}},
+        {"a quarter turn about another centre", {10, 20}, 90, {13, 24}, {6, 23}},
+        {"the difference is rounded to single precision", {0.2F, 0}, 120, {5, 1}, {-0x1.887386p+1F, 0x1.d41606p+1F}},
+        {"the image is rounded before the centre is added", {9, 0}, 30, {3, 1.3F}, {0x1.93b148p+1F, -0x1.dfc968p+0F}},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        Vector2f centre = row.centre;
+        Vector2f point = row.point;
+        CHECK(Zan_TransformPtF(&centre, row.degrees, &point) == 0);
+        CHECK(point.x == row.image.x);
+        CHECK(point.y == row.image.y);
     }
 }

@@ -1,0 +1,83 @@
+// Polygons clipped to a convex polygon, with results worked out by hand.
+#include "tests/support/doubles.h"
+#include "tests/support/vectors.h"
+#include "zan/poly.h"
+
+namespace {
+
+using Polygon = std::vector<Vector4>;
+
+// z and w are linear in x and y, so linear interpolation along an edge gives the same values again.
+Vector4 vertexAt(double x, double y) { return {x, y, 2 * x + 3 * y + 1, 5 - x}; }
+
+const Polygon kUnitSquare = {vertexAt(0, 0), vertexAt(1, 0), vertexAt(1, 1), vertexAt(0, 1)};
+
+Polygon clipped(const Polygon& clip, Polygon polygon) {
+    Zan_PolyPolyClip2D(&clip, &polygon, &polygon);
+    return polygon;
+}
+
+}  // namespace
+
+TEST_CASE("how many vertices a clip leaves") {
+    struct Row {
+        const char* what;
+        Polygon clip, subject;
+        size_t vertices;
+    };
+    // 400 vertices, every other one outside: each of those becomes two intersections.
+    Polygon zigzag;
+    for (int i = 0; i < 400; ++i) zigzag.push_back(vertexAt(0.5 + i % 2, 0.1 + i / 1000.0));
+    const double kBelow = -1e-6 * 0x1p21;
+    const Row rows[] = {
+        {"a vertex at 1e-6 from an edge of length 1 is outside",
+         kUnitSquare,
+         {vertexAt(0.9, 0.9), vertexAt(0.1, 0.9), vertexAt(0.5, 1e-6)},
+         4},
+        {"a vertex one step farther inside is inside",
+         kUnitSquare,
+         {vertexAt(0.9, 0.9), vertexAt(0.1, 0.9), vertexAt(0.5, 0x1.0c6f7a0b5ed8ep-20)},
+         3},
+        {"outside, with one edge on a side: only touching",
+         kUnitSquare,
+         {vertexAt(1, 0.2), vertexAt(1.5, 0.5), vertexAt(1, 0.8)},
+         0},
+        {"a subject of two vertices", kUnitSquare, {vertexAt(0.1, 0.1), vertexAt(0.2, 0.2)}, 0},
+        {"more vertices than the inline buffers hold", kUnitSquare, zigzag, 600},
+        {"a clip polygon of two vertices whose line crosses the subject",
+         {vertexAt(-7e9, 3), vertexAt(9e9, -2)},
+         kUnitSquare,
+         0},
+        {"an empty clip polygon", {}, kUnitSquare, 0},
+        {"the mean of the clip polygon is exactly at 1e-6 from its first edge, which counts as counterclockwise",
+         {vertexAt(0, 0), vertexAt(0x1p-20, 0), vertexAt(10, kBelow), vertexAt(-10, kBelow)},
+         {vertexAt(0, -1.5), vertexAt(0.1, -1.6), vertexAt(-0.1, -1.6)},
+         0},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        CHECK(clipped(row.clip, row.subject).size() == row.vertices);
+        Polygon onClip = row.clip;
+        Zan_PolyPolyClip2D(&onClip, &row.subject, &onClip);
+        CHECK(onClip.size() == row.vertices);
+    }
+}
+
+TEST_CASE("intersections with a nearly parallel line are not divided") {
+    // Two vertices on both sides of the limit 1e-6, only 1e-13 apart.
+    const Polygon subject = {{0.25, 1e-6, 0, 1}, {0.75, 1e-6 + 1e-13, 2, 3}, {0.5, 0.5, 0, 1}};
+    const Polygon result = clipped(kUnitSquare, subject);
+    REQUIRE(result.size() == 4);
+    CHECK(result[1].x == Approx(5e-7));
+    CHECK(result[1].y == 0);
+}
+
+TEST_CASE("intersections lie on the clip line, not at the limit of 1e-6") {
+    const Polygon result = clipped(kUnitSquare, {vertexAt(0.9, 0.9), vertexAt(0.1, 0.9), vertexAt(0.5, 1e-6)});
+    const double ys[] = {0, 0.9, 0.9, 0};
+    REQUIRE(result.size() == 4);
+    for (size_t i = 0; i < 4; ++i) {
+        CAPTURE(i);
+        CHECK(result[i].y == ys[i]);
+    }
+}
