@@ -1,6 +1,7 @@
-// The batch of calls of an operation, and the 64-bit sum of what they gave: the same from every compiler, system and
-// kernel. Arguments are drawn by their types; what is summed is the result, what every pointer and reference to
-// non-const then holds, the object, each report's number and a code that is thrown. A NaN counts as any other.
+// A batch of calls of one operation, and the 64-bit sum of their results, which every compiler, system and kernel must
+// reproduce. Arguments are drawn by their types. The sum covers the returned value, what non-const pointers and
+// references point to after the call, the object of a member function, the number of each report, and a thrown code.
+// All NaNs count as equal.
 #ifndef ZAN_TOOLS_SELFCHECK_BATCH_H
 #define ZAN_TOOLS_SELFCHECK_BATCH_H
 
@@ -25,7 +26,7 @@ namespace selfcheck {
 template <class T, class... Others>
 inline constexpr bool kOneOf = (std::is_same_v<T, Others> || ...);
 
-/// What a record consists of: so many numbers of one type.
+/// A value of the type of all fields of a record T: double, float, int32_t or int16_t.
 template <class T>
 auto numberIn() {
     if constexpr (std::is_arithmetic_v<T>) {
@@ -43,33 +44,31 @@ auto numberIn() {
 template <class T>
 using NumberIn = decltype(numberIn<T>());
 
-/// Numbers at which rounding, range tests and tolerances change their answer. With another list the sums are others.
-inline constexpr double kBadDoubles[] = {0.0,           -0.0,         1.0,
-                                         -1.0,          0.5,          -0.5,
-                                         1.5,           -2.5,         1 - 0x1p-53,
-                                         1 + 0x1p-52,   5e-324,       -5e-324,
-                                         0x1p-1022,     1e-300,       1e300,
-                                         1e-12,         -1e-12,       1e-12 - 0x1p-92,
-                                         1e-16,         1e-20,        0.1,
-                                         0.1 - 0x1p-56, 32766.0,      32766.5,
-                                         32767.0,       32767.5,      -32768.0,
-                                         -32768.5,      2147483646.5, 2147483647.0,
-                                         2147483647.5,  2147483648.0, -2147483648.0,
-                                         -2147483648.5, 0x1p53,       DBL_MAX,
-                                         HUGE_VAL,      -HUGE_VAL,    NAN};
-inline constexpr int32_t kBadInts[] = {0,           1,
-                                       -1,          2,
-                                       -2,          -32769,
-                                       32767,       -32768,
-                                       32768,       65535,
-                                       65536,       -65536,
-                                       0x3FFFFFFF,  0x40000000,
-                                       -0x40000000, -0x40000001,
-                                       0x7FFF8000,  0x7FFF0001,
-                                       INT32_MAX,   INT32_MAX - 1,
-                                       INT32_MIN,   INT32_MIN + 1};
+/// Numbers at which rounding, range tests and tolerances change their answer. Every sum depends on these lists.
+// clang-format off
+inline constexpr double kBadDoubles[] = {
+    0.0, -0.0, 1.0, -1.0, 0.5, -0.5, 1.5, -2.5, 1 - 0x1p-53, 1 + 0x1p-52,
+    5e-324, -5e-324, 0x1p-1022, 1e-300, 1e300,
+    1e-12, -1e-12, 1e-12 - 0x1p-92, 1e-16, 1e-20, 0.1, 0.1 - 0x1p-56,
+    32766.0, 32766.5, 32767.0, 32767.5, -32768.0, -32768.5,
+    2147483646.5, 2147483647.0, 2147483647.5, 2147483648.0, -2147483648.0, -2147483648.5, 0x1p53,
+    DBL_MAX, HUGE_VAL, -HUGE_VAL, NAN};
+inline constexpr int32_t kBadInts[] = {
+    0, 1, -1, 2, -2, -32769, 32767, -32768, 32768, 65535, 65536, -65536,
+    0x3FFFFFFF, 0x40000000, -0x40000000, -0x40000001, 0x7FFF8000, 0x7FFF0001,
+    INT32_MAX, INT32_MAX - 1, INT32_MIN, INT32_MIN + 1};
+// clang-format on
 
-/// The arguments of case n, which depend on n alone. Exact arithmetic only.
+/// Inclusive limits of integer arguments; none when low is above high.
+struct IntegerRange {
+    int32_t low, high;
+};
+inline constexpr IntegerRange kAnyInteger = {0, -1};
+inline constexpr IntegerRange kSmallInteger = {-1, 8};  ///< a count of array elements, a selector or an index; or -1
+inline constexpr IntegerRange kCorner = {0, 3};         ///< a corner of a layer
+
+/// Draws the arguments of case n, which depend on n alone. Uses exact arithmetic only, so that all machines draw the
+/// same.
 class Draw {
 public:
     explicit Draw(uint64_t n) : state_(n * 0xD1342543DE82EF95), mood_(n % 4) {}
@@ -82,8 +81,7 @@ public:
     }
     int32_t below(int32_t limit) { return static_cast<int32_t>(bits() >> 33) % limit; }
 
-    /// A quarter of the cases is on a coarse grid, where values coincide, a quarter of middling size, a quarter of
-    /// every size, a quarter full of bad places.
+    /// By n % 4: on a coarse grid, so that values coincide; of medium size; of any size; often from the lists above.
     template <class T>
     T number() {
         if constexpr (std::is_same_v<T, bool>) {
@@ -143,19 +141,19 @@ public:
         return value;
     }
 
-    /// From here on 16-bit and 32-bit arguments are counts or indexes from low to high, unless that is empty.
-    void limit(int32_t low, int32_t high) {
-        low_ = low;
-        high_ = high;
+    /// Limits the 16-bit and 32-bit integer arguments that are drawn from now on.
+    void limit(IntegerRange range) { range_ = range; }
+    /// A new draw within the limits; without limits, the value that was drawn.
+    int32_t limited(int32_t value) {
+        return range_.low > range_.high ? value : range_.low + below(range_.high - range_.low + 1);
     }
-    int32_t limited(int32_t value) { return low_ > high_ ? value : low_ + below(high_ - low_ + 1); }
 
 private:
     uint64_t state_, mood_;
-    int32_t low_ = 0, high_ = -1;
+    IntegerRange range_ = kAnyInteger;
 };
 
-/// The sum of what a case gave; prints it too when asked.
+/// The sum of the results of a case. Prints them too, if asked.
 class Sum {
 public:
     explicit Sum(bool print) : print_(print) {}
@@ -206,7 +204,7 @@ private:
     bool print_;
 };
 
-/// An argument: a value, what a reference refers to, or the eight values behind a pointer.
+/// An argument: a value, the target of a reference, or an array of eight elements for a pointer.
 template <class P>
 struct Argument {
     static constexpr bool kArray = std::is_pointer_v<P>;
@@ -233,12 +231,11 @@ struct Argument {
     Value values[kArray ? 8 : 1];
 };
 
-/// An operation, by the name that its sum is kept under.
+/// An operation. Its name is the key of its sum in golden.sums.
 struct Entry {
     std::string name;
     std::function<void(Draw&, Sum&)> run;
-    /// Set where the sum depends on the machine: the operation passes through the C library's sin, cos, tan, atan,
-    /// atan2, asin or acos.
+    /// True if the last bits depend on the C library: the operation uses sin, cos, tan, atan, atan2, asin or acos.
     bool libm = false;
 };
 
@@ -263,33 +260,33 @@ void runCase([[maybe_unused]] Draw& d, Sum& sum, const Call& call) {
     std::apply([&](auto&... a) { (a.add(sum), ...); }, arguments);
 }
 
-/// The entry of a function or member function; 16-bit and 32-bit arguments from low to high unless that is empty.
+/// The entry of a function or member function; the range limits its 16-bit and 32-bit integer arguments.
 template <class R, class... A>
-Entry entry(const char* name, R (*f)(A...), int32_t low = 0, int32_t high = -1) {
+Entry entry(const char* name, R (*f)(A...), IntegerRange integers) {
     return {name, [=](Draw& d, Sum& sum) {
-                d.limit(low, high);
+                d.limit(integers);
                 runCase<A...>(d, sum, f);
             }};
 }
 template <class C, class R, class... A, class Member>
-Entry memberEntry(const char* name, Member f, int32_t low, int32_t high) {
+Entry memberEntry(const char* name, Member f, IntegerRange integers) {
     return {name, [=](Draw& d, Sum& sum) {
-                d.limit(low, high);
+                d.limit(integers);
                 C object = d.draw<C>();
                 runCase<A...>(d, sum, [&](auto&&... a) -> R { return (object.*f)(std::forward<decltype(a)>(a)...); });
                 sum.add(object);
             }};
 }
 template <class C, class R, class... A>
-Entry entry(const char* name, R (C::*f)(A...), int32_t low = 0, int32_t high = -1) {
-    return memberEntry<C, R, A...>(name, f, low, high);
+Entry entry(const char* name, R (C::*f)(A...), IntegerRange integers) {
+    return memberEntry<C, R, A...>(name, f, integers);
 }
 template <class C, class R, class... A>
-Entry entry(const char* name, R (C::*f)(A...) const, int32_t low = 0, int32_t high = -1) {
-    return memberEntry<C, R, A...>(name, f, low, high);
+Entry entry(const char* name, R (C::*f)(A...) const, IntegerRange integers) {
+    return memberEntry<C, R, A...>(name, f, integers);
 }
 
-/// Chooses an overload by its arguments.
+/// Selects the overload with these parameter types.
 template <class... A>
 struct Taking {
     template <class R>
@@ -306,9 +303,9 @@ struct Taking {
     }
 };
 
-/// All operations of the library (operations.cpp), those that pass through the C library last.
+/// All operations that return results (operations.cpp); those with libm set come last.
 const std::vector<Entry>& entries();
-/// The operations that are about the library's state, which have no sum.
+/// The operations that change or return the library's state; they have no sum.
 std::span<const char* const> operationsOfState();
 
 }  // namespace selfcheck

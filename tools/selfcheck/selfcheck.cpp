@@ -1,5 +1,6 @@
-// zan-selfcheck: does this machine, with the library as it was compiled and in the process's floating-point mode, give
-// the sums that every other gives, and leave its host alone? One line says so; the operations that differ follow.
+// zan-selfcheck: checks that the library gives the golden sums on this machine, as it was compiled and in the process's
+// floating-point mode, and that no operation changes errno or the rounding mode. Prints one line with the outcome, then
+// the operations that differ.
 #include "batch.h"
 #include "platform/bel.h"
 
@@ -25,33 +26,33 @@ constexpr char kGoldenSums[] =
     ;
 
 constexpr char kUsage[] =
-    R"(zan-selfcheck              compare all sums with the golden ones: status 0 when they are the same, else 1
-zan-selfcheck --threads N  do N threads at once get what one gets? status 0 when they do, else 1
-zan-selfcheck --list       the operations that are compared, and those that are not
-zan-selfcheck --write      the sums as they are here, in the form of the file golden.sums
-zan-selfcheck NAME         the sum of each case of an operation, to find where two builds part
-zan-selfcheck NAME CASE    what one case gave
+    R"(zan-selfcheck              compare all sums with the golden sums; exit status 0 if they are equal, else 1
+zan-selfcheck --threads N  compare the sums of N simultaneous threads with those of one; exit status 0 if equal, else 1
+zan-selfcheck --list       list the operations, with the reason for each that has no golden sum
+zan-selfcheck --write      print the sums of this machine, in the format of the file golden.sums
+zan-selfcheck NAME         print the sum of each case of one operation, to find where two builds differ
+zan-selfcheck NAME CASE    print the results of one case
 )";
 
-// Of this thread's call: where its reports go, and what it changed that is the host's.
+// Of the operation that this thread runs: the sum that its reports are added to, and the host's state that it changed.
 thread_local Sum* reported = nullptr;
-thread_local std::string trespasses;
+thread_local std::string violations;
 
-void hearReports() {
+void addReportsToSums() {
     Bel_SetReportHandler([](void*, const Bel_Report* report) { reported->add(report->errorNumber); }, nullptr);
 }
 
 uint64_t runOne(const Entry& entry, uint64_t n, bool print) {
-    constexpr int kUntouched = 12345;
+    constexpr int kErrno = 12345;
     const int rounding = std::fegetround();
     Draw draw(n);
     Sum sum(print);
     reported = &sum;
-    errno = kUntouched;
+    errno = kErrno;
     entry.run(draw, sum);
-    if (errno != kUntouched) trespasses.append("  ").append(entry.name).append(": sets errno\n");
+    if (errno != kErrno) violations.append("  ").append(entry.name).append(": changes errno\n");
     if (std::fegetround() != rounding)
-        trespasses.append("  ").append(entry.name).append(": changes the rounding mode\n");
+        violations.append("  ").append(entry.name).append(": changes the rounding mode\n");
     return sum.value();
 }
 
@@ -63,12 +64,12 @@ std::string hex(uint64_t sum) {
 
 std::string sumOf(const Entry& entry, uint64_t cases) {
     Sum sum(false);
-    const size_t before = trespasses.size();
-    for (uint64_t n = 0; n < cases && trespasses.size() == before; ++n) sum.fold(runOne(entry, n, false));
+    const size_t before = violations.size();
+    for (uint64_t n = 0; n < cases && violations.size() == before; ++n) sum.fold(runOne(entry, n, false));
     return hex(sum.value());
 }
 
-// The sum, or why there is none that is the same everywhere.
+// The sum, or "libm" for an operation whose sum is not the same on every machine.
 std::string goldenSumOf(const Entry& entry) {
     std::string sum = sumOf(entry, kCases);
     return entry.libm ? "libm" : sum;
@@ -79,13 +80,13 @@ void say(bool good, const std::string& outcome, const std::string& details) {
                 good ? "the same bits" : "NOT the same bits", outcome.c_str(), details.c_str());
 }
 
-// What is wrong with the floating-point mode; nothing when it is as the library needs it.
+// The faults of the floating-point mode; empty when it is as the library needs it.
 std::string wrongMode() {
     std::string wrong;
-    if (std::fegetround() != FE_TONEAREST) wrong += "; does not round to nearest";
+    if (std::fegetround() != FE_TONEAREST) wrong += "; the rounding mode is not round-to-nearest";
     volatile double smallest = DBL_MIN;
     volatile double subnormal = 0x1p-1074;
-    if (smallest / 2 == 0 || subnormal * 2 == 0) wrong += "; flushes subnormal numbers to zero";
+    if (smallest / 2 == 0 || subnormal * 2 == 0) wrong += "; subnormal numbers are flushed to zero";
     return wrong;
 }
 
@@ -98,44 +99,44 @@ int compare() {
     }
     size_t count = 0, differences = 0;
     std::string differing;
-    const auto differs = [&](const std::string& name, const std::string& here, const std::string& there) {
-        differing += "  " + name + ": " + here + ", golden is " + there + "\n";
+    const auto differs = [&](const std::string& name, const std::string& actual, const std::string& expected) {
+        differing += "  " + name + ": " + actual + ", expected " + expected + "\n";
         ++differences;
     };
-    const auto take = [&](const std::string& name, const std::string& sum) {
+    const auto check = [&](const std::string& name, const std::string& sum) {
         const auto node = golden.extract(name);
-        const std::string kept = node ? node.mapped() : "nothing";
-        if (sum != kept) differs(name, sum, kept);
+        const std::string expected = node ? node.mapped() : "no such operation";
+        if (sum != expected) differs(name, sum, expected);
     };
     for (const Entry& entry : entries()) {
-        take(entry.name, goldenSumOf(entry));
+        check(entry.name, goldenSumOf(entry));
         count += !entry.libm;
     }
-    for (const char* name : operationsOfState()) take(name, "state");
-    for (const auto& [name, sum] : golden) differs(name, "nothing", sum);
+    for (const char* name : operationsOfState()) check(name, "state");
+    for (const auto& [name, sum] : golden) differs(name, "no such operation", sum);
     const std::string mode = wrongMode();
-    const bool good = differences == 0 && mode.empty() && trespasses.empty();
+    const bool good = differences == 0 && mode.empty() && violations.empty();
     say(good, std::to_string(differences) + " of " + std::to_string(count) + " operations differ" + mode,
-        differing + trespasses);
+        differing + violations);
     return good ? 0 : 1;
 }
 
-// Every thread calls all operations, each starting with another.
+// Every thread runs all operations, each starting with a different one.
 int compareThreads(size_t count) {
     const std::vector<Entry>& all = entries();
     std::vector<std::string> found(count);
     std::vector<std::thread> threads;
     std::atomic<size_t> ready{0};
-    // Together from their first call on, so that they meet in what is decided at a first use.
     std::vector<std::vector<std::string>> sums(count, std::vector<std::string>(all.size()));
     for (size_t t = 0; t < count; ++t) {
         threads.emplace_back([&, t] {
+            // All threads start together, so that they race for what is initialised at the first use.
             for (++ready; ready < count;) std::this_thread::yield();
             for (size_t k = 0; k < all.size(); ++k) {
                 const size_t i = (k + t * all.size() / count) % all.size();
                 sums[t][i] = sumOf(all[i], kCasesForThreads);
             }
-            found[t] = trespasses;
+            found[t] = violations;
         });
     }
     for (std::thread& thread : threads) thread.join();
@@ -148,41 +149,50 @@ int compareThreads(size_t count) {
                 details.append("  ").append(all[i].name).append(" in thread ").append(std::to_string(t)).append("\n");
         }
     }
-    say(details.empty(), std::to_string(count) + " threads at once", details);
+    say(details.empty(), std::to_string(count) + " simultaneous threads", details);
     return details.empty() ? 0 : 1;
 }
 
-int write(bool sums) {
-    for (const Entry& entry : entries()) {
-        const std::string sum = sums || entry.libm ? goldenSumOf(entry) : "";
-        std::printf("%s%s%s\n", entry.name.c_str(), sum.empty() ? "" : " ", sum.c_str());
-    }
+int list() {
+    for (const Entry& entry : entries()) std::printf("%s%s\n", entry.name.c_str(), entry.libm ? " libm" : "");
     for (const char* name : operationsOfState()) std::printf("%s state\n", name);
     return 0;
 }
 
-int printCases(const Entry& entry, const char* only) {
-    const uint64_t first = only != nullptr ? std::strtoull(only, nullptr, 10) : 0;
-    for (uint64_t n = first; n < (only != nullptr ? first + 1 : kCases); ++n) {
-        std::printf("%d", static_cast<int>(n));
-        const uint64_t sum = runOne(entry, n, only != nullptr);
-        std::printf(" %s\n", hex(sum).c_str());
-    }
+int write() {
+    for (const Entry& entry : entries()) std::printf("%s %s\n", entry.name.c_str(), goldenSumOf(entry).c_str());
+    for (const char* name : operationsOfState()) std::printf("%s state\n", name);
     return 0;
+}
+
+void printCase(const Entry& entry, uint64_t n, bool print) {
+    std::printf("%d", static_cast<int>(n));
+    const uint64_t sum = runOne(entry, n, print);
+    std::printf(" %s\n", hex(sum).c_str());
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    hearReports();
+    addReportsToSums();
     if (argc == 1) return compare();
-    const std::string_view what = argv[1];
-    if (what == "--threads" && argc == 3 && std::atoi(argv[2]) > 0) return compareThreads(size_t(std::atoi(argv[2])));
-    if (what == "--list" || what == "--write") return write(what == "--write");
-    if (what == "--help") return std::fputs(kUsage, stdout) < 0;
+    const std::string_view argument = argv[1];
+    if (argument == "--threads" && argc == 3 && std::atoi(argv[2]) > 0) {
+        return compareThreads(size_t(std::atoi(argv[2])));
+    }
+    if (argument == "--list") return list();
+    if (argument == "--write") return write();
+    if (argument == "--help") return std::fputs(kUsage, stdout) < 0;
     const auto& all = entries();
-    const auto found = std::find_if(all.begin(), all.end(), [&](const Entry& entry) { return entry.name == what; });
-    if (found != all.end()) return printCases(*found, argc > 2 ? argv[2] : nullptr);
-    std::fprintf(stderr, "%s is no operation\n%s", argv[1], kUsage);
+    const auto found = std::find_if(all.begin(), all.end(), [&](const Entry& entry) { return entry.name == argument; });
+    if (found != all.end() && argc > 2) {
+        printCase(*found, std::strtoull(argv[2], nullptr, 10), true);
+        return 0;
+    }
+    if (found != all.end()) {
+        for (uint64_t n = 0; n < kCases; ++n) printCase(*found, n, false);
+        return 0;
+    }
+    std::fprintf(stderr, "zan-selfcheck: unknown operation %s\n%s", argv[1], kUsage);
     return 2;
 }
