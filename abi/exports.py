@@ -46,8 +46,8 @@ def without_template_arguments(text):
 
 def exported_names(symbols):
     """The names of functions, members (with their class before them) and variables, without types and arguments."""
-    spoken = subprocess.run(["c++filt"], input="\n".join(symbols), check=True, capture_output=True, text=True).stdout
-    plain = (re.sub(r"\(.*", "", without_template_arguments(name)) for name in spoken.splitlines())
+    readable = subprocess.run(["c++filt"], input="\n".join(symbols), check=True, capture_output=True, text=True).stdout
+    plain = (re.sub(r"\(.*", "", without_template_arguments(name)) for name in readable.splitlines())
     return {re.sub(r".* (?=\S+$)", "", name) for name in plain if not name.startswith(("vtable for ", "typeinfo "))}
 
 
