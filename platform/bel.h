@@ -70,6 +70,7 @@ ZAN_PLATFORM_API int32_t Belp_ReportVamoErrString(uint32_t errorNumber, int32_t 
 /// when the conversions of the catalogue's text differ from those of the English text ("%%" does not count). Empty for
 /// an index outside the table.
 /// @param zref          the message table, a Zan_MessageTable
+/// @param index         the index of the entry
 /// @param zero1, zero2  0
 ZAN_PLATFORM_API const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t zero1, int32_t zero2);
 
