@@ -166,6 +166,7 @@ def main():
     parser.add_argument("--line", type=int, help="only the mutants of this line")
     parser.add_argument("--sample", type=int, metavar="N", help="only N of the mutants, chosen at random")
     parser.add_argument("--seed", type=int, default=1, help="the seed of that choice")
+    parser.add_argument("--with-reason", action="store_true", help="only those with a reason: is it still needed?")
     parser.add_argument("--list", action="store_true", help="print the mutants, and those that have a reason with it; "
                         "test none")
     parser.add_argument("--check", action="store_true", help="list the stale reasons; test no mutant")
@@ -183,6 +184,8 @@ def main():
     if options.check or options.prune:
         return 0
     chosen = [m for f in in_places(list(library), options.places) for m in made[f] if options.line in (None, m.line)]
+    if options.with_reason:
+        chosen = [m for m in chosen if any(covers(r, m) for r in known.reasons)]
     if options.sample is not None:
         chosen = random.Random(options.seed).sample(chosen, min(options.sample, len(chosen)))
     covering = {m: [r for r in known.reasons if covers(r, m)] for m in chosen}
@@ -206,7 +209,8 @@ def main():
             trees.put(tree)
 
     outcomes = Counter()
-    idle = {str(r) for r in known.reasons} if len(chosen) == sum(map(len, made.values())) else set()
+    left_out = [m for f in made for m in made[f] if m not in covering]
+    idle = {str(r) for r in known.reasons if not any(covers(r, m) for m in left_out)}
     with ThreadPoolExecutor(trees.qsize()) as pool:
         for n, (mutant, outcome) in enumerate(zip(chosen, pool.map(run, chosen)), 1):
             if outcome == "survived" and covering[mutant]:
