@@ -127,6 +127,7 @@ ZAN_API int32_t Zanp_ReportErr(uint16_t site, int32_t code, int16_t context);
 }  // extern "C"
 
 /// @cond
+#if UINTPTR_MAX > UINT32_MAX  // the sizes above; with 32-bit pointers, in WebAssembly, the records are smaller
 namespace zan_layout {
 static_assert(kPlainData<Zan_Globals> && sizeof(Zan_Globals) == 56 && offsetof(Zan_Globals, services) == 4 &&
               offsetof(Zan_Globals, reserved1) == 8 && offsetof(Zan_Globals, charMultiplyTable) == 16 &&
@@ -136,6 +137,7 @@ static_assert(kPlainData<Zan_Globals> && sizeof(Zan_Globals) == 56 && offsetof(Z
 static_assert(kPlainData<Zan_MessageEntry> && sizeof(Zan_MessageEntry) == 32);
 static_assert(kPlainData<Zan_MessageTable> && sizeof(Zan_MessageTable) == 32);
 }  // namespace zan_layout
+#endif
 /// @endcond
 
 #endif  // ZAN_FRAME_H
