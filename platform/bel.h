@@ -74,7 +74,8 @@ ZAN_PLATFORM_API int32_t Belp_ReportVamoErrString(uint32_t errorNumber, int32_t 
 /// @param zero1, zero2  0
 ZAN_PLATFORM_API const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t zero1, int32_t zero2);
 
-/// @return 0 if this library provides the interface version, else 1 after a report under errorNumber (severity 16)
+/// Checks the interface version.
+/// @return 0 if this library provides it, else 1 after a report under errorNumber (severity 16)
 ZAN_PLATFORM_API int32_t Bel_CheckVersions(int32_t errorNumber, int32_t version);
 
 /// Allocates a block of zeros. On failure reports under errorNumber (severity 8, "not enough memory for NAME.") and

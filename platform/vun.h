@@ -9,7 +9,8 @@ inline constexpr int32_t kVUN_InterfaceVersion = 3;
 
 extern "C" {
 
-/// @return 0 if this library provides the interface version, else 1 after a report under errorNumber (severity 16)
+/// Checks the interface version.
+/// @return 0 if this library provides it, else 1 after a report under errorNumber (severity 16)
 ZAN_PLATFORM_API int32_t VUN_CheckVersions(int32_t errorNumber, int32_t version);
 
 /// Sets the interface version that VUN_CheckVersions accepts, from any thread; initially kVUN_InterfaceVersion.

@@ -18,7 +18,7 @@ using zan::SumKind;
 
 namespace {
 
-// What the caller's status pointer asks for.
+// What the status pointer allows.
 struct StatusMode {
     uint8_t* byte;  // null unless the caller has a status byte
     bool mayApproximate;
