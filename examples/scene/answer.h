@@ -2,24 +2,28 @@
 #ifndef ZAN_SCENE_ANSWER_H
 #define ZAN_SCENE_ANSWER_H
 
-#include "look.h"
+#include "files.h"
+#include "project.h"
 
 #include <string>
+#include <vector>
 
 namespace scene {
 
-/// One line of JSON, its shape as the README tells it, put together camera by camera. Each number has the digits that
-/// give the same double back.
-class JsonAnswer {
+/// Writes one line of JSON, as the README describes it, camera by camera. It goes to its output as it grows, so that
+/// memory does not depend on the number of cameras.
+class JsonWriter {
 public:
-    JsonAnswer(const Deck& deck, Size window, Size layerSize);
+    JsonWriter(Output& out, const Deck& deck, Size window, Size layerSize);
     void add(const CameraAnswer& answer);
-    /// Ends the line and gives it away.
-    std::string take();
+    void finish();
 
 private:
-    const Deck& deck_;
-    std::string text_;
+    void addLayer(size_t layer, const Appearance& seen);
+    void addHit(const HitAnswer& hit);
+
+    Output& out_;
+    std::vector<std::string> ids_;  ///< of the layers, as JSON
     bool first_ = true;
 };
 

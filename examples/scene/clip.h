@@ -1,4 +1,4 @@
-// Parts of outlines inside a rectangle of the window.
+// Clipping of outlines to a rectangle.
 #ifndef ZAN_SCENE_CLIP_H
 #define ZAN_SCENE_CLIP_H
 
@@ -10,7 +10,7 @@ namespace scene {
 
 using Outline = std::vector<Zan_Vector2T<double>>;
 
-/// What of an outline lies in a rectangle; empty for nothing.
+/// The part of an outline inside a rectangle; empty when there is none.
 Outline clipToRect(const Outline& outline, const Zan_FloatRect& rect);
 
 }  // namespace scene

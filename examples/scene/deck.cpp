@@ -1,25 +1,19 @@
-// Reads a deck: gumbo parses the page, this picks the steps out of it and checks their attributes.
+// Reads a deck: finds the steps in the tree of the page and checks their attributes.
 #include "deck.h"
 
 #include "numbers.h"
-
-#include <gumbo.h>
+#include "page.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <memory>
 #include <optional>
 #include <set>
 
 namespace scene {
 namespace {
-
-struct FreePage {
-    void operator()(GumboOutput* page) const { gumbo_destroy_output(&kGumboDefaultOptions, page); }
-};
 
 const char* find(const GumboElement& element, const char* name) {
     const GumboAttribute* attribute = gumbo_get_attribute(&element.attributes, name);
@@ -37,8 +31,7 @@ bool hasClass(const GumboElement& element, std::string_view name) {
     return false;
 }
 
-/// Elements below a node in document order, each with whether it stands inside a step. What a template holds is no part
-/// of the page. Not recursive: pages may be nested deeper than the stack.
+/// Visits the elements below a node in document order. Leaves out templates, whose content is not part of the page.
 void walk(const GumboNode* top, const std::function<void(const GumboNode&, bool insideStep)>& visit) {
     struct Open {
         const GumboNode* node;
@@ -73,30 +66,30 @@ std::string describe(const GumboElement& element) {
     return text + ">";
 }
 
-/// Reads the attributes of one element and says what is wrong with them.
+/// Reads the attributes of one element and reports errors in them.
 class Attributes {
 public:
     Attributes(const GumboElement& element, Messages& messages) : element_(element), messages_(messages) {}
 
     [[nodiscard]] bool has(const char* name) const { return find(element_, name) != nullptr; }
 
-    /// The number in an attribute that is there, or the default.
-    double number(const char* name, double otherwise) {
+    /// The number in an attribute, or the default when there is no such attribute.
+    double number(const char* name, double byDefault) {
         const char* value = find(element_, name);
-        if (!value) return otherwise;
+        if (!value) return byDefault;
         const std::optional<double> number = parseNumber(value);
-        if (!number) refuse(name, "not a finite number");
-        return number.value_or(otherwise);
+        if (!number) error(name, "not a number from -1e9 to 1e9");
+        return number.value_or(byDefault);
     }
-    /// The same for what must be at least `lowest`.
-    double number(const char* name, double otherwise, double lowest, const char* why) {
-        const double value = number(name, otherwise);
-        if (!(value >= lowest)) refuse(name, why);
+    /// The same for a number that must be at least `smallest`.
+    double number(const char* name, double byDefault, double smallest, const char* why) {
+        const double value = number(name, byDefault);
+        if (value < smallest) error(name, why);
         return value;
     }
 
-    void warn(const char* name, std::string_view assumed) { messages_.warn(place(name), assumed); }
-    void refuse(const char* name, std::string_view why) { messages_.refuse(place(name), why); }
+    void warning(const char* name, std::string_view assumed) { messages_.warning(place(name), assumed); }
+    void error(const char* name, std::string_view why) { messages_.error(place(name), why); }
 
     [[nodiscard]] Place place(const char* name) const {
         Place place{element_.start_pos.line, describe(element_), ""};
@@ -132,32 +125,32 @@ public:
         if (root) {
             readRoot(root->v.element);
         } else {
-            messages_.warn({}, "no element has the id \"impress\"; the whole page is taken for the deck");
+            messages_.warning({}, "no element has the id \"impress\"; the whole page is the deck");
             root = page;
         }
         walk(root, [this](const GumboNode& node, bool insideStep) {
             if (hasClass(node.v.element, "step")) readStep(node.v.element, insideStep);
         });
-        if (deck_.layers.empty()) messages_.refuse({}, "no step: no element of the deck has the class \"step\"");
+        if (deck_.layers.empty()) messages_.error({}, "no step: no element of the deck has the class \"step\"");
         return std::move(deck_);
     }
 
 private:
     void readRoot(const GumboElement& element) {
         Attributes root(element, messages_);
-        constexpr double kLeast = 1e-9;
-        deck_.size.width = root.number("data-width", deck_.size.width, kLeast, "must be above 0");
-        deck_.size.height = root.number("data-height", deck_.size.height, kLeast, "must be above 0");
-        deck_.perspective = root.number("data-perspective", deck_.perspective, kLeast,
-                                        "must be above 0: a deck without perspective is not handled");
+        deck_.size.width = root.number("data-width", deck_.size.width, kSmallestSize, "a size must be 0.001 or more");
+        deck_.size.height =
+            root.number("data-height", deck_.size.height, kSmallestSize, "a size must be 0.001 or more");
+        deck_.perspective = root.number("data-perspective", deck_.perspective, kSmallestSize,
+                                        "must be 0.001 or more: a deck without perspective is not supported");
         deck_.minScale = root.number("data-min-scale", deck_.minScale, 0, "must not be below 0");
         deck_.maxScale = root.number("data-max-scale", deck_.maxScale, 0, "must not be below 0");
-        nameTheUnused(element, kRootAttributes);
+        warnAboutUnused(element, kRootAttributes);
     }
 
     void readStep(const GumboElement& element, bool insideStep) {
         Attributes step(element, messages_);
-        if (insideStep) step.refuse("", "a step inside a step is not handled");
+        if (insideStep) step.error("", "a step inside a step is not supported");
         Layer layer{};
         if (!deck_.layers.empty()) {
             const Layer& before = deck_.layers.back();
@@ -170,15 +163,15 @@ private:
         layer.rotateY = step.number("data-rotate-y", 0);
         const double rotate = step.number("data-rotate", 0);
         layer.rotateZ = step.number("data-rotate-z", rotate);
-        if (step.has("data-rotate") && layer.rotateZ != rotate) step.warn("data-rotate", "data-rotate-z is taken");
+        if (step.has("data-rotate") && layer.rotateZ != rotate) step.warning("data-rotate", "data-rotate-z is used");
         layer.scale = step.number("data-scale", 1, kSmallestScale, "a scale must be 0.00001 or more");
         layer.order = readOrder(step, element);
-        nameTheRelative(step, element);
-        nameTheUnused(element, kStepAttributes);
+        checkRelative(step, element);
+        warnAboutUnused(element, kStepAttributes);
         layer.id = nameOf(element);
         if (!ids_.insert(layer.id).second) {
-            messages_.warn(step.place("id"),
-                           "another step has the name \"" + oneLine(layer.id) + "\" already; --camera takes the first");
+            messages_.warning(step.place("id"),
+                              "an earlier step has the id \"" + oneLine(layer.id) + "\"; --camera uses that one");
         }
         deck_.layers.push_back(std::move(layer));
     }
@@ -193,35 +186,35 @@ private:
         std::string order = value ? value : "xyz";
         std::string letters = order;
         std::sort(letters.begin(), letters.end());
-        if (letters != "xyz") step.refuse("data-rotate-order", "not the letters x, y and z, each once");
+        if (letters != "xyz") step.error("data-rotate-order", "not the letters x, y and z, each once");
         return order;
     }
 
-    /// Relative placing is not handled; where the place is given as well, the format itself ignores it.
-    static void nameTheRelative(Attributes& step, const GumboElement& element) {
+    /// A relative position is an error, unless there is an absolute one, which the format prefers.
+    static void checkRelative(Attributes& step, const GumboElement& element) {
         for (unsigned i = 0; i < element.attributes.length; ++i) {
             const std::string name = static_cast<const GumboAttribute*>(element.attributes.data[i])->name;
             if (name.rfind("data-rel-", 0) != 0) continue;
             const std::string absolute = "data-" + name.substr(9);
             const bool axis = absolute == "data-x" || absolute == "data-y" || absolute == "data-z";
             if (axis && step.has(absolute.c_str())) {
-                step.warn(name.c_str(), absolute + " is taken");
+                step.warning(name.c_str(), absolute + " is used");
             } else {
-                step.refuse(name.c_str(), "relative placing is not handled");
+                step.error(name.c_str(), "relative positions are not supported");
             }
         }
     }
 
-    /// Any other data- attribute is named once in a deck, so that a slip of the pen shows.
+    /// Warns about any other data- attribute, once per name, so that misspelt names are noticed.
     template <size_t n>
-    void nameTheUnused(const GumboElement& element, const char* const (&used)[n]) {
+    void warnAboutUnused(const GumboElement& element, const char* const (&used)[n]) {
         for (unsigned i = 0; i < element.attributes.length; ++i) {
             const std::string name = static_cast<const GumboAttribute*>(element.attributes.data[i])->name;
             if (name.rfind("data-", 0) != 0 || name.rfind("data-rel-", 0) == 0) continue;
             if (std::find(std::begin(used), std::end(used), name) != std::end(used)) continue;
             if (!unused_.insert(name).second) continue;
-            messages_.warn(Attributes(element, messages_).place(name.c_str()),
-                           "places no layer; ignored, here and wherever else it stands");
+            messages_.warning(Attributes(element, messages_).place(name.c_str()),
+                              "does not place a layer; ignored here and everywhere else");
         }
     }
 
@@ -233,28 +226,54 @@ private:
 
 }  // namespace
 
-Deck parseDeck(std::string_view path, std::string_view page, Messages& messages) {
-    const std::unique_ptr<GumboOutput, FreePage> parsed(
-        gumbo_parse_with_options(&kGumboDefaultOptions, page.data(), page.size()));
-    return Reader(path, messages).read(parsed->root);
+namespace {
+
+/// Stops one byte after the limit on pages: the parser then says what is wrong.
+std::string readText(std::istream& file, Progress& progress) {
+    std::string text;
+    std::string piece(size_t{1} << 16, '\0');
+    while (text.size() <= kMaxPageBytes && file) {
+        file.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+        text.append(piece, 0, static_cast<size_t>(file.gcount()));
+        progress.at("reading", text.size(), kMaxPageBytes);
+    }
+    return text;
 }
 
-Deck readDeck(const std::string& path, std::ostream& lines) {
+Deck parseDeck(const std::string& path, const std::string& text, Messages& messages, Progress& progress) {
+    try {
+        const Page page(text, progress);
+        progress.clear();
+        return Reader(path, messages).read(page.root());
+    } catch (const PageTooComplex& reason) {
+        progress.clear();
+        messages.error({}, reason.what());
+        return {};
+    }
+}
+
+}  // namespace
+
+Deck readDeck(const std::string& path, std::ostream& lines, Progress& progress) {
     Messages messages(lines, path);
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (!std::filesystem::exists(status)) {
-        messages.refuse({}, "no such file");
-    } else if (std::filesystem::is_directory(status)) {
-        messages.refuse({}, "a folder; name the page in it, as a rule index.html");
-    }
-    std::ifstream file;
-    if (!messages.refused()) file.open(path, std::ios::binary);
-    const std::string page{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!messages.refused() && (!file.is_open() || file.bad())) messages.refuse({}, "cannot be read");
     Deck deck;
-    if (!messages.refused()) deck = parseDeck(path, page, messages);
-    if (messages.refused()) throw Stop(kBadInput, "");
+    if (!std::filesystem::exists(status)) {
+        messages.error({}, "no such file");
+    } else if (std::filesystem::is_directory(status)) {
+        messages.error({}, "a folder; name the page in it, usually index.html");
+    } else {
+        std::ifstream file(path, std::ios::binary);
+        const std::string text = readText(file, progress);
+        progress.clear();
+        if (!file.is_open() || file.bad()) {
+            messages.error({}, "cannot be read");
+        } else {
+            deck = parseDeck(path, text, messages, progress);
+        }
+    }
+    if (messages.failed()) throw Stop(kBadInput, "");
     return deck;
 }
 

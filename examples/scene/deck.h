@@ -1,8 +1,9 @@
-// A deck in the impress.js format, as far as it says where its layers stand.
+// A deck in the impress.js format: the placement of its layers.
 #ifndef ZAN_SCENE_DECK_H
 #define ZAN_SCENE_DECK_H
 
 #include "messages.h"
+#include "progress.h"
 
 #include <string>
 #include <string_view>
@@ -14,13 +15,13 @@ struct Size {
     double width, height;
 };
 
-/// One step: a flat rectangle in space, and a camera that looks at it squarely.
+/// One step: a flat rectangle in space, and a camera that faces it.
 struct Layer {
     std::string id;
-    double x, y, z;                    ///< of its centre
+    double x, y, z;                    ///< the centre
     double rotateX, rotateY, rotateZ;  ///< degrees
-    std::string order;                 ///< of the rotations, "xyz" unless the deck says otherwise
-    double scale;                      ///< kSmallestScale and above
+    std::string order;                 ///< of the rotations; "xyz" by default
+    double scale;                      ///< at least kSmallestScale
 };
 
 struct Deck {
@@ -32,16 +33,9 @@ struct Deck {
     std::vector<Layer> layers;
 };
 
-/// A layer whose sides shrink by more than this is a point to the library.
-inline constexpr double kSmallestScale = 1e-5;
-
-/// Reads a deck from a page's text. The lines go to `messages`; with one that refuses, the deck is not to be used.
-/// @param path  for the messages and the answers only
-Deck parseDeck(std::string_view path, std::string_view page, Messages& messages);
-
-/// Reads a deck from a file; a message line for every matter goes to `lines`.
-/// @throws Stop when it cannot be used (after its lines)
-Deck readDeck(const std::string& path, std::ostream& lines);
+/// Reads a deck from a file and writes messages about it to `lines`.
+/// @throws Stop after an error message
+Deck readDeck(const std::string& path, std::ostream& lines, Progress& progress);
 
 }  // namespace scene
 

@@ -1,5 +1,7 @@
-// The matrices of layers and cameras, built with zan alone.
+// Matrices of layers and cameras.
 #include "mapping.h"
+
+#include "numbers.h"
 
 #include <algorithm>
 #include <string>
@@ -7,10 +9,10 @@
 namespace scene {
 namespace {
 
-constexpr double kDegree = 0.017453292519943295;
+constexpr double kRadiansPerDegree = 0.017453292519943295;
 
-void turnAbout(char axis, double degrees, Zan_Matrix4& m) {
-    m.RotateAxis(axis == 'x' ? 1 : 0, axis == 'y' ? 1 : 0, axis == 'z' ? 1 : 0, degrees * kDegree);
+void rotateAbout(char axis, double degrees, Zan_Matrix4& m) {
+    m.RotateAxis(axis == 'x' ? 1 : 0, axis == 'y' ? 1 : 0, axis == 'z' ? 1 : 0, degrees * kRadiansPerDegree);
 }
 
 double angleAbout(char axis, const Layer& layer) {
@@ -19,15 +21,16 @@ double angleAbout(char axis, const Layer& layer) {
 
 }  // namespace
 
-Zan_Matrix4 placeLayer(const Layer& layer) {
+Zan_Matrix4 layerPlacement(const Layer& layer) {
     Zan_Matrix4 m(true);
     m.Scale(layer.scale, layer.scale, layer.scale);
     if (layer.order == "xyz") {
-        m.RotateXYZ(layer.rotateX * kDegree, layer.rotateY * kDegree, layer.rotateZ * kDegree);
+        m.RotateXYZ(layer.rotateX * kRadiansPerDegree, layer.rotateY * kRadiansPerDegree,
+                    layer.rotateZ * kRadiansPerDegree);
     } else {
-        // The axis named last turns the layer first, as in "xyz", which turns it about z, then y, then x.
+        // The last axis comes first, as in RotateXYZ, which rotates about z, then y, then x.
         for (auto axis = layer.order.rbegin(); axis != layer.order.rend(); ++axis) {
-            turnAbout(*axis, angleAbout(*axis, layer), m);
+            rotateAbout(*axis, angleAbout(*axis, layer), m);
         }
     }
     m.Translate(layer.x, layer.y, layer.z);
@@ -41,16 +44,16 @@ double windowScale(const Deck& deck, Size window) {
     return scale;
 }
 
-View lookThrough(const Deck& deck, const Layer& camera, Size window) {
+View cameraView(const Deck& deck, const Layer& camera, Size window) {
     View view{Zan_Matrix4(true), Zan_Matrix4(true), Zan_Matrix4(true), 0, 0, window.width / 2, window.height / 2};
     view.zoom = windowScale(deck, window) / camera.scale;
     if (!(view.zoom >= kSmallestScale)) {
-        throw Stop(kBadInput, "camera \"" + oneLine(camera.id) + "\": its scale shrinks the deck to a point");
+        throw Stop(kBadInput, "camera \"" + oneLine(camera.id) + "\": its scale is too large for the window");
     }
     view.distance = deck.perspective / view.zoom;
 
     view.spaceToStep.Translate(-camera.x, -camera.y, -camera.z);
-    for (const char axis : camera.order) turnAbout(axis, -angleAbout(axis, camera), view.spaceToStep);
+    for (const char axis : camera.order) rotateAbout(axis, -angleAbout(axis, camera), view.spaceToStep);
     view.spaceToEye = view.spaceToStep;
     view.spaceToEye.Scale(1, 1, -1);
     view.spaceToEye.Translate(0, 0, view.distance);

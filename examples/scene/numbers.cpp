@@ -1,6 +1,7 @@
-// Numbers from text.
+// Numbers in decks and options.
 #include "numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -14,7 +15,9 @@ std::optional<double> parseNumber(std::string_view text) {
     if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
     double value = 0.0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    // Written so that a NaN fails, too.
+    if (!(std::fabs(value) <= kLargestNumber)) return std::nullopt;
     return value;
 }
 

@@ -1,9 +1,9 @@
-// What the command line asks for.
+// The command line.
 #ifndef ZAN_SCENE_OPTIONS_H
 #define ZAN_SCENE_OPTIONS_H
 
 #include "deck.h"
-#include "look.h"
+#include "project.h"
 
 #include <optional>
 #include <ostream>
@@ -14,17 +14,17 @@ namespace scene {
 
 struct Options {
     std::string deck;
-    std::optional<std::string> camera;  ///< nothing: the deck's first
+    std::optional<std::string> camera;  ///< none: the deck's first step
     bool allCameras = false;
     Size window{1280, 800};
-    std::optional<Size> layer;  ///< nothing: the deck's size
+    std::optional<Size> layer;  ///< none: the deck's size
     std::vector<HitPoint> hits;
     std::optional<std::string> svg;
-    bool drawVisible = false;         ///< the hull and the shares, in the pictures
+    bool drawVisible = false;         ///< pictures show the hull and the shares
     std::optional<std::string> json;  ///< "-": standard output, in place of the table
 };
 
-/// @return nothing when only help was asked for; it has been written to `out`
+/// @return none for --help, whose text has been written to `out`
 /// @throws Stop for a wrong command line
 std::optional<Options> readOptions(int argc, const char* const* argv, std::ostream& out);
 

@@ -1,14 +1,18 @@
-// The answers as pictures.
+// The answers as pictures: SVG, and a page that shows them.
 #include "picture.h"
 
-#include "messages.h"
+#include "text.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <iterator>
 #include <numeric>
+#include <unordered_map>
+#include <utility>
 
 namespace scene {
 namespace {
@@ -32,9 +36,10 @@ constexpr const char* kStyle =
 
 const char* colourOf(size_t layer) { return kColours[layer % std::size(kColours)]; }
 
+/// Text for XML and HTML.
 std::string escaped(std::string_view text) {
     std::string safe;
-    for (const char c : oneLine(text, 200)) {
+    for (const char c : cleanText(text)) {
         switch (c) {
             case '&':
                 safe += "&amp;";
@@ -63,11 +68,11 @@ std::string number(double value) {
 
 std::string attribute(const char* name, double value) { return std::string(" ") + name + "=\"" + number(value) + "\""; }
 
-/// A layer close to the near plane reaches millions of pixels beyond the window, more than what draws SVG can bear.
-/// This is what is left of it in three windows' width and height around the window: no edge of the cut is ever seen.
-class Surroundings {
+/// A layer close to the near plane extends millions of pixels beyond the window, more than SVG viewers can draw. Clips
+/// to a rectangle three times as wide and high as the window, so that the edges of the clip are out of sight.
+class DrawingArea {
 public:
-    explicit Surroundings(Size window) : rect_{-window.width, -window.height, 2 * window.width, 2 * window.height} {}
+    explicit DrawingArea(Size window) : rect_{-window.width, -window.height, 2 * window.width, 2 * window.height} {}
 
     /// The part of an edge to draw; false when there is none.
     [[nodiscard]] bool clip(Point& a, Point& b) const {
@@ -75,7 +80,7 @@ public:
             bool visible = false;
             return Zan_ClipLine2Rect(&rect_, &a, &b, &visible) == 0 && visible;
         }
-        // An upright or level edge that leaves the rectangle is not visible to the library.
+        // The library takes a vertical or horizontal edge that leaves the rectangle as invisible.
         a = {std::clamp(a.x, rect_.left, rect_.right), std::clamp(a.y, rect_.top, rect_.bottom)};
         b = {std::clamp(b.x, rect_.left, rect_.right), std::clamp(b.y, rect_.top, rect_.bottom)};
         return a != b;
@@ -96,65 +101,104 @@ struct Box {
     }
 };
 
-/// Layer names that keep out of each other's way.
-class Names {
+/// Boxes in a grid of cells. A cell holds few of them, since labels are placed where they overlap no other box: a query
+/// takes constant time.
+class BoxGrid {
 public:
-    /// The names leave out the hit points and the note at the bottom.
-    Names(Size window, const std::vector<HitAnswer>& hits) : window_(window) {
-        taken_.push_back({0, window.height - kNoteHeight, window.width, window.height});
+    void add(const Box& box) {
+        forEachCell(box, [&](Cell cell) {
+            cells_[cell].push_back(box);
+            return false;
+        });
+    }
+    [[nodiscard]] bool overlaps(const Box& box) const {
+        return forEachCell(box, [&](Cell cell) {
+            const auto found = cells_.find(cell);
+            return found != cells_.end() && std::any_of(found->second.begin(), found->second.end(),
+                                                        [&](const Box& other) { return box.overlaps(other); });
+        });
+    }
+
+private:
+    using Cell = std::pair<int64_t, int64_t>;
+    struct CellHash {
+        size_t operator()(const Cell& cell) const {
+            return std::hash<int64_t>()(cell.first * int64_t{0x9E3779B1} ^ cell.second);
+        }
+    };
+
+    /// Ends at the first cell for which the action returns true.
+    template <class Action>
+    static bool forEachCell(const Box& box, const Action& action) {
+        const auto index = [](double at) { return static_cast<int64_t>(std::floor(at / kCellSize)); };
+        for (int64_t x = index(box.left); x <= index(box.right); ++x) {
+            for (int64_t y = index(box.top); y <= index(box.bottom); ++y) {
+                if (action(Cell{x, y})) return true;
+            }
+        }
+        return false;
+    }
+
+    static constexpr double kCellSize = 64;
+    std::unordered_map<Cell, std::vector<Box>, CellHash> cells_;
+};
+
+/// Places the labels of layers so that they overlap neither each other nor hit points nor the note at the bottom, as
+/// far as there is space.
+class Labels {
+public:
+    Labels(Size window, const std::vector<HitAnswer>& hits) : window_(window) {
         for (const HitAnswer& hit : hits) {
-            taken_.push_back({hit.point.x - 13, hit.point.y - 22, hit.point.x + 24, hit.point.y + 13});
+            taken_.add({hit.point.x - 13, hit.point.y - 22, hit.point.x + 24, hit.point.y + 13});
         }
     }
 
-    void add(const std::string& name, const char* colour, const Appearance& seen) {
+    void add(const std::string& label, const char* colour, const Appearance& seen) {
         if (!seen.bounds) return;
-        // The middle of what is in the window.
+        // The label is centred in the part of the bounds that lies in the window.
         const double left = std::max(seen.bounds->left, 0.0);
         const double right = std::min(seen.bounds->right, window_.width);
         const double top = std::max(seen.bounds->top, 0.0);
         const double bottom = std::min(seen.bounds->bottom, window_.height);
         if (!(left <= right && top <= bottom)) return;
         const double size = std::clamp(std::min((right - left) / 7, (bottom - top) / 3), 11.0, 26.0);
-        const double halfWidth = size * 0.31 * static_cast<double>(name.size());
+        const double halfWidth = size * 0.31 * static_cast<double>(characterCount(label));
         const double x = std::clamp((left + right) / 2, std::min(halfWidth, window_.width / 2),
                                     std::max(window_.width - halfWidth, window_.width / 2));
-        double y = std::clamp((top + bottom) / 2, size, window_.height - size / 2);
-        Box box{};
-        for (int tries = 0; tries < 40; ++tries) {
-            const int rung = (tries + 1) / 2;
-            const double step = size * 0.6 * rung * (tries % 2 == 0 ? 1 : -1);
-            const double shifted = y + step;
-            box = {x - halfWidth, shifted - size * 0.8, x + halfWidth, shifted + size * 0.25};
-            const bool free = box.top > 0 && box.bottom < window_.height &&
-                              std::none_of(taken_.begin(), taken_.end(), [&](const Box& o) { return box.overlaps(o); });
-            if (free) {
+        // In a window lower than a line of text the upper bound would be below the lower one.
+        double y = std::clamp((top + bottom) / 2, size, std::max(size, window_.height - size / 2));
+        // Tries places below and above in turn, further away each time. When none is free the label stays where it is.
+        for (int attempt = 0; attempt < 40; ++attempt) {
+            const int lines = (attempt + 1) / 2;
+            const double shifted = y + size * 0.6 * lines * (attempt % 2 == 0 ? 1 : -1);
+            const Box box{x - halfWidth, shifted - size * 0.8, x + halfWidth, shifted + size * 0.25};
+            if (box.top > 0 && box.bottom < window_.height - kNoteHeight && !taken_.overlaps(box)) {
+                taken_.add(box);
                 y = shifted;
                 break;
             }
         }
-        taken_.push_back(box);
         svg_ += std::string("<text class=\"name\" fill=\"") + colour + "\"" + attribute("x", x) + attribute("y", y) +
-                attribute("font-size", size) + attribute("stroke-width", size / 7) + ">" + escaped(name) + "</text>\n";
+                attribute("font-size", size) + attribute("stroke-width", size / 7) + ">" + escaped(label) + "</text>\n";
     }
     [[nodiscard]] const std::string& svg() const { return svg_; }
 
 private:
     Size window_;
-    std::vector<Box> taken_;
+    BoxGrid taken_;
     std::string svg_;
 };
 
-std::string drawLayer(const Layer& layer, size_t index, const Appearance& seen, bool hit, const Surroundings& around) {
+std::string drawLayer(const Layer& layer, size_t index, const Appearance& seen, bool hit, const DrawingArea& area) {
     const char* colour = colourOf(index);
     std::string svg = std::string("<g class=\"layer") + (hit ? " hit" : "") + "\"><title>" + escaped(layer.id) +
                       (seen.edgeOn ? ", edge-on" : "") + "</title>\n<polygon fill=\"" + colour + "\" points=\"";
-    for (const Point& p : around.clip(seen.outline)) svg += number(p.x) + "," + number(p.y) + " ";
+    for (const Point& p : area.clip(seen.outline)) svg += number(p.x) + "," + number(p.y) + " ";
     svg += "\"/>\n";
     for (size_t i = 0; i < seen.outline.size(); ++i) {
         Point a = seen.outline[i];
         Point b = seen.outline[(i + 1) % seen.outline.size()];
-        if (!around.clip(a, b)) continue;
+        if (!area.clip(a, b)) continue;
         svg += seen.cut[i] ? "<line class=\"cut\"" : std::string("<line stroke=\"") + colour + "\"";
         svg += attribute("x1", a.x) + attribute("y1", a.y) + attribute("x2", b.x) + attribute("y2", b.y) + "/>\n";
     }
@@ -176,16 +220,17 @@ std::string drawHull(const Outline& hull) {
     return svg + "\"/>\n";
 }
 
-std::string nameOf(const Layer& layer, const Appearance& seen, bool withShare) {
-    if (!withShare || !seen.share) return layer.id;
+std::string labelOf(const Layer& layer, const Appearance& seen, bool withShare) {
+    const std::string name = oneLine(layer.id);
+    if (!withShare || !seen.share) return name;
     const long percent = std::lround(*seen.share * 100);
-    return layer.id + " " + (percent == 0 && *seen.share > 0 ? "<1" : std::to_string(percent)) + "%";
+    return name + " " + (percent == 0 && *seen.share > 0 ? "<1" : std::to_string(percent)) + "%";
 }
 
 std::string drawLegend(const Deck& deck, Size window, const CameraAnswer& answer, bool visible) {
     std::string text = "seen by " + escaped(deck.layers[answer.camera].id);
-    if (visible) text += "; dotted: around all that is visible; percent: of a layer that is";
-    if (!answer.hits.empty()) text += "; the layers under a marked point are filled";
+    if (visible) text += "; dotted: hull of everything visible; percent: share of a layer on screen";
+    if (!answer.hits.empty()) text += "; layers under a marked point are filled";
     std::string svg = "<rect class=\"strip\" width=\"100%\"" + attribute("height", kNoteHeight) +
                       attribute("y", window.height - kNoteHeight) + "/>\n<text class=\"note\" x=\"14\"" +
                       attribute("y", window.height - 9) + ">" + text;
@@ -198,7 +243,7 @@ std::string drawLegend(const Deck& deck, Size window, const CameraAnswer& answer
 
 }  // namespace
 
-std::string toSvg(const Deck& deck, Size window, const CameraAnswer& answer, bool visible) {
+std::string toSvg(const Deck& deck, Size window, const CameraAnswer& answer, bool visible, const Ticker& tick) {
     std::vector<bool> hit(deck.layers.size(), false);
     for (const HitAnswer& point : answer.hits) {
         for (const size_t i : point.layers) hit[i] = true;
@@ -213,18 +258,24 @@ std::string toSvg(const Deck& deck, Size window, const CameraAnswer& answer, boo
                       number(window.height) + "\">\n<title>" + escaped(deck.path) + " seen by " +
                       escaped(deck.layers[answer.camera].id) + "</title>\n<style>" + kStyle +
                       "</style>\n<rect width=\"100%\" height=\"100%\" fill=\"#fdfcf9\"/>\n";
-    const Surroundings around(window);
+    const DrawingArea area(window);
+    size_t done = 0;
+    const auto count = [&] {
+        if (tick) tick(static_cast<double>(++done) / static_cast<double>(2 * order.size()));
+    };
     for (const size_t i : order) {
+        count();
         if (!answer.layers[i].outline.empty()) {
-            svg += drawLayer(deck.layers[i], i, answer.layers[i], hit[i], around);
+            svg += drawLayer(deck.layers[i], i, answer.layers[i], hit[i], area);
         }
     }
     if (visible) svg += drawHull(answer.hull);
-    Names names(window, answer.hits);
+    Labels labels(window, answer.hits);
     for (auto i = order.rbegin(); i != order.rend(); ++i) {
-        names.add(nameOf(deck.layers[*i], answer.layers[*i], visible), colourOf(*i), answer.layers[*i]);
+        count();
+        labels.add(labelOf(deck.layers[*i], answer.layers[*i], visible), colourOf(*i), answer.layers[*i]);
     }
-    svg += names.svg();
+    svg += labels.svg();
     for (size_t i = 0; i < answer.hits.size(); ++i) svg += drawPoint(answer.hits[i], i);
     return svg + drawLegend(deck, window, answer, visible) + "</svg>\n";
 }

@@ -1,23 +1,24 @@
-// The answers as pictures: one SVG a camera, and a page that shows them side by side.
+// The answers as pictures: one SVG per camera, and a page that shows them side by side.
 #ifndef ZAN_SCENE_PICTURE_H
 #define ZAN_SCENE_PICTURE_H
 
-#include "look.h"
+#include "project.h"
 
 #include <string>
 #include <vector>
 
 namespace scene {
 
-/// The window as SVG: layers back to front and named, those hit filled, edges that the near plane cuts in red, the hit
-/// points marked with their tolerance.
-/// @param visible  also the hull around all that the window shows, and with each name the layer's share of it
-std::string toSvg(const Deck& deck, Size window, const CameraAnswer& answer, bool visible);
+/// The window as SVG: layers back to front with labels, those hit filled, edges cut by the near plane in red, the hit
+/// points with their tolerance.
+/// @param visible  draws the hull of everything that the window shows, and adds to each label the layer's share on
+/// screen
+std::string toSvg(const Deck& deck, Size window, const CameraAnswer& answer, bool visible, const Ticker& tick = {});
 
-/// A file name for a camera's picture, safe on any file system and different for every camera: "03-overview.svg".
+/// The file name of a camera's picture: valid on any file system and unique in its folder, "03-overview.svg".
 std::string pictureName(const Deck& deck, size_t camera);
 
-/// The page beside the pictures.
+/// The page that shows the pictures.
 std::string toPage(const Deck& deck, Size window, const std::vector<size_t>& cameras);
 
 }  // namespace scene

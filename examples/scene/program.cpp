@@ -1,4 +1,4 @@
-// The run from the command line to the files.
+// A run, from the command line to the files.
 #include "program.h"
 
 #include "answer.h"
@@ -10,23 +10,27 @@
 #include "progress.h"
 #include "table.h"
 
+#include <unistd.h>
 #include <zan/zan.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
+#include <iostream>
 #include <new>
 #include <sstream>
 
 namespace scene {
 namespace {
 
-/// The number under which zan reports that this program was built for another version of it.
+/// Error number for a report that this program was built for another version of zan.
 constexpr int32_t kVersionReport = 0x5CE4E;
 
-/// zan, started; its reports go to `err` as they come.
+/// zan between its start and its end. Reports are written as lines.
 class Library {
 public:
-    explicit Library(std::ostream& err) {
-        Bel_SetReportHandler(show, &err);
+    Library(std::ostream& err, Progress& progress) : err_(err), progress_(progress) {
+        Bel_SetReportHandler(write, this);
         if (Zan_CheckVersions(kVersionReport, Zan_kInterfaceVersion) != 0 ||
             Zan_Birth(Zan_Service_Basic, nullptr) != 0) {
             Bel_SetReportHandler(nullptr, nullptr);
@@ -41,14 +45,18 @@ public:
     Library& operator=(const Library&) = delete;
 
 private:
-    static void show(void* err, const Bel_Report* report) {
-        char number[16];
-        std::snprintf(number, sizeof number, "0x%X", report->errorNumber);
-        std::ostream& lines = *static_cast<std::ostream*>(err);
-        lines << "zan-scene: report " << number << ", severity " << report->severity;
-        if (report->fromPlatform) lines << ", platform code " << report->platformCode;
-        lines << ": " << report->text << '\n';
+    static void write(void* library, const Bel_Report* report) {
+        const auto& self = *static_cast<Library*>(library);
+        self.progress_.clear();
+        std::array<char, 16> number{};
+        std::snprintf(number.data(), number.size(), "0x%X", report->errorNumber);
+        self.err_ << "zan-scene: report " << number.data() << ", severity " << report->severity;
+        if (report->fromPlatform) self.err_ << ", platform code " << report->platformCode;
+        self.err_ << ": " << report->text << '\n';
     }
+
+    std::ostream& err_;
+    Progress& progress_;
 };
 
 std::vector<size_t> chooseCameras(const Deck& deck, const Options& options) {
@@ -63,45 +71,95 @@ std::vector<size_t> chooseCameras(const Deck& deck, const Options& options) {
         for (size_t i = 0; i < std::min<size_t>(deck.layers.size(), 8); ++i) {
             known += (i > 0 ? ", " : "") + oneLine(deck.layers[i].id);
         }
-        throw Stop(kBadInput, quoted("--camera", *options.camera) + ": no step of " + oneLine(deck.path, 1000) +
-                                  " has this name; there are " + known + (deck.layers.size() > 8 ? ", ..." : ""));
+        throw Stop(kBadInput, quoted("--camera", *options.camera) + ": " + oneLine(deck.path, 1000) +
+                                  " has no such step; it has " + known + (deck.layers.size() > 8 ? ", ..." : ""));
     }
     return cameras;
 }
 
+/// The outputs that a run was asked for.
+class Outputs {
+public:
+    Outputs(const Options& options, const Deck& deck, const std::vector<size_t>& cameras, Size layerSize,
+            std::ostream& out)
+        : options_(options), deck_(deck) {
+        files_.protect(options.deck, "the deck");
+        if (&out == &std::cout) files_.protectStandardOutput();
+        const bool jsonToOut = options.json == "-";
+        if (options.json) {
+            json_.emplace(jsonToOut ? files_.open(out) : files_.open(*options.json), deck, options.window, layerSize);
+        }
+        if (!jsonToOut) {
+            table_ = &files_.open(out);
+            std::ostringstream head;
+            writeHead(head, deck, options.window, layerSize, !options.layer);
+            table_->write(head.str());
+        }
+        if (options.svg && options.allCameras) {
+            files_.folder(*options.svg);
+            files_.add(pictures() / "index.html", toPage(deck, options.window, cameras));
+        } else if (options.svg) {
+            picture_ = &files_.open(*options.svg);
+        }
+    }
+
+    void add(const CameraAnswer& answer, const Ticker& tick) {
+        if (json_) json_->add(answer);
+        if (table_ != nullptr) {
+            std::ostringstream text;
+            writeCamera(text, deck_, options_.window, answer, !options_.allCameras);
+            table_->write(text.str());
+        }
+        if (!options_.svg) return;
+        const std::string svg = toSvg(deck_, options_.window, answer, options_.drawVisible, tick);
+        if (picture_ != nullptr) {
+            picture_->write(svg);
+        } else {
+            files_.add(pictures() / pictureName(deck_, answer.camera), svg);
+        }
+    }
+
+    /// @return how many files
+    size_t commit(Progress& progress) {
+        if (json_) json_->finish();
+        const size_t count = files_.count();
+        files_.commit(progress);
+        return count;
+    }
+
+private:
+    [[nodiscard]] std::filesystem::path pictures() const { return *options_.svg; }
+
+    const Options& options_;
+    const Deck& deck_;
+    Files files_;
+    std::optional<JsonWriter> json_;
+    Output* table_ = nullptr;    ///< none when JSON goes to standard output
+    Output* picture_ = nullptr;  ///< none with --all
+};
+
 void answer(const Options& options, std::ostream& out, std::ostream& err) {
-    const Deck deck = readDeck(options.deck, err);
+    const bool terminal = &err == &std::cerr && isatty(STDERR_FILENO) == 1;
+    Progress progress(err, terminal);
+    const Deck deck = readDeck(options.deck, err, progress);
     const Size layerSize = options.layer.value_or(deck.size);
     const std::vector<size_t> cameras = chooseCameras(deck, options);
-    const std::filesystem::path pictures = options.svg.value_or("");
 
-    const Library library(err);
-    Progress progress(err, cameras.size());
-    Files files;
-    JsonAnswer json(deck, options.window, layerSize);
-    std::ostringstream table;
-    writeHead(table, deck, options.window, layerSize, !options.layer);
-    if (options.svg && options.allCameras) {
-        files.folder(pictures);
-        files.add(pictures / "index.html", toPage(deck, options.window, cameras));
+    const Library library(err, progress);
+    Outputs outputs(options, deck, cameras, layerSize, out);
+    // A camera counts for 1000, half of it for its picture.
+    const double layersShare = options.svg ? 0.5 : 1;
+    for (size_t i = 0; i < cameras.size(); ++i) {
+        const auto at = [&](double done) {
+            progress.at("cameras", i * 1000 + static_cast<size_t>(done * 1000), cameras.size() * 1000);
+        };
+        outputs.add(projectDeck(deck, cameras[i], options.window, layerSize, options.hits,
+                                [&](double done) { at(done * layersShare); }),
+                    [&](double done) { at(layersShare + done * (1 - layersShare)); });
     }
-    size_t done = 0;
-    for (const size_t camera : cameras) {
-        const CameraAnswer one = lookAt(deck, camera, options.window, layerSize, options.hits);
-        if (options.svg) {
-            files.add(options.allCameras ? pictures / pictureName(deck, camera) : pictures,
-                      toSvg(deck, options.window, one, options.drawVisible));
-        }
-        if (options.json) json.add(one);
-        writeCamera(table, deck, options.window, one, !options.allCameras);
-        progress.done(++done);
-    }
-
-    const bool jsonToOut = options.json == "-";
-    if (options.json && !jsonToOut) files.add(*options.json, json.take());
-    files.commit();
-    out << (jsonToOut ? json.take() : table.str());
-    if (!out.flush()) throw Stop(kFailed, "standard output cannot be written");
+    const size_t files = outputs.commit(progress);
+    const std::string total = std::to_string(cameras.size());
+    progress.close(total + " of " + total + " cameras, " + std::to_string(files) + " files");
 }
 
 }  // namespace
@@ -111,7 +169,7 @@ int run(int argc, const char* const* argv, std::ostream& out, std::ostream& err)
         if (const std::optional<Options> options = readOptions(argc, argv, out)) answer(*options, out, err);
         return kDone;
     } catch (const Stop& stop) {
-        // A deck's own lines have been written already.
+        // Without a text, the messages about the deck have been written already.
         if (*stop.what() != '\0') err << "zan-scene: error: " << stop.what() << '\n';
         return stop.code();
     } catch (const std::bad_alloc&) {
@@ -119,7 +177,7 @@ int run(int argc, const char* const* argv, std::ostream& out, std::ostream& err)
     } catch (const std::exception& exception) {
         err << "zan-scene: error: " << oneLine(exception.what(), 300) << '\n';
     } catch (long code) {
-        err << "zan-scene: error: the library gave up with code " << code << '\n';
+        err << "zan-scene: error: the library failed with code " << code << '\n';
     }
     return kFailed;
 }

@@ -1,4 +1,4 @@
-// zan-scene as a function, so that the tests can call it.
+// zan-scene as a function that tests can call.
 #ifndef ZAN_SCENE_PROGRAM_H
 #define ZAN_SCENE_PROGRAM_H
 
@@ -6,10 +6,11 @@
 
 namespace scene {
 
-/// The whole program: reads the options and the deck, starts zan, answers, writes the files, stops zan.
-/// @param out  standard output
-/// @param err  standard error: messages, the library's reports, progress
-/// @return     an ExitCode
+/// The whole program: reads options and deck, starts zan, computes the answers, writes the files, stops zan.
+/// @param argc, argv  as main receives them
+/// @param out                standard output
+/// @param err         standard error: messages, the library's reports, progress
+/// @return            an ExitCode
 int run(int argc, const char* const* argv, std::ostream& out, std::ostream& err);
 
 }  // namespace scene

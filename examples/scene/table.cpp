@@ -1,8 +1,8 @@
-// The answers as a table to read.
+// The answers as a table.
 #include "table.h"
 
 #include "mapping.h"
-#include "messages.h"
+#include "text.h"
 
 #include <algorithm>
 #include <array>
@@ -12,60 +12,54 @@
 namespace scene {
 namespace {
 
-std::string number(double value, const char* form) {
+std::string number(double value, const char* format) {
     std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), form, value);
+    std::snprintf(text.data(), text.size(), format, value);
     return text.data();
 }
 
-/// A coordinate of the window: two decimals, or powers of ten where those would be out of all proportion.
+/// A coordinate of the window: two decimals, or scientific notation for large ones.
 std::string pixels(double value) { return number(value, std::fabs(value) < 1e6 ? "%.2f" : "%.3e"); }
 
 std::string plain(double value) { return number(value, "%.10g"); }
 
 std::string sized(Size size) { return plain(size.width) + " x " + plain(size.height); }
 
-/// Characters, not bytes: the continuation bytes of UTF-8 are 10xxxxxx.
-size_t width(const std::string& text) {
-    return static_cast<size_t>(std::count_if(text.begin(), text.end(),
-                                             [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; }));
-}
-
 constexpr size_t kColumns = 10;
 using Row = std::array<std::string, kColumns>;
 
-/// The first two columns flush left, the others flush right.
+/// The first two columns are left-aligned, the others right-aligned.
 void writeRows(std::ostream& out, const std::vector<Row>& rows) {
     std::array<size_t, kColumns> widths{};
     for (const Row& row : rows) {
-        for (size_t i = 0; i < kColumns; ++i) widths[i] = std::max(widths[i], width(row[i]));
+        for (size_t i = 0; i < kColumns; ++i) widths[i] = std::max(widths[i], characterCount(row[i]));
     }
     for (const Row& row : rows) {
         std::string line;
         for (size_t i = 0; i < kColumns; ++i) {
-            const std::string gap(widths[i] - width(row[i]), ' ');
+            const std::string gap(widths[i] - characterCount(row[i]), ' ');
             line += "  " + (i < 2 ? row[i] + gap : gap + row[i]);
         }
         out << line.substr(0, line.find_last_not_of(' ') + 1) << '\n';
     }
 }
 
-enum class Where { kInWindow, kOutside, kBehind };
+enum class Visibility { kInWindow, kOutside, kBehind };
 
-Where whereIs(const Appearance& seen, Size window) {
-    if (!seen.bounds) return Where::kBehind;
+Visibility classify(const Appearance& seen, Size window) {
+    if (!seen.bounds) return Visibility::kBehind;
     const bool inside = seen.bounds->left < window.width && seen.bounds->right > 0 &&
                         seen.bounds->top < window.height && seen.bounds->bottom > 0;
-    return inside ? Where::kInWindow : Where::kOutside;
+    return inside ? Visibility::kInWindow : Visibility::kOutside;
 }
 
-Row describe(const Layer& layer, const Appearance& seen, Where where) {
-    constexpr const char* kWhere[] = {"in the window", "outside", "behind"};
+Row describe(const Layer& layer, const Appearance& seen, Visibility visibility) {
+    constexpr const char* kTexts[] = {"in the window", "outside", "behind"};
     std::string behind;
     for (size_t i = 0; i < seen.behind.size(); ++i) {
         if (seen.behind[i]) behind += std::to_string(i);
     }
-    Row row{oneLine(layer.id, 30), kWhere[static_cast<size_t>(where)], std::to_string(seen.outline.size())};
+    Row row{oneLine(layer.id, 30), kTexts[static_cast<size_t>(visibility)], std::to_string(seen.outline.size())};
     if (seen.bounds) {
         row[3] = pixels(seen.bounds->left), row[4] = pixels(seen.bounds->top);
         row[5] = pixels(seen.bounds->right), row[6] = pixels(seen.bounds->bottom);
@@ -91,10 +85,11 @@ void writeCamera(std::ostream& out, const Deck& deck, Size window, const CameraA
     size_t outside = 0;
     size_t behind = 0;
     for (size_t i = 0; i < deck.layers.size(); ++i) {
-        const Where where = whereIs(answer.layers[i], window);
-        outside += where == Where::kOutside ? 1 : 0;
-        behind += where == Where::kBehind ? 1 : 0;
-        if (everyLayer || where == Where::kInWindow) rows.push_back(describe(deck.layers[i], answer.layers[i], where));
+        const Visibility visibility = classify(answer.layers[i], window);
+        outside += visibility == Visibility::kOutside ? 1 : 0;
+        behind += visibility == Visibility::kBehind ? 1 : 0;
+        if (everyLayer || visibility == Visibility::kInWindow)
+            rows.push_back(describe(deck.layers[i], answer.layers[i], visibility));
     }
     writeRows(out, rows);
     if (!everyLayer) out << "  outside the window: " << outside << ", behind the near plane: " << behind << '\n';

@@ -1,8 +1,8 @@
-// The answers as a table to read.
+// The answers as a table.
 #ifndef ZAN_SCENE_TABLE_H
 #define ZAN_SCENE_TABLE_H
 
-#include "look.h"
+#include "project.h"
 
 #include <ostream>
 #include <string>
@@ -10,11 +10,11 @@
 
 namespace scene {
 
-/// What all cameras have in common: deck, window, layer size and where that comes from.
+/// Two lines about the run: deck, window, layer size and its origin.
 void writeHead(std::ostream& out, const Deck& deck, Size window, Size layerSize, bool layerSizeFromDeck);
 
-/// One camera: a row a layer, then a line a hit point.
-/// @param everyLayer  false leaves out the layers that are not in the window, and counts them
+/// One camera: one row per layer, then one line per hit point.
+/// @param everyLayer  false lists the layers in the window and counts the others
 void writeCamera(std::ostream& out, const Deck& deck, Size window, const CameraAnswer& answer, bool everyLayer);
 
 }  // namespace scene

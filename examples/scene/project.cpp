@@ -1,5 +1,5 @@
-// Carries layers to the window through zan's layer polygons and asks them about points.
-#include "look.h"
+// Projects layers to the window with zan's layer polygons and tests points against them.
+#include "project.h"
 
 #include "mapping.h"
 
@@ -9,46 +9,46 @@
 namespace scene {
 namespace {
 
-/// The plain functions return what the classes throw.
-void orThrow(int32_t code) {
+/// Functions return the codes that the classes throw.
+void throwIfFailed(int32_t code) {
     if (code != 0) throw static_cast<long>(code);
 }
 
-/// One layer on its way: the polygon that answers, and what the hit depth needs of eye space.
-struct Carried {
+/// A layer's polygon, and its plane and depths in eye space.
+struct ProjectedLayer {
     Zan_TransformPoly3D poly;
     Zan_PlaneEq plane;
-    double nearest, farthest;  ///< eye z of its corners, not before the near plane
+    double nearest, farthest;  ///< smallest and largest eye z of its corners, clamped to the near plane
 };
 
-Carried carry(const Zan_Matrix4& layerToEye, const View& view, Size size, Appearance& seen) {
+ProjectedLayer projectLayer(const Zan_Matrix4& layerToEye, const View& view, Size size, Appearance& seen) {
     const double right = size.width / 2;
     const double bottom = size.height / 2;
     const Zan_Vector2T<double> corners[4] = {{-right, -bottom}, {right, -bottom}, {right, bottom}, {-right, bottom}};
     Zan_Vector3T<double> inEye[4];
-    Carried carried{};
+    ProjectedLayer layer{};
     for (int32_t i = 0; i < 4; ++i) {
-        carried.poly.SetLayerPoint(i, corners[i]);
+        layer.poly.SetLayerPoint(i, corners[i]);
         inEye[i] = {corners[i].x, corners[i].y, 0.0};
     }
-    orThrow(Zan_IsQuadEdgeOn(&layerToEye, inEye, kEdgeOnTolerance, false, &seen.edgeOn));
-    carried.poly.TransformPointsToEye(layerToEye);
-    carried.poly.TransformPointsToScreen(view.eyeToScreen);
-    carried.poly.InitPolyPoints();
+    throwIfFailed(Zan_IsQuadEdgeOn(&layerToEye, inEye, kEdgeOnTolerance, false, &seen.edgeOn));
+    layer.poly.TransformPointsToEye(layerToEye);
+    layer.poly.TransformPointsToScreen(view.eyeToScreen);
+    layer.poly.InitPolyPoints();
 
-    orThrow(Zan_Transform3DFloatPoints(&layerToEye, 4, inEye));
-    Zan_Vector3T<double> middle{};
-    orThrow(Zan_GetPlaneEquation(inEye, 4, &carried.plane, &middle));
-    seen.depth = middle.z;
+    throwIfFailed(Zan_Transform3DFloatPoints(&layerToEye, 4, inEye));
+    Zan_Vector3T<double> centre{};
+    throwIfFailed(Zan_GetPlaneEquation(inEye, 4, &layer.plane, &centre));
+    seen.depth = centre.z;
     const auto [low, high] = std::minmax({inEye[0].z, inEye[1].z, inEye[2].z, inEye[3].z});
-    carried.nearest = std::max(low, Zan_kNearPlaneZ);
-    carried.farthest = std::max(high, Zan_kNearPlaneZ);
-    return carried;
+    layer.nearest = std::max(low, Zan_kNearPlaneZ);
+    layer.farthest = std::max(high, Zan_kNearPlaneZ);
+    return layer;
 }
 
 void readOutline(const Zan_TransformPoly3D& poly, Appearance& seen) {
-    // The outline runs from corner to corner; where it leaves the front it has the crossing of that edge, and where it
-    // comes back the crossing of the other one.
+    // The outline has the corners in front, and for each edge that crosses the near plane the crossing in its place.
+    // crossing[i] says which of the two outline point i is.
     std::vector<bool> crossing;
     for (int32_t i = 0; i < 4; ++i) {
         Zan_Vector2T<double> ignored{};
@@ -87,25 +87,19 @@ void measure(Size window, Appearance& seen) {
     }
     const double area = areaOf(seen.outline);
     const double length = std::max(seen.bounds->right - seen.bounds->left, seen.bounds->bottom - seen.bounds->top);
-    if (area / length >= kThinnest) seen.share = std::min(areaOf(seen.inWindow) / area, 1.0);
+    if (area / length >= kMinMeanWidth) seen.share = std::min(areaOf(seen.inWindow) / area, 1.0);
 }
 
-bool isFinite(const Appearance& seen) {
-    return std::isfinite(seen.depth) && std::all_of(seen.outline.begin(), seen.outline.end(), [](const auto& p) {
-               return std::isfinite(p.x) && std::isfinite(p.y);
-           });
-}
-
-/// Where the ray through a point meets the layer. A point that hits by tolerance alone, or a layer that is edge-on, can
-/// meet the plane outside the layer or not at all: the layer's own depths are the bounds.
-double depthUnder(const Carried& layer, const Zan_Ray& ray) {
+/// Depth at which the ray meets the layer. A ray through a point that hits by its tolerance, or at an edge-on layer,
+/// can meet the plane outside the layer or not at all, so the depth is clamped to those of the layer.
+double depthAt(const ProjectedLayer& layer, const Zan_Ray& ray) {
     Zan_Vector3T<double> hit{};
     bool found = false;
-    orThrow(Zan_RayIntersectPlane(&layer.plane, false, &ray, &hit, nullptr, &found));
+    throwIfFailed(Zan_RayIntersectPlane(&layer.plane, false, &ray, &hit, nullptr, &found));
     return found ? std::clamp(hit.z, layer.nearest, layer.farthest) : layer.nearest;
 }
 
-HitAnswer hitLayers(const std::vector<Carried>& layers, const View& view, const HitPoint& point) {
+HitAnswer hitTest(const std::vector<ProjectedLayer>& layers, const View& view, const HitPoint& point) {
     HitAnswer answer{point, {}, {}};
     const Zan_Vector2T<double> p(point.x, point.y);
     const Zan_Ray ray = rayThrough(view, point.x, point.y);
@@ -115,7 +109,7 @@ HitAnswer hitLayers(const std::vector<Carried>& layers, const View& view, const 
     };
     std::vector<Depth> depths;
     for (size_t i = 0; i < layers.size(); ++i) {
-        if (layers[i].poly.IsPointInside(&p, point.tolerance)) depths.push_back({depthUnder(layers[i], ray), i});
+        if (layers[i].poly.IsPointInside(&p, point.tolerance)) depths.push_back({depthAt(layers[i], ray), i});
         const double distance = layers[i].poly.GetMinimumEdgeDistance(&p);
         if (distance >= 0 && (!answer.nearest || distance < answer.nearest->distance)) answer.nearest = {i, distance};
     }
@@ -132,26 +126,28 @@ HitAnswer hitLayers(const std::vector<Carried>& layers, const View& view, const 
 
 }  // namespace
 
-CameraAnswer lookAt(const Deck& deck, size_t camera, Size window, Size layerSize, const std::vector<HitPoint>& points) {
-    const View view = lookThrough(deck, deck.layers[camera], window);
+CameraAnswer projectDeck(const Deck& deck, size_t camera, Size window, Size layerSize,
+                         const std::vector<HitPoint>& points, const Ticker& tick) {
+    const View view = cameraView(deck, deck.layers[camera], window);
     CameraAnswer answer{camera, {}, {}, {}};
-    std::vector<Carried> carried;
+    std::vector<ProjectedLayer> projected;
     Outline visible;
+    const auto steps = static_cast<double>(deck.layers.size() + points.size());
     for (const Layer& layer : deck.layers) {
         Appearance& seen = answer.layers.emplace_back();
-        const Zan_Matrix4 place = placeLayer(layer);
-        (Zan_Matrix4(place) *= view.spaceToStep).Decompose(&seen.asStepSees);
-        carried.push_back(carry(Zan_Matrix4(place) *= view.spaceToEye, view, layerSize, seen));
-        readOutline(carried.back().poly, seen);
-        if (!isFinite(seen)) {
-            throw Stop(kBadInput, "layer \"" + oneLine(layer.id) + "\" seen by camera \"" +
-                                      oneLine(deck.layers[camera].id) + "\" leaves the range of numbers");
-        }
+        const Zan_Matrix4 placement = layerPlacement(layer);
+        (Zan_Matrix4(placement) *= view.spaceToStep).Decompose(&seen.inCameraStep);
+        projected.push_back(projectLayer(Zan_Matrix4(placement) *= view.spaceToEye, view, layerSize, seen));
+        readOutline(projected.back().poly, seen);
         measure(window, seen);
         visible.insert(visible.end(), seen.inWindow.begin(), seen.inWindow.end());
+        if (tick) tick(static_cast<double>(answer.layers.size()) / steps);
     }
     Zan_ComputeConvexHull(visible.cbegin(), visible.cend(), answer.hull);
-    for (const HitPoint& point : points) answer.hits.push_back(hitLayers(carried, view, point));
+    for (const HitPoint& point : points) {
+        answer.hits.push_back(hitTest(projected, view, point));
+        if (tick) tick(static_cast<double>(answer.layers.size() + answer.hits.size()) / steps);
+    }
     return answer;
 }
 
