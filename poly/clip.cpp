@@ -95,7 +95,8 @@ private:
             inside += values[i] < kInsideLimit ? 1 : 0;
         }
         if (inside == size_) return;
-        // Each run of outside vertices is replaced by two intersections, and there are at most size_ / 2 runs.
+        // A run of outside vertices is replaced by two intersections, so it adds at most one vertex. There are at most
+        // size_ / 2 such runs.
         Vector4* const clipped = buffers_[next_].get(size_ + size_ / 2);
         next_ = 1 - next_;
         size_t count = 0;

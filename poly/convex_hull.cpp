@@ -48,7 +48,7 @@ struct Extent {
     }
 };
 
-// Of no coordinates at all.
+// The extent of no coordinates.
 constexpr Extent kEmptyExtent = {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
 
 // One axis of the grid: 2^29 steps from the least to the greatest coordinate.

@@ -39,33 +39,33 @@ EdgeBits scanEdges(const Vertex* vertices, int32_t edges, const HitQuery& query)
 /// not near the point, and it crosses the ray from the point toward increasing y (kAbove) or does not (kNoCrossing).
 enum EdgeClass : unsigned { kNoCrossing = 0, kAbove = 1, kUncertain = 2 };
 
-/// Filter without division or square root: the sign of cross = (p.x - end.x) * c + (end.y - p.y) * b, with
-/// (b, c) = start - end, decides the edge unless |cross| is within the error bound.
+/// Filter without division or square root: with a = p.x - end.x, (b, c) = start - end and h = end.y - p.y, the sign of
+/// cross = a * c + h * b decides the edge unless |cross| is within the error bound.
 ///
-/// Exactly, cross is b * (Y - p.y), where Y is the height of the edge's line at p.x, and |cross| is the distance from p
-/// to that line times the edge's length. So cross > 0 means above when b > 0 and below when b < 0.
+/// In exact arithmetic, cross = b * (Y - p.y), where Y is the y of the edge's line at p.x. So cross > 0 means that the
+/// line is above p when b > 0, and below when b < 0. And |cross| is the edge's length times the distance from p to its
+/// line.
 ///
-/// Error bound. Rounding is to nearest, so each operation has a relative error of at most u = 2^-53; terms in u^2 only
-/// make the counts below inexact, and those are rounded up. Let P = |p.x - end.x| * |c| + |end.y - p.y| * |b|.
+/// Error bound. Rounding is to nearest, so each operation has a relative error of at most u = 2^-53. Terms in u^2 are
+/// left out; the factors below leave room for them. Let P = |a * c| + |h * b|.
 /// - In cross, each product has three roundings and the sum one: the error is at most 4u * P.
-/// - The exact test calculates Y as (p.x - end.x) / b * c + end.y. The product has five roundings and the sum one: the
-///   error is at most 5u * |Y - end.y| + u * |Y|. Multiplied by |b| that is at most 6u * P + u * |b| * |p.y|, because
-///   |b| * |Y - end.y| = |p.x - end.x| * |c| <= P and |b| * |Y| <= |b| * |p.y| + |cross| and |cross| <= P.
-/// - Together that is at most 11u * P + u * |b| * |p.y|. The first term of errorBound is 2^-45 * P = 256u * P. Its
-///   second term is |b| * yTolerance = |b| * (|p.y| + 1) * 2^-39, of which 1 % is more than u * |b| * |p.y|. So when
-///   |cross| > errorBound, the exact test's Y lies on the same side of p.y as the exact Y and differs from p.y by more
-///   than 0.99 * yTolerance > (|p.y| + 1) * 1.8e-12, which is more than zan::nearlyEqual admits.
-/// - With a tolerance, errorBound also has the term margin * (|b| + |c|). The edge's length is at most |b| + |c|, so
-/// the
-///   edge's line is farther from p than the margin, and so are both ends.
-/// - 2^-1000 is more than underflow adds. If anything overflows, errorBound is infinite or NaN and the edge uncertain.
+/// - The exact test calculates Y as a / b * c + end.y. Its product has five roundings and its sum one: the error is at
+///   most 5u * |Y - end.y| + u * |Y|. Multiplied by |b| that is at most 6u * P + u * |b| * |p.y|, because
+///   |b| * |Y - end.y| = |a * c| <= P, |b| * |Y| <= |b| * |p.y| + |cross| and |cross| <= P.
+/// - Together: at most 10u * P + u * |b| * |p.y|. The first term of errorBound, 2^-45 * P = 256u * P, exceeds the first
+///   part. The second term is |b| * yTolerance = |b| * (|p.y| + 1) * 2^-39, and 1 % of that exceeds the second part.
+/// - So when |cross| > errorBound, the exact test's Y is on the same side of p.y as the exact Y. It differs from p.y by
+///   more than 0.99 * yTolerance > (|p.y| + 1) * 1.8e-12, which is more than zan::nearlyEqual admits.
+/// - With a tolerance, errorBound has the term margin * (|b| + |c|). The edge's length is at most |b| + |c|, so p is
+///   farther than the margin from the edge's line, and so from both ends.
+/// - 2^-1000 exceeds what underflow adds. If anything overflows, errorBound is infinite or NaN: the edge is uncertain.
 template <bool kTolerant, class Vertex>
 EdgeClass classifyEdge(const HitQuery& query, const Vertex& start, const Vertex& end) {
     const bool startsLeft = start.x < query.x, spans = startsLeft != (end.x < query.x);
     if (!kTolerant && !spans) return kNoCrossing;
     const double endX = end.x, endY = end.y;
-    const double a = query.x - endX, b = start.x - endX, c = start.y - endY;
-    const double ac = a * c, hb = (endY - query.y) * b, cross = ac + hb;
+    const double a = query.x - endX, b = start.x - endX, c = start.y - endY, h = endY - query.y;
+    const double ac = a * c, hb = h * b, cross = ac + hb;
     double errorBound = (std::fabs(ac) + std::fabs(hb)) * 0x1p-45 + std::fabs(b) * query.yTolerance + 0x1p-1000;
     if constexpr (kTolerant) errorBound += (std::fabs(b) + std::fabs(c)) * query.margin;
     if (!(std::fabs(cross) > errorBound)) return kUncertain;

@@ -4,9 +4,10 @@
 // does not matter. Repeated vertices are not removed: an edge between equal vertices spans no x and is no nearer to the
 // point than its neighbours.
 //
-// Two filters avoid the exact test of an edge, both without branches and with kernels. In an outline of up to four
+// Two filters avoid the exact test of most edges. Both have kernels and no branches. In an outline of up to four
 // vertices, the error-bound filter classifies all edges at once. In a longer one, a scan of up to 64 edges at a time
-// first finds those that span the point's x or may be near it, and the error-bound filter is applied to those.
+// finds those that span the point's x or may be near the point; with a tolerance, the error-bound filter then tests
+// each of these before the exact test does.
 #include "poly/point_in_polygon.h"
 
 #include "frame/processor.h"
@@ -94,7 +95,7 @@ private:
         unsigned result = testEdge(vertices[count - 1], vertices[0]);
         for (int32_t done = 0; done < count - 1 && result < kHit;) {
             const int32_t edges = std::min(count - 1 - done, zan::kEdgesPerScan);
-            // A last block with fewer edges than the kernel accepts is scanned with some of the block before.
+            // A last block with fewer edges than the kernel accepts is scanned with the end of the block before.
             const int32_t overlap = std::max(kernel.minEdges - edges, 0);
             const Vertex* first = vertices + (done - overlap);
             const zan::EdgeBits found = kernel.scans[kVariant](first, edges + overlap, query_);
@@ -120,7 +121,7 @@ private:
         // If a coordinate of the edge is NaN, edgeY is NaN: the edge is not crossed.
         const double edgeY = (p.x - end.x) / (start.x - end.x) * (start.y - end.y) + end.y;
         const double height = edgeY - p.y;
-        // yTolerance is an early out: heights beyond it are not nearly equal to 0.
+        // Early out: beyond yTolerance, edgeY and p.y are not nearly equal.
         if (!(std::fabs(height) > query_.yTolerance) && zan::nearlyEqual(edgeY, p.y)) return kHit;
         return static_cast<EdgeResult>(height > 0);
     }
@@ -139,14 +140,14 @@ bool contains(const Zan_Vector2T<T>& point, const Zan_Vector2T<T>* vertices, int
     const double toleranceSquared = tolerance * tolerance;
     if (!(toleranceSquared > 0)) {
         if (point == vertices[0] && allRepeatFirst(vertices, count)) return true;
-        return HitTest<false, T>(widen(point), tolerance, toleranceSquared).contains(vertices, count);
+        return HitTest<zan::kWithoutTolerance, T>(widen(point), tolerance, toleranceSquared).contains(vertices, count);
     }
     // An outline that is one point: for doubles the general path computes the same value. For floats the squared
     // distance is rounded to single precision, so this case is separate.
     if constexpr (!std::is_same_v<T, double>) {
         if (allRepeatFirst(vertices, count)) return toleranceSquared >= double(point.DistanceSquared(vertices[0]));
     }
-    return HitTest<true, T>(widen(point), tolerance, toleranceSquared).contains(vertices, count);
+    return HitTest<zan::kWithTolerance, T>(widen(point), tolerance, toleranceSquared).contains(vertices, count);
 }
 
 }  // namespace

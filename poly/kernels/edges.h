@@ -33,8 +33,12 @@ struct EdgeClasses {
 constexpr int32_t kSmallOutlineVertices = 4;
 using SmallOutlineScan = EdgeClasses (*)(const void* vertices, int32_t count, const HitQuery& query);
 
-/// The loops are instantiated for Zan_Vector2T<double> and Zan_Vector2T<float>, each with and without a tolerance.
-/// Without one, maybeNear is 0 and only spanning edges can be uncertain.
+/// Arguments for the template parameter kTolerant. Without a tolerance, maybeNear is 0 and only spanning edges can be
+/// uncertain.
+constexpr bool kWithoutTolerance = false;
+constexpr bool kWithTolerance = true;
+
+/// The loops are instantiated for vertices of type Zan_Vector2T<double> and Zan_Vector2T<float>.
 enum HitTestVariant { kDoubles, kTolerantDoubles, kFloats, kTolerantFloats, kHitTestVariants };
 
 struct EdgeKernel {
@@ -48,7 +52,7 @@ struct EdgeKernel {
 extern const EdgeKernel kPlainEdgeKernel;
 extern const EdgeKernel kAvx2EdgeKernel;
 
-/// The kernels of this build, in the order of zan::Instructions, then null.
+/// The kernels of this build, in the order of zan::InstructionSet, then null.
 extern const EdgeKernel* const kEdgeKernels[];
 
 }  // namespace zan

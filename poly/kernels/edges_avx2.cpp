@@ -103,6 +103,7 @@ zan::EdgeClasses scanSmallOutline(const void* vertices, int32_t count, const zan
 const zan::EdgeKernel zan::kAvx2EdgeKernel = {
     "avx2",
     4,
-    {scan<false, double>, scan<true, double>, scan<false, float>, scan<true, float>},
-    {scanSmallOutline<false, double>, scanSmallOutline<true, double>, scanSmallOutline<false, float>,
-     scanSmallOutline<true, float>}};
+    {scan<kWithoutTolerance, double>, scan<kWithTolerance, double>, scan<kWithoutTolerance, float>,
+     scan<kWithTolerance, float>},
+    {scanSmallOutline<kWithoutTolerance, double>, scanSmallOutline<kWithTolerance, double>,
+     scanSmallOutline<kWithoutTolerance, float>, scanSmallOutline<kWithTolerance, float>}};

@@ -26,7 +26,7 @@ struct TurnKernel {
 extern const TurnKernel kPlainTurnKernel;
 extern const TurnKernel kAvx2TurnKernel;
 
-/// The kernels of this build, in the order of zan::Instructions, then null.
+/// The kernels of this build, in the order of zan::InstructionSet, then null.
 extern const TurnKernel* const kTurnKernels[];
 
 /// Examines all turns, or stops once both directions are found: with the given kernel, and with the plain one where
