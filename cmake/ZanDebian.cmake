@@ -1,11 +1,12 @@
-# The Debian packages libzan18 and libzan-dev, made by `./dev deb`: what the installation lacks to be packages.
+# The Debian packages libzan18 and libzan-dev, which `./dev deb` makes: their files besides the installation, and CPack's
+# settings.
 set(runtime_package "libzan${PROJECT_VERSION_MAJOR}")
 set(dev_package "libzan-dev")
 set(debian_version "${PROJECT_VERSION}-1")
 set(maintainer "The Zan maintainers <maintainers@zan.example>")
 string(TIMESTAMP debian_date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 
-# A compressed file without a date or a name in it.
+# Compresses a file, without its date and name, so that the packages are reproducible.
 function(zan_compress from to)
   execute_process(COMMAND gzip -9nc "${from}" OUTPUT_FILE "${to}" COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
@@ -25,7 +26,7 @@ endforeach()
 zan_compress("${CMAKE_CURRENT_SOURCE_DIR}/tools/selfcheck/zan-selfcheck.1" "${CMAKE_CURRENT_BINARY_DIR}/zan-selfcheck.1.gz")
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/zan-selfcheck.1.gz" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT dev)
 
-# gdb reads by itself what lies under its own data directory.
+# gdb loads this script by itself when it loads the library.
 file(CONFIGURE OUTPUT auto-load.py CONTENT "gdb.execute(\"source @CMAKE_INSTALL_FULL_DATADIR@/zan/zan_gdb.py\")\n" @ONLY)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/auto-load.py"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR}" COMPONENT dev
@@ -35,7 +36,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME zan)
 set(CPACK_PACKAGE_CONTACT "${maintainer}")
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package has its own
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package has a description of its own
 set(CPACK_PACKAGING_INSTALL_PREFIX "${CMAKE_INSTALL_PREFIX}")
 set(CPACK_COMPONENTS_ALL runtime dev)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
@@ -71,8 +72,8 @@ set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${runtime_package} (= ${debian_version})")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "cmake, gdb, pkgconf")
 set(CPACK_DEBIAN_DEV_DESCRIPTION
     "arithmetic and geometry for image layers - development files
-What a program is built with that uses zan: headers, the files by which CMake
-and pkg-config find it, pages on its conventions and reports, the script by
-which gdb shows its records, and a program that tells whether this machine
-gives the same bits as every other.")
+For building programs with zan: headers, files for CMake and pkg-config,
+documentation of its conventions and reports, a script by which gdb shows its
+records, and a program that checks that this machine gives the same bits as
+every other.")
 include(CPack)

@@ -1,5 +1,5 @@
-# What `cmake --install` puts where, in two components: runtime (what a program that uses zan needs) and dev (what a
-# programmer needs besides). Everything is found relative to what it is found by, so a prefix may be moved.
+# Installation in two components: runtime (to run programs that use zan) and dev (to build them). All paths in installed
+# files are relative, so the installation can be moved.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -36,7 +36,7 @@ foreach(pc IN ITEMS zan zan-platform)
   install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc" DESTINATION "${pc_dir}" COMPONENT dev)
 endforeach()
 
-# For debuggers, and to read.
+# Debuggers' files and documentation.
 install(FILES debug/zan.natvis debug/zan_gdb.py DESTINATION "${CMAKE_INSTALL_DATADIR}/zan" COMPONENT dev)
 install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dev
         FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")

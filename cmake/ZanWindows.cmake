@@ -1,14 +1,14 @@
-# What is different about the libraries on Windows: the .def file, import libraries for both tool families, the version
-# resource.
+# The libraries on Windows: .def files, import libraries for MinGW and for Microsoft's tools, version resources.
 find_program(ZAN_LLVM_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14
-             DOC "Makes the import libraries for the Microsoft tool family (zan.lib)")
+             DOC "Makes the import libraries for Microsoft's tools (zan.lib)")
 
-# A DLL that exports its list, named as its target. Makes TARGET.def, libTARGET.dll.a and, where llvm-dlltool is found,
-# TARGET.lib, all beside the DLL's import library.
+# zan_windows_library(TARGET EXPORT-LIST DESCRIPTION OBJECTS)
+# Makes TARGET a DLL that exports its list. In the folder lib, makes TARGET.def, libTARGET.dll.a and, if llvm-dlltool was
+# found, TARGET.lib.
 function(zan_windows_library target list description objects)
   set_target_properties(${target} PROPERTIES PREFIX "" ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
   configure_file("${PROJECT_SOURCE_DIR}/cmake/version.rc.in" "${target}.rc" @ONLY)
-  # A library of its own, since windres knows none of the compiler's options.
+  # A target of its own, since windres does not accept the compiler's options.
   add_library(${target}_version OBJECT "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
   target_sources(${target} PRIVATE "$<TARGET_OBJECTS:${target}_version>")
 
@@ -31,8 +31,7 @@ function(zan_windows_library target list description objects)
   endif()
 endfunction()
 
-# The compiler's DLLs that zan's own need beside them. Host and library share one C++ runtime, since exceptions and
-# containers cross between them.
+# The DLLs of the compiler's runtime. A host and zan share them, since exceptions and containers are passed between them.
 set(ZAN_RUNTIME_DLLS "")
 foreach(name IN ITEMS libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll)
   execute_process(COMMAND "${CMAKE_CXX_COMPILER}" -print-file-name=${name} OUTPUT_VARIABLE path
@@ -43,8 +42,8 @@ foreach(name IN ITEMS libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll)
   endif()
 endforeach()
 
-# What an installation has on Windows alone: the .def files and the other family's import libraries, the compiler's DLLs
-# with their licences, and zan's own.
+# Files that only an installation for Windows has: the .def files and the import libraries for Microsoft's tools, the
+# runtime's DLLs, and licences.
 function(zan_install_for_windows)
   foreach(target IN ITEMS zan zan_platform)
     install(FILES "${PROJECT_BINARY_DIR}/lib/${target}.def" DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev)
@@ -53,7 +52,7 @@ function(zan_install_for_windows)
     endif()
   endforeach()
   install(FILES ${ZAN_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
-  # Debian's statements of the licences of its compiler and of its threads library, and the text that the first refers to.
+  # The licences of the compiler's runtime and of the threads library, and the text that the first refers to.
   install(FILES /usr/share/doc/gcc-mingw-w64-base/copyright DESTINATION licences COMPONENT runtime RENAME gcc.txt OPTIONAL)
   install(FILES /usr/share/doc/mingw-w64-common/copyright DESTINATION licences COMPONENT runtime RENAME winpthreads.txt
           OPTIONAL)
@@ -62,18 +61,18 @@ function(zan_install_for_windows)
 endfunction()
 
 if(PROJECT_IS_TOP_LEVEL)
-  # A program finds the DLLs that lie beside it.
+  # Programs load DLLs from their own folder.
   set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
   file(COPY ${ZAN_RUNTIME_DLLS} DESTINATION "${CMAKE_BINARY_DIR}/bin")
 endif()
 
-# Header-only packages of the build machine, for a cross build: copied, since the machine's own include folder must stay
-# out of a search for another system's headers.
+# Copies header-only packages of the build machine for a cross build, whose search for headers must not find the rest of
+# /usr/include.
 if(PROJECT_IS_TOP_LEVEL AND CMAKE_CROSSCOMPILING AND CMAKE_PREFIX_PATH)
   foreach(folder IN ITEMS include/catch2 lib/cmake/Catch2)
     if(EXISTS "/usr/${folder}")
       cmake_path(GET folder PARENT_PATH parent)
-      # The files left out would name the machine's own binaries.
+      # The excluded files name libraries of the build machine.
       file(COPY "/usr/${folder}" DESTINATION "${CMAKE_PREFIX_PATH}/${parent}" PATTERN "*Targets-*.cmake" EXCLUDE)
     endif()
   endforeach()

@@ -1,10 +1,10 @@
 # Writes the .def file of a DLL from its export list and its object files.
 # cmake -DLIBRARY=zan.dll -DLIST=... -DNM=... -DDEF=... "-DOBJECTS=a;b" -P make_def.cmake
 #
-# The list spells the symbols as on Linux. Where a size_t or an int64_t occurs, Windows spells them otherwise: 'y' for
-# 'm', 'x' for 'l'. So a listed symbol is the one in the object files that is the same but for these letters.
+# The list has the mangled names of Linux. On Windows, size_t and int64_t are mangled as 'y' and 'x' instead of 'm' and 'l',
+# so names are compared with these letters replaced.
 cmake_minimum_required(VERSION 3.25)
-function(spelling out symbol)
+function(linux_name out symbol)
   string(REPLACE "y" "m" symbol "${symbol}")
   string(REPLACE "x" "l" symbol "${symbol}")
   set(${out} "${symbol}" PARENT_SCOPE)
@@ -15,7 +15,7 @@ execute_process(COMMAND "${NM}" --defined-only --extern-only --format=posix ${OB
 string(REGEX MATCHALL "[^\n]+ [A-Z] [^\n]*" lines "${output}")
 foreach(line IN LISTS lines)
   string(REGEX MATCH "^([^ ]+) ([A-Z])" line "${line}")
-  spelling(key "${CMAKE_MATCH_1}")
+  linux_name(key "${CMAKE_MATCH_1}")
   list(APPEND names_${key} "${CMAKE_MATCH_1}")
   set(kind_${CMAKE_MATCH_1} ${CMAKE_MATCH_2})
 endforeach()
@@ -23,7 +23,7 @@ endforeach()
 file(STRINGS "${LIST}" listed REGEX "^[^#]")
 set(exports "")
 foreach(symbol IN LISTS listed)
-  spelling(key "${symbol}")
+  linux_name(key "${symbol}")
   list(REMOVE_DUPLICATES names_${key})
   list(LENGTH names_${key} count)
   if(NOT count EQUAL 1)

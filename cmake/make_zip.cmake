@@ -1,11 +1,11 @@
-# Makes zan-VERSION-windows-x86_64.zip from a build for Windows, in the folder "package" of the build.
+# Makes zan-VERSION-windows-x86_64.zip from a build for Windows, in the build's folder "package".
 # cmake -DBUILD=... -DVERSION=... -P make_zip.cmake
 cmake_minimum_required(VERSION 3.25)
 set(name "zan-${VERSION}-windows-x86_64")
 file(REMOVE_RECURSE "${BUILD}/package")
 execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${BUILD}/package/${name}" --strip
                 OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
-# What a zip without one of these promised is not what the documentation describes.
+# The files that the documentation promises.
 foreach(file IN ITEMS bin/zan.dll bin/zan_platform.dll bin/zan-selfcheck.exe bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
                       lib/libzan.dll.a lib/zan.lib lib/zan.def lib/cmake/zan/zan-config.cmake include/zan/zan.h
                       share/doc/zan/windows.md licences/gcc.txt licences/winpthreads.txt LICENSE CHANGELOG.md)

@@ -2,12 +2,12 @@
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
-# The variant with POSIX threads: the other one has no std::thread and no std::mutex.
+# The variant with POSIX threads: the other one lacks std::thread and std::mutex.
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
-# Nothing of the build machine's own libraries is found; what CMAKE_PREFIX_PATH names is Windows software.
+# Finds no libraries of the build machine, only MinGW's and those in CMAKE_PREFIX_PATH.
 set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32 ${CMAKE_PREFIX_PATH})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# wine.sh PROGRAM ARGUMENT...: runs a Windows program under wine, quietly and with a configuration of its own:
-# $WINEPREFIX, or the folder "wine" in the outermost build tree around the program.
+# wine.sh PROGRAM ARGUMENT...: runs a Windows program under wine, without wine's messages. Wine's configuration is in
+# $WINEPREFIX or, if that is not set, in the folder "wine" of the outermost build tree that contains the program.
 set -euo pipefail
 wine=$(command -v wine64 || command -v /usr/lib/wine/wine64) || { echo "wine64 is needed to run $1"; exit 127; }
 if [ -z "${WINEPREFIX:-}" ]; then
@@ -15,8 +15,9 @@ fi
 export WINEPREFIX WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='mscoree,mshtml='
 mkdir -p "$WINEPREFIX"
 
-# The first program starts a server that stays for a while, since that takes longer than most programs do; the others
-# wait for it. Nothing that is started here may hold on to the program's output or to the lock.
+# Starting wine's server takes longer than most programs, so the first program starts one that keeps running for 30 seconds
+# after the last program; other programs wait until it is ready. The server must inherit neither the program's output nor
+# the lock, or it would keep both open.
 (
   flock 9
   if "$(dirname "$(realpath "$wine")")/wineserver64" -p30 >/dev/null 2>&1 </dev/null 9>&-; then

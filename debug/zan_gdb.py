@@ -1,4 +1,4 @@
-# Shows zan's records in gdb as what they mean: `source zan_gdb.py`, then print as usual; `print/r` gives the plain fields.
+# Pretty-printers of zan's records for gdb: `source zan_gdb.py`, then print as usual; `print/r` prints the raw fields.
 import ctypes
 
 import gdb
@@ -9,13 +9,13 @@ KINDS = ("identity", "translate", "scale", "scale and translate", "affine", "per
 
 
 def shortest(value):
-    """The fewest digits that tell a double from its neighbours."""
+    """A double in the fewest digits that identify it."""
     digits = repr(value)
     return digits[:-2] if digits.endswith(".0") else digits
 
 
 def number(value):
-    """A float or double in the fewest digits that tell it from its neighbours."""
+    """A float or double in the fewest digits that identify it."""
     exact = float(value)
     if value.type.strip_typedefs().sizeof == 4:
         for precision in range(1, 9):
@@ -27,7 +27,7 @@ def number(value):
 
 
 def fixed(value, fraction_bits):
-    """All digits: a fixed-point number is a finite decimal."""
+    """A fixed-point number in all its decimal digits, which are finitely many."""
     raw = int(value)
     if raw == FAILURE:
         return "failure (0x80000000)"
@@ -86,7 +86,7 @@ class Text:
 
 
 class Matrix:
-    """The kind, by the library's rule for the kind of a Zan_Matrix3, and the rows."""
+    """The rows of a matrix, and its kind by the rules of Zan_GetMatrixType."""
 
     def __init__(self, value, size):
         self.rows = [[value["m%d%d" % (row, column)] for column in range(size)] for row in range(size)]
@@ -105,7 +105,7 @@ class Matrix:
 
     def to_string(self):
         kind = self.kind()
-        # Only the smaller matrix has a number for its kind.
+        # The library numbers the kinds of a Zan_Matrix3 only.
         return KINDS[kind] + (" (kind %d)" % kind if len(self.rows) == 3 else "")
 
     def children(self):
@@ -145,7 +145,7 @@ class Zan(gdb.printing.PrettyPrinter):
         if kind.code in (gdb.TYPE_CODE_REF, gdb.TYPE_CODE_RVALUE_REF):
             value = value.referenced_value()
             kind = value.type
-        # Zan_Fixed and Zan_Fix24 are other names of int32_t, so the names on the way to the plain type count.
+        # Zan_Fixed and Zan_Fix24 are typedefs of int32_t: look for a printer at each typedef on the way to the basic type.
         while True:
             kind = kind.unqualified()
             make = PRINTERS.get((kind.name or "").partition("<")[0])

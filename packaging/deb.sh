@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Makes the Debian packages in build/deb and checks them: lintian, and a stranger's program built from what they hold.
+# Makes the Debian packages in build/deb and checks them: with lintian, by running zan-selfcheck from them, and by building
+# and running a program against them.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 out=build/deb
 
-# The same commit gives the same changelog.
+# Makes the date in the changelog depend on the commit only.
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || date +%s)}
 export SOURCE_DATE_EPOCH
 rm -f "$out"/*.deb
@@ -24,7 +25,7 @@ done
 libraries=$(dirname "$(find "$out/root" -name libzan.so)")
 export PKG_CONFIG_PATH=$libraries/pkgconfig LD_LIBRARY_PATH=$libraries
 # shellcheck disable=SC2046
-g++ -std=c++17 tests/stranger/stranger.cpp $(pkg-config --cflags --libs zan zan-platform) -o "$out/stranger"
+g++ -std=c++17 tests/consumer/consumer.cpp $(pkg-config --cflags --libs zan zan-platform) -o "$out/consumer"
 "$out/root/usr/bin/zan-selfcheck"
-"$out/stranger"
+"$out/consumer"
 echo "the packages: ${packages[*]}"

@@ -1,5 +1,5 @@
-# Looks into what is shipped for what must never be in it: fused or x87 arithmetic, code that runs when it is loaded, in
-# a kernel's object file a function that others define too, on Windows wide moves that trust the stack's alignment.
+# Disassembles a library and fails if it contains fused or x87 arithmetic, code that runs when it is loaded, or, on Windows,
+# aligned 32-byte moves to the stack; or if the object file of a kernel defines a function that other files may define.
 # cmake -DFILES=... -DKERNELS=... -DOBJDUMP=... -DREADELF=... -P check_code.cmake
 # FILES is the library, on Windows its object files; KERNELS are the object files compiled for one instruction set.
 cmake_minimum_required(VERSION 3.25)
@@ -7,7 +7,7 @@ execute_process(COMMAND "${OBJDUMP}" -d --no-show-raw-insn ${FILES} OUTPUT_VARIA
 string(REGEX MATCHALL "[\t ](mulsd|ret)" ordinary "${code}")
 list(LENGTH ordinary count)
 if(count LESS 10)
-  message(FATAL_ERROR "the disassembly of ${FILES} was not understood")
+  message(FATAL_ERROR "the disassembly of ${FILES} has an unexpected format")
 endif()
 string(REGEX MATCH "\n[^\n]*[\t ](vfn?m(add|sub)[a-z0-9]*|f(ld|st|add|sub|mul|div|ild|ist|sqrt|com|ucom|sin|cos|chs|abs|xch)[a-z0-9]*)[\t ][^\n]*"
              found "${code}")
@@ -17,28 +17,29 @@ endif()
 
 foreach(kernel IN LISTS KERNELS)
   execute_process(COMMAND "${OBJDUMP}" -h "${kernel}" OUTPUT_VARIABLE sections COMMAND_ERROR_IS_FATAL ANY)
-  # The linker keeps one copy of such a section, perhaps the one for processors that the machine does not have.
+  # An inline function has a section of its own, of which the linker keeps one copy. That may be this one, although other
+  # code calls it on processors without the instruction set.
   if(NOT sections MATCHES "\\.text" OR sections MATCHES "\\.text[.$]_")
-    message(FATAL_ERROR "${kernel} is no object file or shares a function with others:\n${sections}")
+    message(FATAL_ERROR "${kernel} is no object file, or defines an inline function:\n${sections}")
   endif()
 endforeach()
 
 if(FILES MATCHES "\\.obj")
-  # Windows keeps the stack aligned to 16 bytes, and GCC does not align it further for what it spills there.
+  # Windows aligns the stack to 16 bytes, and GCC does not align it further for the 32-byte values that it spills.
   string(REGEX MATCH "\n[^\n]*vmov(ap[sd]|dqa)[^\n]*(ymm[^\n]*\\(|\\([^\n]*ymm)[^\n]*" found "${code}")
   if(found)
-    message(FATAL_ERROR "a wide move that needs an aligned stack:${found}")
+    message(FATAL_ERROR "an aligned move of 32 bytes to or from memory:${found}")
   endif()
   execute_process(COMMAND "${OBJDUMP}" -h ${FILES} OUTPUT_VARIABLE sections COMMAND_ERROR_IS_FATAL ANY)
   string(REGEX MATCH "\\.ctors" runs "${sections}")
 else()
   execute_process(COMMAND "${READELF}" -SW "${FILES}" OUTPUT_VARIABLE sections COMMAND_ERROR_IS_FATAL ANY)
-  # One pointer: the compiler's own frame_dummy.
+  # One pointer of 8 bytes: the compiler's own frame_dummy.
   if(NOT sections MATCHES "\\.init_array +INIT_ARRAY +[0-9a-f]+ +[0-9a-f]+ +000008 ")
     set(runs TRUE)
   endif()
 endif()
 if(runs)
-  message(FATAL_ERROR "${FILES}: code of its own runs when it is loaded:\n${sections}")
+  message(FATAL_ERROR "${FILES}: code runs when it is loaded:\n${sections}")
 endif()
 message(STATUS "no fused or x87 arithmetic, nothing runs at load")

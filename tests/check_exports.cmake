@@ -1,4 +1,4 @@
-# Compares a library's dynamic symbols, weak and unique ones included, with its export list.
+# Compares all dynamic symbols that a library defines, including weak and unique ones, with its export list.
 # cmake -DLIBRARY=... -DLIST=... -DNM=... -P check_exports.cmake
 execute_process(COMMAND "${NM}" -D --defined-only --format=posix "${LIBRARY}" OUTPUT_VARIABLE output RESULT_VARIABLE failed)
 if(failed)

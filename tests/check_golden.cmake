@@ -1,11 +1,11 @@
-# Every export has a golden sum, or a reason why it has none.
+# Every exported function has a line in golden.sums: with its sum, or with the reason why it has none.
 # cmake -DEXPORTS=zan.exports -DSUMS=golden.sums -DCXXFILT=... -P check_golden.cmake
 cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND "${CXXFILT}" INPUT_FILE "${EXPORTS}" OUTPUT_VARIABLE exports COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "[^\n]+" exports "${exports}")
 list(FILTER exports EXCLUDE REGEX "^#|^vtable for|^typeinfo |~|^Zan_G_zref$|^Zanp_G$")
 list(REMOVE_DUPLICATES exports)
-# Names alone, without arguments, template arguments and a template's result type; once for each overload.
+# The names of functions, without arguments, template arguments and result types. An overloaded name occurs several times.
 function(names out)
   list(TRANSFORM ARGN REPLACE "\\(.*" "" OUTPUT_VARIABLE names)
   foreach(depth RANGE 5)
@@ -34,12 +34,12 @@ if(NOT missing STREQUAL summed)
   file(WRITE golden_exports.txt "${missing}\n")
   file(WRITE golden_sums.txt "${summed}\n")
   execute_process(COMMAND diff golden_exports.txt golden_sums.txt)
-  message(FATAL_ERROR "an export ('<') without a line in operations.cpp and golden.sums, or a line ('>') without an export")
+  message(FATAL_ERROR "'<': exports without a line in operations.cpp and golden.sums; '>': lines without an export")
 endif()
-set(gone ${without})
-list(REMOVE_ITEM gone ${exported})
-if(gone)
-  message(FATAL_ERROR "not exported: ${gone}")
+set(unknown ${without})
+list(REMOVE_ITEM unknown ${exported})
+if(unknown)
+  message(FATAL_ERROR "lines without an export: ${unknown}")
 endif()
 list(LENGTH summed count)
 message(STATUS "${count} exports have a sum")

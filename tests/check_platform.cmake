@@ -1,6 +1,6 @@
-# A host links its own platform libraries, so zan must hold no copy of what they provide: every platform operation that it
-# knows is an undefined symbol, and one that the stand-in exports. Of the C library it uses what is listed here and no
-# more, so that it cannot touch the host's locale, signals, files or floating-point mode.
+# A host may link platform libraries of its own, so zan must define no platform operation: each one that it uses is an
+# undefined symbol, and exported by zan_platform. Of the C library, zan may use only the functions listed here, so it cannot
+# change the host's locale, signals, files or floating-point mode.
 # cmake -DLIBRARY=... -DLIST=... -DNM=... -DSANITIZED=... -P check_platform.cmake
 cmake_minimum_required(VERSION 3.25)
 set(c_library acos asin atan atan2 bcmp cos fmod frexp frexpf ldexp ldexpf memcmp memcpy memmove memset sin sincos snprintf
@@ -14,23 +14,23 @@ function(symbols result)
   set(${result} "${found}" PARENT_SCOPE)
 endfunction()
 
-symbols(held --defined-only)
+symbols(defined --defined-only)
 symbols(exported -D --defined-only)
-symbols(wanted -D --undefined-only)
-set(used ${wanted})
-foreach(list IN ITEMS held exported wanted)
+symbols(imported -D --undefined-only)
+set(used ${imported})
+foreach(list IN ITEMS defined exported imported)
   list(FILTER ${list} INCLUDE REGEX "${platform}")
 endforeach()
-list(REMOVE_ITEM used ${wanted} ${c_library})
+list(REMOVE_ITEM used ${imported} ${c_library})
 list(FILTER used EXCLUDE REGEX "${compiler}")
 if(used AND NOT SANITIZED)
-  message(FATAL_ERROR "not to be used of the C library: ${used}")
+  message(FATAL_ERROR "functions of the C library that zan must not use: ${used}")
 endif()
 file(STRINGS "${LIST}" listed REGEX "^[^#]")
-set(unknown ${wanted})
+set(unknown ${imported})
 list(REMOVE_ITEM unknown ${listed})
-list(LENGTH wanted count)
-if(held OR exported OR unknown OR count LESS 10)
-  message(FATAL_ERROR "held: ${held}\nexported: ${exported}\nnot the platform's: ${unknown}\nwanted: ${wanted}")
+list(LENGTH imported count)
+if(defined OR exported OR unknown OR count LESS 10)
+  message(FATAL_ERROR "platform operations that zan defines: ${defined}\nexports: ${exported}\nimports although zan_platform lacks them: ${unknown}\nimports: ${imported}")
 endif()
-message(STATUS "${count} platform operations, all of them undefined")
+message(STATUS "${count} platform operations, all undefined")

@@ -1,4 +1,4 @@
-# The version stands in the top CMakeLists.txt and as the newest heading of the changelog, and nowhere else.
+# The version is in CMakeLists.txt and in the newest heading of the changelog, and nowhere else.
 # cmake -DVERSION=... -DSOURCE=... -P check_version.cmake
 file(STRINGS "${SOURCE}/CHANGELOG.md" headings REGEX "^## ")
 list(GET headings 0 newest)

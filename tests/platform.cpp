@@ -145,7 +145,7 @@ TEST_CASE("tracked memory is aligned and counted") {
     CHECK_THROWS_AS(Bel_MemTrackedObject::TrackedNew(SIZE_MAX, false), std::bad_alloc);
 }
 
-TEST_CASE("allocations fail on demand; only Bel_AllocateHandle reports it") {
+TEST_CASE("allocations fail on demand, and only Bel_AllocateHandle reports it") {
     for (const FailureRow& row : kFailures) {
         CAPTURE(row.what);
         HostReports host;

@@ -1,4 +1,4 @@
-# What gdb shows of the values before the program runs, compared with what it should.
+# Compares what gdb prints for the records in values.cpp with shown.txt. The program need not run for that.
 # cmake -DGDB=... -DPROGRAM=... -DSCRIPT=... -P check.cmake
 foreach(value IN ITEMS " fixed16" " fixed24" " plain" " ratios" " pt" " lpt" " fpt" " rects" " lrect" " frects" " drect"
                        " v2" " v3" " v4" " kinds" " solid" " sameSolid" "/r frects[0]")
@@ -10,5 +10,5 @@ execute_process(
   ERROR_VARIABLE errors COMMAND_ERROR_IS_FATAL ANY)
 file(READ "${CMAKE_CURRENT_LIST_DIR}/shown.txt" expected)
 if(NOT shown STREQUAL expected)
-  message(FATAL_ERROR "gdb showed\n${shown}\nand not\n${expected}${errors}")
+  message(FATAL_ERROR "gdb printed\n${shown}\nexpected\n${expected}${errors}")
 endif()

@@ -1,4 +1,4 @@
-// One of each record with values that are there before the program runs, for a debugger to show.
+// Values of every record, initialised at compile time, for a debugger to print before the program runs.
 #include "zan/zan.h"
 
 #include <array>

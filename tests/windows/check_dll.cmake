@@ -1,9 +1,9 @@
-# Looks into a DLL: its exports are its list, its imports are those that a host expects, its version is the project's.
+# Checks a DLL: it exports the symbols on its list, imports from no unexpected DLL, and has the project's version.
 # cmake -DLIBRARY=... -DLIST=... -DVERSION=18.4 -DOBJDUMP=... -DIMPORTS=zan_platform.dll -P check_dll.cmake
 cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND "${OBJDUMP}" -p "${LIBRARY}" OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
 
-# size_t and int64_t are spelled 'm' and 'l' in the list, 'y' and 'x' here.
+# Mangled names differ in size_t and int64_t: 'm' and 'l' on Linux, and so in the list; 'y' and 'x' on Windows.
 file(STRINGS "${LIST}" listed REGEX "^[^#]")
 string(REGEX MATCH "Ordinal/Name Pointer. Table(\n[\t ]+[^\n]+)*" table "${headers}")
 string(REGEX MATCHALL "\\[[ 0-9]+\\] [^\n]+" exported "${table}")
@@ -15,17 +15,17 @@ foreach(symbols IN ITEMS listed exported)
 endforeach()
 list(LENGTH listed count)
 if(count EQUAL 0 OR NOT listed STREQUAL exported)
-  message(FATAL_ERROR "${LIBRARY} exports\n${exported}\nbut the list has\n${listed}")
+  message(FATAL_ERROR "${LIBRARY} exports\n${exported}\nbut its list is\n${listed}")
 endif()
 
 string(REGEX MATCHALL "DLL Name: [^\n]+" imports "${headers}")
 list(TRANSFORM imports REPLACE "DLL Name: " "")
 list(REMOVE_ITEM imports ${IMPORTS} KERNEL32.dll msvcrt.dll libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll)
 if(imports)
-  message(FATAL_ERROR "${LIBRARY} also needs ${imports}")
+  message(FATAL_ERROR "${LIBRARY} also imports from ${imports}")
 endif()
 
-# The fixed part of the version resource: its signature, then file and product version, each as minor, major, 0, 0.
+# The fixed part of the version resource: a signature, then file and product version, each as minor, major, 0, 0.
 file(READ "${LIBRARY}" bytes HEX)
 string(REGEX MATCH "bd04effe00000100(..)(..)(..)(..)00000000(..)(..)(..)(..)00000000" fixed "${bytes}")
 math(EXPR file "0x${CMAKE_MATCH_4}${CMAKE_MATCH_3}")
@@ -33,7 +33,7 @@ math(EXPR file_minor "0x${CMAKE_MATCH_2}${CMAKE_MATCH_1}")
 math(EXPR product "0x${CMAKE_MATCH_8}${CMAKE_MATCH_7}")
 math(EXPR product_minor "0x${CMAKE_MATCH_6}${CMAKE_MATCH_5}")
 if(NOT "${file}.${file_minor} ${product}.${product_minor}" STREQUAL "${VERSION} ${VERSION}")
-  message(FATAL_ERROR "${LIBRARY} is of version ${file}.${file_minor}, product ${product}.${product_minor}")
+  message(FATAL_ERROR "${LIBRARY} has file version ${file}.${file_minor} and product version ${product}.${product_minor}")
 endif()
 cmake_path(GET LIBRARY FILENAME name)
 foreach(text IN ITEMS FileDescription OriginalFilename "${name}" "${VERSION}.0.0")
@@ -41,7 +41,7 @@ foreach(text IN ITEMS FileDescription OriginalFilename "${name}" "${VERSION}.0.0
   string(REGEX REPLACE "(..)" "\\100" hex "${hex}")
   string(FIND "${bytes}" "${hex}0000" at)
   if(at EQUAL -1)
-    message(FATAL_ERROR "the version resource of ${LIBRARY} does not say '${text}'")
+    message(FATAL_ERROR "the version resource of ${LIBRARY} lacks '${text}'")
   endif()
 endforeach()
 message(STATUS "${count} exports, as listed; imports and version as expected")

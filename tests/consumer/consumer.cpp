@@ -1,4 +1,4 @@
-// Start, one call, one report through the handler, stop: what a host programmer writes in the first five minutes.
+// The smallest program of a host: starts zan, calls one operation, receives one report, and stops zan.
 #include "platform/bel.h"
 #include "zan/zan.h"
 

@@ -1,5 +1,5 @@
-# Builds a host with the tools of the other family against the unpacked package and runs it.
-# cmake -DPREFIX=the package -DWORK=... -DGENERATOR=... "-DHEADERS=standard C++ headers" -DCLANG=... -DLINKER=... -DRUN=... -P check.cmake
+# Builds host.cpp for the Microsoft ABI with the files of the unpacked zip, and runs it.
+# cmake -DPREFIX=the unpacked zip -DWORK=... -DGENERATOR=... "-DHEADERS=standard C++ headers" -DCLANG=... -DLINKER=... -DRUN=... -P check.cmake
 cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND "${CMAKE_COMMAND}" --fresh -S "${CMAKE_CURRENT_LIST_DIR}" -B "${WORK}" -G "${GENERATOR}"
                         "-DCMAKE_PREFIX_PATH=${PREFIX}" COMMAND_ERROR_IS_FATAL ANY)

@@ -1,0 +1,82 @@
+# Builds projects that use zan, each in one of the documented cases, and runs their programs.
+# cmake -DCASE=... -DBUILD=zan's build directory -DCXX=... -DGENERATOR=... [-DRUN=emulator] -P check.cmake
+cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH source)
+cmake_path(GET source PARENT_PATH source)
+set(work "${BUILD}/consumer")
+set(prefix "${work}/moved")
+
+# Configures from scratch and builds. Objects are kept, and the cases that compile zan's sources share a directory, so that
+# zan is compiled only once.
+set(directory "${work}/${CASE}")
+if(CASE MATCHES "add_subdirectory|own_platform")
+  set(directory "${work}/sources")
+endif()
+function(build_project from)
+  execute_process(COMMAND "${CMAKE_COMMAND}" --fresh -S "${from}" -B "${directory}" -G "${GENERATOR}"
+                          "-DCMAKE_CXX_COMPILER=${CXX}" ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
+  execute_process(COMMAND "${CMAKE_COMMAND}" --build "${directory}" COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+function(run_program program expected)
+  execute_process(COMMAND ${RUN} "${program}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+  string(REPLACE "\r" "" output "${output}")
+  if(NOT output STREQUAL expected)
+    message(FATAL_ERROR "${program} printed\n${output}\nexpected\n${expected}")
+  endif()
+endfunction()
+
+set(consumer_prints "kind 1\nreport 0x110014: the library has already been started.\nresult 12\n")
+
+if(CASE STREQUAL "install")
+  # The other cases use the moved installation.
+  file(REMOVE_RECURSE "${work}/prefix" "${prefix}")
+  execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${work}/prefix" COMMAND_ERROR_IS_FATAL ANY)
+  file(RENAME "${work}/prefix" "${prefix}")
+
+elseif(CASE STREQUAL "find_package")
+  build_project("${source}/tests/consumer" "-DCMAKE_PREFIX_PATH=${prefix}")
+  run_program("${directory}/consumer" "${consumer_prints}")
+
+elseif(CASE STREQUAL "other_versions")
+  foreach(version IN ITEMS 17 19 18.999)
+    find_package(zan ${version} CONFIG QUIET PATHS "${prefix}" NO_DEFAULT_PATH)
+    if(zan_FOUND OR NOT zan_CONSIDERED_VERSIONS MATCHES "^18\\.")
+      message(FATAL_ERROR "zan ${version}: found: '${zan_FOUND}', considered: '${zan_CONSIDERED_VERSIONS}'")
+    endif()
+  endforeach()
+
+elseif(CASE STREQUAL "pkg_config")
+  file(GLOB_RECURSE pc "${prefix}/*/zan.pc")
+  cmake_path(GET pc PARENT_PATH pc_dir)
+  cmake_path(GET pc_dir PARENT_PATH lib_dir)
+  set(ENV{PKG_CONFIG_PATH} "${pc_dir}")
+  set(ENV{LD_LIBRARY_PATH} "${lib_dir}")
+  file(MAKE_DIRECTORY "${directory}")
+  execute_process(
+    COMMAND sh -ec "$0 -std=c++17 consumer.cpp $(pkg-config --cflags --libs zan zan-platform) -o $1" "${CXX}"
+            "${directory}/consumer" WORKING_DIRECTORY "${source}/tests/consumer" COMMAND_ERROR_IS_FATAL ANY)
+  run_program("${directory}/consumer" "${consumer_prints}")
+
+elseif(CASE STREQUAL "add_subdirectory")
+  build_project("${source}/tests/consumer" "-DZAN_SOURCE=${source}"
+                "-DCMAKE_PROJECT_consumer_INCLUDE=${source}/tests/consumer/untouched.cmake")
+  run_program("${directory}/consumer" "${consumer_prints}")
+
+elseif(CASE STREQUAL "own_platform")
+  build_project("${source}/examples/own_platform")
+  run_program("${directory}/host" "host received report 0x110014, severity 8: host's text for platform error 12\n")
+
+elseif(CASE STREQUAL "zip")
+  # The zip for Windows, used with the toolchain that made it. tests/windows/microsoft_abi uses the unpacked files too.
+  execute_process(COMMAND "${CMAKE_COMMAND}" "-DBUILD=${BUILD}" "-DVERSION=${VERSION}" -P "${source}/cmake/make_zip.cmake"
+                  COMMAND_ERROR_IS_FATAL ANY)
+  file(REMOVE_RECURSE "${prefix}")
+  file(ARCHIVE_EXTRACT INPUT "${BUILD}/package/zan-${VERSION}-windows-x86_64.zip" DESTINATION "${prefix}")
+  set(prefix "${prefix}/zan-${VERSION}-windows-x86_64")
+  build_project("${source}/tests/consumer" "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+  set(ENV{WINEPATH} "${prefix}/bin")
+  run_program("${work}/${CASE}/consumer.exe" "${consumer_prints}")
+
+else()
+  message(FATAL_ERROR "unknown case: '${CASE}'")
+endif()
