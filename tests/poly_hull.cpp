@@ -2,6 +2,8 @@
 #include "tests/support/vectors.h"
 #include "zan/poly.h"
 
+#include <catch2/catch.hpp>
+
 #include <algorithm>
 
 namespace {
