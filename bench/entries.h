@@ -1,5 +1,5 @@
-// An entry: one capability by zan, and the same by each peer, what a host would use instead. Both sides answer on the
-// same inputs and are compared before they are timed.
+// An entry is one operation, a row of the table: zan's form and each peer's, that is, what a host would use instead.
+// All of them run on the same inputs, and their results are compared before they are timed.
 #ifndef ZAN_BENCH_ENTRIES_H
 #define ZAN_BENCH_ENTRIES_H
 
@@ -20,16 +20,16 @@
 
 namespace zan_bench {
 
-/// The answers are equal.
-struct Same {
+/// Compares results: they are equal.
+struct Equal {
     template <class A, class B>
     bool operator()(const A& a, const B& b) const {
         return a == b;
     }
 };
 
-/// The answers, numbers or records of doubles laid out alike, differ by no more than a part of the larger number, or of
-/// 1: the peer adds and divides in another order.
+/// Compares numbers, or records of doubles with the same layout: they differ by at most tolerance * max(1, |a|, |b|),
+/// since a peer may add and divide in another order.
 struct Near {
     double tolerance = 1e-9;
 
@@ -60,33 +60,33 @@ private:
     }
 };
 
-/// The numbers that an operation on an array left there. They are equal when all bytes are.
+/// A view of an array that an operation has written. Equal when all bytes are.
 template <class T>
-struct Array {
+struct ArrayView {
     const T* data;
     size_t count;
 
-    bool operator==(const Array& other) const {
+    bool operator==(const ArrayView& other) const {
         return count == other.count && std::memcmp(data, other.data, count * sizeof(T)) == 0;
     }
 };
 template <class Container>
-auto arrayOf(const Container& container) {
-    return Array<typename Container::value_type>{container.data(), container.size()};
+auto viewOf(const Container& container) {
+    return ArrayView<typename Container::value_type>{container.data(), container.size()};
 }
 
-/// The answers are arrays of doubles, or of records of doubles.
+/// The same for arrays of doubles, or of records of doubles.
 struct NearArrays {
     double tolerance = 1e-9;
 
     template <class A, class B>
-    bool operator()(const Array<A>& a, const Array<B>& b) const {
+    bool operator()(const ArrayView<A>& a, const ArrayView<B>& b) const {
         static_assert(sizeof(A) == sizeof(B) && sizeof(A) % sizeof(double) == 0);
         return a.count == b.count && Near{tolerance}.arrays(a.data, b.data, a.count * (sizeof(A) / sizeof(double)));
     }
 };
 
-/// The bytes of an answer as one number, for a comparison with the answer of another process.
+/// A hash (FNV-1a) of the bytes of results, to compare them with those of another process.
 class Digest {
 public:
     template <class T>
@@ -94,7 +94,7 @@ public:
         bytes(&record, sizeof record);
     }
     template <class T>
-    void add(const Array<T>& array) {
+    void add(const ArrayView<T>& array) {
         bytes(array.data, array.count * sizeof(T));
     }
     uint64_t value() const { return value_; }
@@ -108,7 +108,7 @@ private:
     uint64_t value_ = 0xCBF29CE484222325;
 };
 
-/// True in the program that is linked with zan's plain kernels.
+/// True in zan_bench_plain.
 extern const bool kPlainKernels;
 
 #ifdef ZAN_BENCH_NATIVE
@@ -117,72 +117,74 @@ inline constexpr bool kNative = true;
 inline constexpr bool kNative = false;
 #endif
 
-/// Registers itself. The functions take the number of an input, 0 to count - 1, and give the answer; they must hold
-/// what they read by pointer or by value. What is timed is zan and its plain form where the program is built for any
-/// processor, and the peers in either build; with zan's plain kernels forced, these alone.
+/// Registers its benchmarks when it is destroyed. Its functions take the index of an input, 0 to count - 1, and return
+/// the result; they are copied, so they hold their inputs by pointer or by value. Three programs measure:
+/// - zan_bench, built for any processor: zan, its plain form and the peers;
+/// - zan_bench_native, built for this processor: the peers;
+/// - zan_bench_plain, linked with zan's plain kernels: zan alone, in the entries that have kernels.
 template <class Function>
 class Entry {
 public:
-    /// @param elements  what a call works on: times are given for one of them
-    Entry(std::string capability, size_t count, Function zan, size_t elements = 1)
-        : capability_(std::move(capability)), count_(count), elements_(elements), zan_(std::move(zan)) {}
+    /// @param elements  elements of an array that one call processes: times are per element
+    Entry(std::string operation, size_t count, Function zan, size_t elements = 1)
+        : operation_(std::move(operation)), count_(count), elements_(elements), zan_(std::move(zan)) {}
 
-    /// zan with its plain kernels is the plain form: measured in a process of its own, with the same answers.
-    Entry& kernels() {
-        byKernels_ = true;
+    /// The operation has kernels: its plain form is zan itself in zan_bench_plain.
+    Entry& hasKernels() {
+        hasKernels_ = true;
         return *this;
     }
-    /// The plain form of the operation, which gives the same bits.
+    /// The plain form of an operation without kernels. It must give the same bits.
     template <class Plain>
     Entry& plain(const Plain& function) {
-        const auto sameBits = [](const auto& zan, const auto& stated) {
+        const auto sameBits = [](const auto& zan, const auto& plain) {
             Digest a, b;
             a.add(zan);
-            b.add(stated);
+            b.add(plain);
             return a.value() == b.value();
         };
         if (!kNative && !kPlainKernels) compare("plain", function, sameBits);
         return *this;
     }
-    /// @param agree  whether an answer of zan and one of the peer may pass for the same
-    template <class Peer, class Agree = Same>
+    /// @param agree  compares a result of zan with one of the peer
+    template <class Peer, class Agree = Equal>
     Entry& peer(const std::string& name, const Peer& function, Agree agree = {}) {
         if (!kPlainKernels) compare(name, function, agree);
         return *this;
     }
 
     ~Entry() {
-        if (kPlainKernels && !byKernels_) return;
-        // One round for all, so that functions that change what they work on find every copy in the same state, in
+        if (kPlainKernels && !hasKernels_) return;
+        // Each function runs once per input, so that functions that write to their inputs start from the same state in
         // every process.
         Digest digest;
         for (size_t i = 0; i < count_; ++i) {
-            const Answer answer = zan_(i);
-            digest.add(answer);
-            for (const auto& compare : comparisons_) compare(answer, i);
+            const Result result = zan_(i);
+            digest.add(result);
+            for (const auto& compare : comparisons_) compare(result, i);
         }
-        for (const auto& add : others_) add();
+        for (const auto& add : registrations_) add();
         if (kNative) return;
-        add(kPlainKernels ? "plain" : "zan", zan_, "", byKernels_ ? std::to_string(digest.value()) : "");
+        add(kPlainKernels ? "plain" : "zan", zan_, "", hasKernels_ ? std::to_string(digest.value()) : "");
     }
     Entry(const Entry&) = delete;
     Entry& operator=(const Entry&) = delete;
 
 private:
-    using Answer = std::invoke_result_t<Function, size_t>;
+    using Result = std::invoke_result_t<Function, size_t>;
 
     template <class Other, class Agree>
     void compare(const std::string& name, const Other& function, const Agree& agree) {
         const auto difference = std::make_shared<std::string>();
-        comparisons_.push_back([=](const Answer& ours, size_t i) {
+        comparisons_.push_back([=](const Result& ours, size_t i) {
             const auto theirs = function(i);
             if (!difference->empty() || agree(ours, theirs)) return;
             *difference = std::string("zan and ").append(name).append(" differ at input ").append(std::to_string(i));
         });
-        others_.push_back([=, this] { add(name, function, *difference, ""); });
+        registrations_.push_back([=, this] { add(name, function, *difference, ""); });
     }
     template <class Timed>
-    void add(const std::string& who, const Timed& function, const std::string& difference,
+    void add(const std::string& side, const Timed& function, const std::string& difference,
              const std::string& label) const {
         const auto measure = [=, count = count_, elements = elements_](benchmark::State& state) {
             if (!difference.empty()) {
@@ -193,31 +195,40 @@ private:
             for (auto pass : state) {
                 static_cast<void>(pass);
                 for (size_t i = 0; i < count; ++i) {
-                    auto answer = timed(i);
-                    benchmark::DoNotOptimize(answer);
+                    auto result = timed(i);
+                    benchmark::DoNotOptimize(result);
                 }
             }
             state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(count * elements));
             state.SetLabel(label);
         };
-        benchmark::RegisterBenchmark((capability_ + "/" + who).c_str(), measure);
+        benchmark::RegisterBenchmark((operation_ + "/" + side).c_str(), measure);
     }
 
-    std::string capability_;
+    std::string operation_;
     size_t count_, elements_;
     Function zan_;
-    bool byKernels_ = false;
-    std::vector<std::function<void(const Answer&, size_t)>> comparisons_;
-    std::vector<std::function<void()>> others_;
+    bool hasKernels_ = false;
+    std::vector<std::function<void(const Result&, size_t)>> comparisons_;
+    std::vector<std::function<void()>> registrations_;
 };
 
-// One per room.
+// Each registers the entries of one file, in the order of the table.
 void addFrameEntries();
-void addGeom2dEntries();
-void addMatrixEntries();
-void addPolyEntries();
 void addScalarEntries();
+void addGeom2dEntries();
+void addMatrixProducts();
+void addMatrixPoints();
+void addMatrixIntegerPoints();
+void addMatrixRectangles();
+void addMatrixBuilders();
+void addMatrixInverses();
+void addMatrixDecompositions();
 void addSpaceEntries();
+void addPolyHitTests();
+void addPolyHulls();
+void addPolyClips();
+void addPolyLayers();
 
 }  // namespace zan_bench
 

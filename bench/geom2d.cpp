@@ -1,7 +1,8 @@
-// Rectangles and angles beside what a host writes by hand: structures of its own and functions that inline.
+// Rectangles and angles beside what a host would write by hand, which the compiler inlines.
 #include "zan/geom2d.h"
 
 #include "entries.h"
+#include "tests/support/vectors.h"
 
 namespace zan_bench {
 namespace {
@@ -14,16 +15,16 @@ using ShortPair = RectPair<Zan_Rect>;
 using LongPair = RectPair<Zan_LRect>;
 using FloatPair = RectPair<Zan_FloatRect>;
 
-/// A rectangle about as large as the field that it lies in, one in eight empty.
+/// A rectangle whose size and position have the same range, so that two of them often overlap. A few are empty.
 template <class Rect, class Number>
 Rect rectOf(Random& random) {
-    const int32_t left = random.whole(-3000, 3000), top = random.whole(-3000, 3000);
-    const int32_t low = random.whole(0, 7) == 0 ? -50 : 1;
+    const int32_t left = random.integer(-3000, 3000), top = random.integer(-3000, 3000);
+    const int32_t smallest = random.integer(0, 7) == 0 ? -50 : 1;
     Rect rect;
     rect.left = static_cast<Number>(left);
     rect.top = static_cast<Number>(top);
-    rect.right = static_cast<Number>(left + random.whole(low, 3000));
-    rect.bottom = static_cast<Number>(top + random.whole(low, 3000));
+    rect.right = static_cast<Number>(left + random.integer(smallest, 3000));
+    rect.bottom = static_cast<Number>(top + random.integer(smallest, 3000));
     return rect;
 }
 template <class Rect, class Number>
@@ -32,7 +33,7 @@ RectPair<Rect> pairOf(Random& random) {
     return {a, rectOf<Rect, Number>(random)};
 }
 
-/// Every field equal, whatever the order of storage.
+/// Compares the fields by name: records differ in their order of storage.
 struct SameRect {
     template <class Rect>
     bool operator()(const Rect& a, const Rect& b) const {
@@ -71,14 +72,14 @@ bool enclosesByHand(const Rect& a, const Rect& b) {
 }
 
 void addSets() {
-    static const auto shorts = inputs(kMany, 61, pairOf<Zan_Rect, int16_t>);
-    static const auto longs = inputs(kMany, 62, pairOf<Zan_LRect, int32_t>);
-    static const auto floats = inputs(kMany, 63, pairOf<Zan_FloatRect, double>);
+    static const auto shorts = inputs(kInputs, 61, pairOf<Zan_Rect, int16_t>);
+    static const auto longs = inputs(kInputs, 62, pairOf<Zan_LRect, int32_t>);
+    static const auto floats = inputs(kInputs, 63, pairOf<Zan_FloatRect, double>);
     const ShortPair* s = shorts.data();
     const LongPair* l = longs.data();
     const FloatPair* f = floats.data();
 
-    Entry("intersection, 16-bit", kMany,
+    Entry("intersection, 16-bit", kInputs,
           [=](size_t i) {
               Zan_Rect r;
               static_cast<void>(Zan_SectRect(&s[i].a, &s[i].b, &r));
@@ -86,7 +87,7 @@ void addSets() {
           })
         .peer(
             "by hand", [=](size_t i) { return intersectionByHand(s[i].a, s[i].b); }, SameRect());
-    Entry("intersection, 32-bit", kMany,
+    Entry("intersection, 32-bit", kInputs,
           [=](size_t i) {
               Zan_LRect r;
               static_cast<void>(Zan_SectLRect(&l[i].a, &l[i].b, &r));
@@ -94,7 +95,7 @@ void addSets() {
           })
         .peer(
             "by hand", [=](size_t i) { return intersectionByHand(l[i].a, l[i].b); }, SameRect());
-    Entry("intersection, double", kMany,
+    Entry("intersection, double", kInputs,
           [=](size_t i) {
               Zan_FloatRect r;
               static_cast<void>(Zan_SectFloatRect(&f[i].a, &f[i].b, &r));
@@ -102,7 +103,7 @@ void addSets() {
           })
         .peer(
             "by hand", [=](size_t i) { return intersectionByHand(f[i].a, f[i].b); }, SameRect());
-    Entry("union, 16-bit", kMany,
+    Entry("union, 16-bit", kInputs,
           [=](size_t i) {
               Zan_Rect r;
               Zan_UnionRect(&s[i].a, &s[i].b, &r);
@@ -110,7 +111,7 @@ void addSets() {
           })
         .peer(
             "by hand", [=](size_t i) { return unionByHand(s[i].a, s[i].b); }, SameRect());
-    Entry("union, 32-bit", kMany,
+    Entry("union, 32-bit", kInputs,
           [=](size_t i) {
               Zan_LRect r;
               Zan_UnionLRect(&l[i].a, &l[i].b, &r);
@@ -118,8 +119,8 @@ void addSets() {
           })
         .peer(
             "by hand", [=](size_t i) { return unionByHand(l[i].a, l[i].b); }, SameRect());
-    Entry("one rectangle encloses the other, 32-bit", kMany, [=](size_t i) {
-        return Zan_LRectCompare(6, &l[i].a, &l[i].b);
+    Entry("one rectangle encloses the other, 32-bit", kInputs, [=](size_t i) {
+        return Zan_LRectCompare(Zan_RectRelation_Encloses, &l[i].a, &l[i].b);
     }).peer("by hand", [=](size_t i) { return enclosesByHand(l[i].a, l[i].b); });
 }
 
@@ -129,12 +130,12 @@ struct PointAndRect {
 };
 
 void addPoints() {
-    static const auto cases = inputs(kMany, 64, [](Random& random) {
+    static const auto cases = inputs(kInputs, 64, [](Random& random) {
         return PointAndRect{
-            {static_cast<int16_t>(random.whole(-4000, 4000)), static_cast<int16_t>(random.whole(-4000, 4000))},
+            {static_cast<int16_t>(random.integer(-4000, 4000)), static_cast<int16_t>(random.integer(-4000, 4000))},
             rectOf<Zan_Rect, int16_t>(random)};
     });
-    static const auto fixed = inputs(kMany, 65, [](Random& random) {
+    static const auto fixed = inputs(kInputs, 65, [](Random& random) {
         Zan_FixedRect rect = rectOf<Zan_FixedRect, int32_t>(random);
         for (int32_t* side : {&rect.left, &rect.top, &rect.right, &rect.bottom}) *side = *side * 5000;
         return rect;
@@ -142,13 +143,13 @@ void addPoints() {
     const PointAndRect* c = cases.data();
     const Zan_FixedRect* x = fixed.data();
 
-    Entry("point in a rectangle, 16-bit", kMany, [=](size_t i) {
+    Entry("point in a rectangle, 16-bit", kInputs, [=](size_t i) {
         return Zan_PtInRect(&c[i].point, &c[i].rect);
     }).peer("by hand", [=](size_t i) {
         const auto& [p, r] = c[i];
         return r.left <= p.h && p.h < r.right && r.top <= p.v && p.v < r.bottom;
     });
-    Entry("fixed rectangle to 32-bit, outwards", kMany,
+    Entry("fixed rectangle to 32-bit, outwards", kInputs,
           [=](size_t i) {
               Zan_LRect r;
               Zan_FixedRect2LRectOut(&x[i], &r);
@@ -169,7 +170,7 @@ void addPoints() {
                                  (x[i].bottom + 0xFFFF) >> 16};
             },
             SameRect());
-    Entry("centre a rectangle, 16-bit", kMany,
+    Entry("centre a rectangle, 16-bit", kInputs,
           [=](size_t i) {
               const Zan_Rect frame = {-2000, -1000, 2000, 1000};
               Zan_Rect r = c[i].rect;
@@ -188,26 +189,26 @@ void addPoints() {
             SameRect());
 }
 
-/// Degrees clockwise from straight up, in (0, 360].
+/// Degrees clockwise from straight up, in (0, 360]. y points down.
 double compassByHand(double x, double y) {
     const double degrees = std::atan2(x, -y) * (180.0 / 3.141592653589793);
     return degrees > 0 ? degrees : degrees + 360.0;
 }
 
 void addAngles() {
-    static const auto directions = inputs(kMany, 66, [](Random& random) {
+    static const auto directions = inputs(kInputs, 66, [](Random& random) {
         const double x = random.real(-100, 100);
-        return Zan_Vector2T<double>(x, random.real(-100, 100));
+        return Vector2(x, random.real(-100, 100));
     });
-    const Zan_Vector2T<double>* d = directions.data();
+    const Vector2* d = directions.data();
 
-    Entry("compass angle of a direction", kMany, [=](size_t i) { return Zan_VecToAngle(d[i]); })
+    Entry("compass angle of a direction", kInputs, [=](size_t i) { return Zan_VecToAngle(d[i]); })
         .peer(
             "std::atan2", [=](size_t i) { return compassByHand(d[i].x, d[i].y); }, Near());
-    Entry("compass angle of a point about a rectangle", kMany,
+    Entry("compass angle of a point about a rectangle", kInputs,
           [=](size_t i) {
               const Zan_FloatRect rect = {-10, -20, 30, 40};
-              Zan_Vector2T<double> point = d[i];
+              Vector2 point = d[i];
               double angle = 0;
               Zan_Pt2Angle(&rect, &point, &angle);
               return angle;

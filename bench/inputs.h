@@ -1,5 +1,5 @@
-// The inputs that zan and its peers share: from fixed seeds, the same in every run, and so many that the branch
-// predictor cannot learn them.
+// The random inputs that zan and its peers share: from fixed seeds, the same in every run, and too many for the branch
+// predictor to learn.
 #ifndef ZAN_BENCH_INPUTS_H
 #define ZAN_BENCH_INPUTS_H
 
@@ -15,9 +15,9 @@
 namespace zan_bench {
 
 /// Inputs of an entry.
-inline constexpr size_t kMany = 4096;
-/// Inputs of an entry about outlines of four vertices: 4,096 of them are learnt.
-inline constexpr size_t kVeryMany = 65536;
+inline constexpr size_t kInputs = 4096;
+/// Inputs of an entry about outlines of four vertices: the branch predictor learns 4,096 of these.
+inline constexpr size_t kSmallOutlines = 65536;
 /// Points of a long array.
 inline constexpr size_t kPoints = 4096;
 
@@ -29,20 +29,20 @@ public:
     uint32_t bits() { return static_cast<uint32_t>(engine_()); }
     /// Uniform in [low, high).
     double real(double low, double high) { return low + (high - low) * (bits() * 0x1p-32); }
-    /// Uniform in low ... high, the ends included.
-    int32_t whole(int32_t low, int32_t high) {
+    /// Uniform in [low, high].
+    int32_t integer(int32_t low, int32_t high) {
         const uint64_t span = static_cast<uint64_t>(static_cast<int64_t>(high) - low) + 1;
         return static_cast<int32_t>(low + static_cast<int64_t>(bits() % span));
     }
-    /// Any sign, and as many bits as chance says: small numbers are as frequent as large ones.
-    int32_t anyWidth() { return static_cast<int32_t>(bits()) >> whole(0, 31); }
+    /// Any sign, with a uniform number of significant bits: small magnitudes are as frequent as large ones.
+    int32_t anyMagnitude() { return static_cast<int32_t>(bits()) >> integer(0, 31); }
 
 private:
     std::mt19937 engine_;
 };
 
-/// The name of an entry with a count in it: "hull of 10,000 points".
-inline std::string named(const char* before, size_t count, const char* after) {
+/// The name of an entry that holds a count: "hull of 10,000 points".
+inline std::string nameWithCount(const char* before, size_t count, const char* after) {
     std::string digits = std::to_string(count);
     for (size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, 1, ',');
     std::string name = before;
@@ -51,7 +51,7 @@ inline std::string named(const char* before, size_t count, const char* after) {
     return name;
 }
 
-/// count values that make(Random&) gives.
+/// count values of make(Random&).
 template <class Make>
 auto inputs(size_t count, uint32_t seed, Make make) {
     Random random(seed);
@@ -61,8 +61,8 @@ auto inputs(size_t count, uint32_t seed, Make make) {
     return values;
 }
 
-/// The same bytes as records of another library. A matrix for row vectors stored row by row has the bytes of the same
-/// transform for column vectors stored column by column, which is what glm and Eigen use.
+/// The same bytes as records of another library. zan's matrices are for row vectors and stored by rows; glm's and
+/// Eigen's are for column vectors and stored by columns. So the same bytes are the same transform.
 template <class To, class From>
 std::vector<To> sameBytes(const std::vector<From>& from) {
     static_assert(sizeof(To) == sizeof(From));
@@ -71,7 +71,7 @@ std::vector<To> sameBytes(const std::vector<From>& from) {
     return to;
 }
 
-/// A layer's transform in the plane: scale, skew, rotation, translation. Row vectors, row by row.
+/// A layer's transform in the plane: scale, skew, rotation, translation. For row vectors, stored by rows.
 inline std::array<double, 9> planeTransform(Random& random) {
     const double angle = random.real(-3.1, 3.1), skew = random.real(-0.5, 0.5);
     const double sx = random.real(0.3, 3), sy = random.real(0.3, 3), c = std::cos(angle), s = std::sin(angle);
@@ -80,21 +80,21 @@ inline std::array<double, 9> planeTransform(Random& random) {
         1};
 }
 
-/// A unit quaternion x, y, z, w, any rotation alike.
+/// A unit quaternion x, y, z, w, uniform over all rotations.
 inline std::array<double, 4> rotation(Random& random) {
     double q[4], square = 0;
     do {
         square = 0;
-        for (double& part : q) {
-            part = random.real(-1, 1);
-            square += part * part;
+        for (double& component : q) {
+            component = random.real(-1, 1);
+            square += component * component;
         }
     } while (square > 1 || square < 0.01);
-    const double size = std::sqrt(square);
-    return {q[0] / size, q[1] / size, q[2] / size, q[3] / size};
+    const double norm = std::sqrt(square);
+    return {q[0] / norm, q[1] / norm, q[2] / norm, q[3] / norm};
 }
 
-/// A layer's transform in space: scale, rotation, translation.
+/// A layer's transform in space: scale, rotation, translation. For row vectors, stored by rows.
 inline std::array<double, 16> spaceTransform(Random& random) {
     const auto [x, y, z, w] = rotation(random);
     const double sx = random.real(0.3, 3), sy = random.real(0.3, 3), sz = random.real(0.3, 3);
@@ -104,7 +104,7 @@ inline std::array<double, 16> spaceTransform(Random& random) {
             random.real(-500, 500),         random.real(-500, 500),         random.real(-500, 500),         1};
 }
 
-/// The same seen through a camera: w grows with the distance and is never near zero for points of the unit cube.
+/// The same with a perspective projection; for points in [-1, 1]^3 w is at least 0.7.
 inline std::array<double, 16> cameraTransform(Random& random) {
     std::array<double, 16> m = spaceTransform(random);
     for (size_t row = 0; row < 4; ++row) m[row * 4 + 3] = random.real(-0.1, 0.1);

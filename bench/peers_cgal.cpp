@@ -1,4 +1,4 @@
-// Hulls by CGAL, in a file of their own, since its headers take long.
+// Convex hulls by CGAL, in a separate file since its headers take long to compile.
 #include "peers_cgal.h"
 
 #include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
@@ -11,7 +11,7 @@ using Point = CGAL::Exact_predicates_inexact_constructions_kernel::Point_2;
 struct CgalHulls::Points {
     std::vector<std::vector<Point>> clouds;
     std::vector<Point> hull;
-    std::vector<Zan_Vector2T<double>> shown;
+    std::vector<Vector2> result;
 };
 
 CgalHulls::CgalHulls(const std::vector<Cloud>& clouds) : points_(std::make_shared<Points>()) {
@@ -21,13 +21,13 @@ CgalHulls::CgalHulls(const std::vector<Cloud>& clouds) : points_(std::make_share
     }
 }
 
-Array<Zan_Vector2T<double>> CgalHulls::operator()(size_t i) const {
+ArrayView<Vector2> CgalHulls::operator()(size_t i) const {
     const std::vector<Point>& cloud = points_->clouds[i];
     points_->hull.clear();
     CGAL::convex_hull_2(cloud.begin(), cloud.end(), std::back_inserter(points_->hull));
-    points_->shown.clear();
-    for (const Point& p : points_->hull) points_->shown.emplace_back(p.x(), p.y());
-    return arrayOf(points_->shown);
+    points_->result.clear();
+    for (const Point& p : points_->hull) points_->result.emplace_back(p.x(), p.y());
+    return viewOf(points_->result);
 }
 
 }  // namespace zan_bench

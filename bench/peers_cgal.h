@@ -1,22 +1,22 @@
-// CGAL as the benchmarks use it: hulls, with predicates that are exact.
+// Convex hulls by CGAL, with exact predicates.
 #ifndef ZAN_BENCH_PEERS_CGAL_H
 #define ZAN_BENCH_PEERS_CGAL_H
 
 #include "entries.h"
-#include "zan/types.h"
+#include "tests/support/vectors.h"
 
 #include <memory>
 #include <vector>
 
 namespace zan_bench {
 
-using Cloud = std::vector<Zan_Vector2T<double>>;
+using Cloud = std::vector<Vector2>;
 
-/// The clouds as CGAL's points. A call computes the hull of one and shows its vertices.
+/// Holds the clouds as CGAL's points. A call returns the vertices of one cloud's hull.
 class CgalHulls {
 public:
     explicit CgalHulls(const std::vector<Cloud>& clouds);
-    Array<Zan_Vector2T<double>> operator()(size_t i) const;
+    ArrayView<Vector2> operator()(size_t i) const;
 
 private:
     struct Points;

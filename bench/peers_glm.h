@@ -1,4 +1,4 @@
-// glm as the benchmarks use it, with its newer parts allowed.
+// glm for the benchmarks, with its experimental extensions enabled.
 #ifndef ZAN_BENCH_PEERS_GLM_H
 #define ZAN_BENCH_PEERS_GLM_H
 

@@ -1,16 +1,18 @@
 #!/usr/bin/env bash
-# run.sh BUILD_DIR [--smoke | --markdown | Google Benchmark's options]: measures every entry, keeps the figures in
-# BUILD_DIR/bench/results.*.json and prints them as a table of medians. --smoke only checks that every entry runs and
-# that all answers agree. BENCH_RUNNER runs the programs (wine), if they are not this system's.
+# run.sh BUILD_DIR [--smoke | --markdown | Google Benchmark's options]: measures every entry, keeps the results in
+# BUILD_DIR/bench/results.*.json and prints a table of medians.
+#   --smoke     runs every entry briefly, only to check that all results agree
+#   --markdown  writes the table into docs/speed.md instead, and some of its rows into README.md
+# BENCH_RUNNER is a command that runs the programs if they are for another system (wine).
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 build=$1
 shift
 programs=$build/bench
 [ ! -d "$build/bin" ] || programs=$build/bin
-program= plain= native=
+portable= plain= native=
 for suffix in "" .exe; do
-  [ ! -f "$programs/zan_bench$suffix" ] || program=$programs/zan_bench$suffix plain=$programs/zan_bench_plain$suffix
+  [ ! -f "$programs/zan_bench$suffix" ] || portable=$programs/zan_bench$suffix plain=$programs/zan_bench_plain$suffix
 done
 [ ! -f "$programs/zan_bench_native" ] || native=$programs/zan_bench_native
 rm -f "$build"/bench/results.*.json
@@ -22,27 +24,31 @@ measure() {
   ${BENCH_RUNNER:-} "$@" --benchmark_out="$results" --benchmark_out_format=json >"$build/bench/console.txt" 2>&1 ||
     { cat "$build/bench/console.txt"; exit 1; }
 }
-# round NUMBER [OPTION...]: the program, the one for this machine, and zan alone with its plain kernels.
+# round NUMBER [OPTION...]: runs the programs one after the other.
 round() {
   local number=$1
   shift
-  measure any "$number" "$program" "$@"
+  measure portable "$number" "$portable" "$@"
   [ -z "$native" ] || measure native "$number" "$native" "$@"
   measure plain "$number" "$plain" "$@"
 }
 
 case " $* " in
-  *" --help "* | *--benchmark_list_tests*) exec "$program" "$@" ;;
+  *" --help "* | *--benchmark_list_tests*) exec "$portable" "$@" ;;
   *" --smoke "*)
     round 1 --benchmark_min_time=0.000001
     "$here/table.py" --smoke "$build"/bench/results.*.json
     ;;
   *)
     table=()
-    [ "${1:-}" = --markdown ] && table=("$1") && shift
-    # The repetitions of all entries are interleaved, so that a slow moment of the machine does not meet one side alone.
+    if [ "${1:-}" = --markdown ]; then
+      [ $# -eq 1 ] || { echo "--markdown writes the whole table and takes no other option"; exit 2; }
+      table=("$1") && shift
+    fi
+    # Rounds, with the repetitions of all entries interleaved: a slow moment of the machine affects all sides alike.
     for number in 1 2 3; do
-      round "$number" --benchmark_repetitions=3 --benchmark_min_time=0.03 --benchmark_enable_random_interleaving=true "$@"
+      round "$number" --benchmark_repetitions=3 --benchmark_min_time=0.03 \
+        --benchmark_enable_random_interleaving=true "$@"
     done
     "$here/table.py" "${table[@]}" "$build"/bench/results.*.json
     ;;

@@ -1,4 +1,4 @@
-// Integers, rounding, fixed point and ratios beside the standard library, Boost.Rational and what a host writes by
+// Integers, rounding, fixed point and ratios beside the standard library, Boost.Rational and what a host would write by
 // hand.
 #include "zan/scalar.h"
 
@@ -17,7 +17,7 @@ struct IntPair {
     int32_t a, b;
 };
 
-/// One bit after the other, as found in many a code base.
+/// Tests one bit at a time.
 int16_t leadingZerosByLoop(uint32_t x) {
     int16_t count = 0;
     for (uint32_t bit = 0x80000000U; bit != 0 && (x & bit) == 0; bit >>= 1) ++count;
@@ -34,7 +34,7 @@ int32_t nearestMultiple(int32_t x, int32_t m) {
     return static_cast<int32_t>(std::round(static_cast<double>(x) / m)) * m;
 }
 
-/// The value itself, or the failure value where it does not fit 32 bits.
+/// The value, or the failure value if it does not fit into 32 bits.
 int32_t fitOrFail(int64_t value) {
     return value > INT32_MAX || value < -INT32_MAX ? Zan_kFixedFailure : static_cast<int32_t>(value);
 }
@@ -51,7 +51,7 @@ int32_t fix24QuotientIn64(int32_t a, int32_t b) {
     return fitOrFail((scaled + (scaled < 0 ? -1 : 1)) / 2);
 }
 
-/// The convergent with terms of at most 2^30 that a host finds with a few lines of floating point.
+/// The last convergent of the continued fraction with terms up to 2^30, computed in double.
 Zan_Ratio fractionOf(double value) {
     double rest = std::abs(value);
     int64_t h = 1, k = 0, previousH = 0, previousK = 1;
@@ -69,32 +69,33 @@ Zan_Ratio fractionOf(double value) {
 }
 
 void addBits() {
-    static const auto words = inputs(kMany, 11, [](Random& random) { return random.bits() >> random.whole(0, 31); });
-    static const auto pairs = inputs(kMany, 12, [](Random& random) {
-        return IntPair{random.anyWidth(), random.anyWidth()};
+    static const auto words =
+        inputs(kInputs, 11, [](Random& random) { return random.bits() >> random.integer(0, 31); });
+    static const auto pairs = inputs(kInputs, 12, [](Random& random) {
+        return IntPair{random.anyMagnitude(), random.anyMagnitude()};
     });
     const uint32_t* w = words.data();
     const IntPair* p = pairs.data();
 
-    Entry("leading zeros", kMany, [=](size_t i) {
+    Entry("leading zeros", kInputs, [=](size_t i) {
         return Zan_LeadingZeros(w[i]);
     }).peer("std::countl_zero", [=](size_t i) {
           return static_cast<int16_t>(std::countl_zero(w[i]));
       }).peer("loop over bits", [=](size_t i) { return leadingZerosByLoop(w[i]); });
-    Entry("trailing zeros", kMany, [=](size_t i) {
+    Entry("trailing zeros", kInputs, [=](size_t i) {
         return Zan_TrailingZeros(w[i]);
     }).peer("std::countr_zero", [=](size_t i) { return static_cast<int16_t>(std::countr_zero(w[i])); });
-    Entry("round up to a power of 2", kMany, [=](size_t i) {
+    Entry("round up to a power of 2", kInputs, [=](size_t i) {
         return Zan_RoundUpToPowerOf2(w[i] >> 1);
     }).peer("std::bit_ceil", [=](size_t i) { return w[i] >> 1 == 0 ? 0 : std::bit_ceil(w[i] >> 1); });
-    Entry("would a sum overflow", kMany, [=](size_t i) {
+    Entry("would a sum overflow", kInputs, [=](size_t i) {
         return Zan_AddWouldOverflow(p[i].a, p[i].b);
     }).peer("sum in 64 bits", [=](size_t i) {
         const int64_t sum = int64_t{p[i].a} + p[i].b;
         return sum != static_cast<int32_t>(sum);
     });
-    // zan's test is cautious: it may say yes to a product that just fits.
-    Entry("would a product overflow", kMany, [=](size_t i) { return Zan_MulWouldOverflow(p[i].a, p[i].b); })
+    // zan's test is conservative: it may also return true for a product that just fits.
+    Entry("would a product overflow", kInputs, [=](size_t i) { return Zan_MulWouldOverflow(p[i].a, p[i].b); })
         .peer(
             "product in 64 bits",
             [=](size_t i) {
@@ -105,21 +106,21 @@ void addBits() {
 }
 
 void addDivisors() {
-    static const auto wide = inputs(kMany, 13, [](Random& random) {
-        return IntPair{random.anyWidth() | 1, random.anyWidth() | 1};
+    static const auto wide = inputs(kInputs, 13, [](Random& random) {
+        return IntPair{random.anyMagnitude() | 1, random.anyMagnitude() | 1};
     });
-    static const auto narrow = inputs(kMany, 14, [](Random& random) {
-        return IntPair{random.whole(1, 30000), random.whole(1, 30000)};
+    static const auto narrow = inputs(kInputs, 14, [](Random& random) {
+        return IntPair{random.integer(1, 30000), random.integer(1, 30000)};
     });
     const IntPair* p = wide.data();
     const IntPair* q = narrow.data();
 
-    Entry("greatest common divisor", kMany, [=](size_t i) {
+    Entry("greatest common divisor", kInputs, [=](size_t i) {
         int32_t divisor = 0;
         Zan_SignedGCD(p[i].a, p[i].b, &divisor);
         return divisor;
     }).peer("std::gcd", [=](size_t i) { return std::gcd(p[i].a, p[i].b); });
-    Entry("least common multiple", kMany, [=](size_t i) {
+    Entry("least common multiple", kInputs, [=](size_t i) {
         int32_t multiple = 0;
         Zan_SignedLCM(q[i].a, q[i].b, &multiple);
         return multiple;
@@ -127,48 +128,48 @@ void addDivisors() {
 }
 
 void addRounding() {
-    static const auto reals = inputs(kMany, 15, [](Random& random) { return random.real(-40000.0, 40000.0); });
-    static const auto pairs = inputs(kMany, 16, [](Random& random) {
-        return IntPair{random.whole(-1000000, 1000000), random.whole(1, 500)};
+    static const auto reals = inputs(kInputs, 15, [](Random& random) { return random.real(-40000.0, 40000.0); });
+    static const auto pairs = inputs(kInputs, 16, [](Random& random) {
+        return IntPair{random.integer(-1000000, 1000000), random.integer(1, 500)};
     });
     const double* x = reals.data();
     const IntPair* p = pairs.data();
 
-    Entry("round a double", kMany, [=](size_t i) {
+    Entry("round a double", kInputs, [=](size_t i) {
         return Zan_RoundDouble(x[i]);
     }).peer("std::floor(x + 0.5), range tested", [=](size_t i) {
           return floorOfSum(x[i]);
       }).peer("std::lround", [=](size_t i) { return static_cast<int32_t>(std::lround(x[i])); });
-    Entry("round a double, clamped", kMany, [=](size_t i) {
+    Entry("round a double, clamped", kInputs, [=](size_t i) {
         return Zan_RoundDoubleSafe(x[i]);
     }).peer("std::lround(std::clamp)", [=](size_t i) {
         return static_cast<int32_t>(std::lround(std::clamp(x[i], -2147483648.0, 2147483647.0)));
     });
-    Entry("round a double to 64 bits", kMany, [=](size_t i) {
+    Entry("round a double to 64 bits", kInputs, [=](size_t i) {
         return Zan_RoundDouble64(x[i]);
     }).peer("std::llround", [=](size_t i) { return static_cast<int64_t>(std::llround(x[i])); });
-    Entry("round to a multiple", kMany, [=](size_t i) {
+    Entry("round to a multiple", kInputs, [=](size_t i) {
         return Zan_RoundToNearestMult(p[i].a, p[i].b);
     }).peer("std::round of the quotient", [=](size_t i) { return nearestMultiple(p[i].a, p[i].b); });
-    Entry("remainder of doubles", kMany, [=](size_t i) {
+    Entry("remainder of doubles", kInputs, [=](size_t i) {
         return Zan_fmod(x[i], 360.0);
     }).peer("std::fmod", [=](size_t i) { return std::fmod(x[i], 360.0); });
 }
 
 void addFixedPoint() {
-    // Factors and divisors of few enough bits for the exact result.
-    static const auto factors = inputs(kMany, 17, [](Random& random) {
-        return IntPair{random.whole(-30000, 30000) * 256, random.whole(-30000, 30000) * 256};
+    // Operands short enough for zan's result to be exact, so that both sides agree.
+    static const auto factors = inputs(kInputs, 17, [](Random& random) {
+        return IntPair{random.integer(-30000, 30000) * 256, random.integer(-30000, 30000) * 256};
     });
-    static const auto quotients = inputs(kMany, 18, [](Random& random) {
-        return IntPair{static_cast<int32_t>(random.bits()) >> random.whole(1, 16),
-                       random.whole(1, 30000) * (random.whole(0, 1) == 0 ? 65536 : -65536)};
+    static const auto quotients = inputs(kInputs, 18, [](Random& random) {
+        return IntPair{static_cast<int32_t>(random.bits()) >> random.integer(1, 16),
+                       random.integer(1, 30000) * (random.integer(0, 1) == 0 ? 65536 : -65536)};
     });
-    static const auto eights = inputs(kMany, 19, [](Random& random) {
-        return IntPair{random.whole(-0xA000000, 0xA000000), random.whole(-0xA000000, 0xA000000)};
+    static const auto eights = inputs(kInputs, 19, [](Random& random) {
+        return IntPair{random.integer(-0xA000000, 0xA000000), random.integer(-0xA000000, 0xA000000)};
     });
-    static const auto ratios = inputs(kMany, 20, [](Random& random) {
-        return IntPair{random.whole(-1000000, 1000000), random.whole(10000, 1000000)};
+    static const auto ratios = inputs(kInputs, 20, [](Random& random) {
+        return IntPair{random.integer(-1000000, 1000000), random.integer(10000, 1000000)};
     });
     const IntPair* f = factors.data();
     const IntPair* q = quotients.data();
@@ -176,21 +177,21 @@ void addFixedPoint() {
     const IntPair* r = ratios.data();
     const auto oneStep = [](int32_t zan, int32_t peer) { return std::abs(zan - peer) <= 1; };
 
-    Entry("16.16 product", kMany, [=](size_t i) {
+    Entry("16.16 product", kInputs, [=](size_t i) {
         return Zan_FixMul(f[i].a, f[i].b);
     }).peer("64-bit product", [=](size_t i) { return productIn64(f[i].a, f[i].b); });
-    Entry("16.16 quotient", kMany, [=](size_t i) {
+    Entry("16.16 quotient", kInputs, [=](size_t i) {
         return Zan_FixDiv(q[i].a, q[i].b);
     }).peer("64-bit quotient", [=](size_t i) { return quotientIn64(q[i].a, q[i].b); });
-    Entry("8.24 product", kMany, [=](size_t i) { return Zan_Fix24Mul(e[i].a, e[i].b); })
+    Entry("8.24 product", kInputs, [=](size_t i) { return Zan_Fix24Mul(e[i].a, e[i].b); })
         .peer(
             "64-bit product", [=](size_t i) { return fix24ProductIn64(e[i].a, e[i].b); }, oneStep);
-    Entry("8.24 ratio", kMany, [=](size_t i) { return Zan_Fix24Ratio(r[i].a, r[i].b); })
+    Entry("8.24 ratio", kInputs, [=](size_t i) { return Zan_Fix24Ratio(r[i].a, r[i].b); })
         .peer(
             "64-bit quotient", [=](size_t i) { return fix24QuotientIn64(r[i].a, r[i].b); }, oneStep);
 }
 
-/// Boost's ratio reduces every result; zan reduces only where 32 bits would not hold it.
+/// boost::rational reduces every result; zan reduces only a result that would not fit into 32 bits.
 using BoostRatio = boost::rational<int64_t>;
 using BoostRatio32 = boost::rational<int32_t>;
 
@@ -225,22 +226,22 @@ struct SameOrder {
 };
 
 void addRatios() {
-    static const auto pairs = inputs(kMany, 21, [](Random& random) {
+    static const auto pairs = inputs(kInputs, 21, [](Random& random) {
         const auto ratio = [&] {
-            return Zan_Ratio{random.whole(-20000, 20000), static_cast<uint32_t>(random.whole(1, 1000))};
+            return Zan_Ratio{random.integer(-20000, 20000), static_cast<uint32_t>(random.integer(1, 1000))};
         };
         const Zan_Ratio a = ratio();
         return RatioPair{a, ratio()};
     });
     static const auto boosts = boostPairs<BoostRatio, int64_t>(pairs);
     static const auto boosts32 = boostPairs<BoostRatio32, int32_t>(pairs);
-    static const auto values = inputs(kMany, 22, [](Random& random) { return random.real(-1000, 1000); });
+    static const auto values = inputs(kInputs, 22, [](Random& random) { return random.real(-1000, 1000); });
     const RatioPair* p = pairs.data();
     const BoostPair<BoostRatio>* q = boosts.data();
     const BoostPair<BoostRatio32>* n = boosts32.data();
     const double* x = values.data();
 
-    Entry("ratio sum", kMany,
+    Entry("ratio sum", kInputs,
           [=](size_t i) {
               Zan_Ratio sum;
               static_cast<void>(Zan_AddRatio(&p[i].a, &p[i].b, &sum, nullptr));
@@ -251,7 +252,7 @@ void addRatios() {
             "Boost.Rational", [=](size_t i) { return q[i].a + q[i].b; }, SameRatio())
         .peer(
             "Boost.Rational, 32-bit", [=](size_t i) { return n[i].a + n[i].b; }, SameRatio());
-    Entry("ratio product", kMany,
+    Entry("ratio product", kInputs,
           [=](size_t i) {
               Zan_Ratio product;
               static_cast<void>(Zan_MulRatio(&p[i].a, &p[i].b, &product, nullptr));
@@ -262,7 +263,7 @@ void addRatios() {
             "Boost.Rational", [=](size_t i) { return q[i].a * q[i].b; }, SameRatio())
         .peer(
             "Boost.Rational, 32-bit", [=](size_t i) { return n[i].a * n[i].b; }, SameRatio());
-    Entry("ratio comparison", kMany,
+    Entry("ratio comparison", kInputs,
           [=](size_t i) {
               int32_t order = 0;
               static_cast<void>(Zan_CompareRatio(&p[i].a, &p[i].b, &order));
@@ -280,7 +281,7 @@ void addRatios() {
                 return int64_t{a.num} * b.den < int64_t{b.num} * a.den;
             },
             SameOrder());
-    Entry("ratio reduced", kMany,
+    Entry("ratio reduced", kInputs,
           [=](size_t i) {
               Zan_Ratio reduced;
               Zan_ReduceRatio(&p[i].a, &reduced, nullptr);
@@ -288,7 +289,7 @@ void addRatios() {
           })
         .peer(
             "Boost.Rational", [=](size_t i) { return BoostRatio(p[i].a.num, p[i].a.den); }, SameRatio());
-    Entry("ratio from a double", kMany,
+    Entry("ratio from a double", kInputs,
           [=](size_t i) {
               Zan_Ratio ratio;
               bool overflow = false;

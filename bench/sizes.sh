@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# sizes.sh BUILD_DIR: what the library costs to build, to carry and to include, beside the headers and the libraries of
-# what a host would use instead. Build time is processor time of the compiler, one file after the other; the time of an
-# include is the least of five for a file that holds nothing else.
+# sizes.sh BUILD_DIR: prints the library's build time, its size, and the compile time of its header, beside those of the
+# libraries that a host would use instead. Times are processor time: of a build with one job, and the minimum of five
+# runs for a file that only includes the header.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 build=$(cd "$1" && pwd)
@@ -11,7 +11,7 @@ mkdir -p "$scratch"
 compiler=${CXX:-g++}
 TIMEFORMAT='%U %S'
 
-# seconds COMMAND...: user and system time.
+# seconds COMMAND...: prints the user and system time that it takes.
 seconds() {
   { time "$@" >/dev/null 2>"$scratch/errors"; } 2>&1 | awk 'END { printf "%.2f\n", $1 + $2 }'
 }
@@ -26,12 +26,14 @@ for library in "$scratch/build/libzan.so" /usr/lib/x86_64-linux-gnu/lib{polyclip
 done
 
 echo "include"
+# include HEADER [OPTION...]: prints how long the header takes to compile.
 include() {
   printf '#include <%s>\n' "$1" >"$scratch/include.cpp"
   shift
   local best='' run
-  for run in 1 2 3 4 5; do
-    best=$(printf '%s\n' $best "$(seconds "$compiler" -std=c++20 -fsyntax-only "$@" "$scratch/include.cpp")" | sort -n | head -1)
+  for _ in 1 2 3 4 5; do
+    run=$(seconds "$compiler" -std=c++20 -fsyntax-only "$@" "$scratch/include.cpp")
+    best=$(printf '%s\n' $best "$run" | sort -n | head -1)
   done
   printf '  %-36s %8s s\n' "$(sed 's/.*<//; s/>//' "$scratch/include.cpp")" "$best"
 }

@@ -1,4 +1,4 @@
-// Planes, rays and segments beside Eigen's geometry, glm, and what a host writes by hand.
+// Planes, rays, segments and points to the screen, beside Eigen's geometry module, glm and code by hand.
 #include "zan/space.h"
 
 #include "entries.h"
@@ -27,7 +27,7 @@ Quad quadOf(Random& random) {
              {o.x + v.x, o.y + v.y, o.z + v.z}}};
 }
 
-/// Through the centre, with the cross product of the diagonals for the normal.
+/// Through the centre of the corners; the normal is the cross product of the diagonals.
 Zan_PlaneEq planeByDiagonals(const glm::dvec3* corners) {
     const glm::dvec3 normal = glm::normalize(glm::cross(corners[2] - corners[0], corners[3] - corners[1]));
     const glm::dvec3 centre = (corners[0] + corners[1] + corners[2] + corners[3]) * 0.25;
@@ -35,7 +35,7 @@ Zan_PlaneEq planeByDiagonals(const glm::dvec3* corners) {
 }
 
 void addPlanes() {
-    static const auto quads = inputs(kMany, 51, quadOf);
+    static const auto quads = inputs(kInputs, 51, quadOf);
     static const auto glmQuads = [] {
         std::vector<std::array<glm::dvec3, 4>> all(quads.size());
         std::memcpy(static_cast<void*>(all.data()), quads.data(), quads.size() * sizeof(Quad));
@@ -44,7 +44,7 @@ void addPlanes() {
     const Quad* q = quads.data();
     const std::array<glm::dvec3, 4>* g = glmQuads.data();
 
-    Entry("plane of four corners", kMany,
+    Entry("plane of four corners", kInputs,
           [=](size_t i) {
               Zan_PlaneEq plane;
               Zan_GetPlaneEquation(q[i].corners, 4, &plane, nullptr);
@@ -67,15 +67,15 @@ struct RayAndPlane {
 };
 
 void addRays() {
-    static const auto meetings = inputs(kMany, 52, [](Random& random) {
+    static const auto pairs = inputs(kInputs, 52, [](Random& random) {
         const Vector3 origin = pointOf(random, -100, 100);
-        return RayAndPlane{{Zan_Vector4T<double>(origin), pointOf(random, -1, 1)},
+        return RayAndPlane{{Vector4(origin), pointOf(random, -1, 1)},
                            {random.real(-1, 1), random.real(-1, 1), random.real(0.1, 1), random.real(-50, 50)}};
     });
     static const auto lines = [] {
         std::vector<std::pair<Eigen::ParametrizedLine<double, 3>, Eigen::Hyperplane<double, 3>>> all;
-        for (const auto& [ray, plane] : meetings) {
-            // Its direction and normal are of unit length by convention; the intersection does not need it.
+        for (const auto& [ray, plane] : pairs) {
+            // Eigen expects unit vectors, but intersectionPoint does not depend on their length.
             Eigen::ParametrizedLine<double, 3> line({ray.origin.x, ray.origin.y, ray.origin.z},
                                                     {ray.direction.x, ray.direction.y, ray.direction.z});
             Eigen::Hyperplane<double, 3> hyperplane(Eigen::Vector3d(plane.a, plane.b, plane.c), plane.d);
@@ -83,10 +83,10 @@ void addRays() {
         }
         return all;
     }();
-    const RayAndPlane* r = meetings.data();
+    const RayAndPlane* r = pairs.data();
     const auto* l = lines.data();
 
-    Entry("ray and plane", kMany,
+    Entry("ray and plane", kInputs,
           [=](size_t i) {
               Vector3 hit;
               bool found = false;
@@ -113,7 +113,7 @@ struct Segment {
     Vector3 a, b;
 };
 
-/// The crossing of a segment with the near plane, as a renderer's clipper has it.
+/// Where a segment crosses the near plane, by linear interpolation; the origin if it does not.
 Vector3 nearCrossing(const glm::dvec3& a, const glm::dvec3& b) {
     if ((a.z < 0.1) == (b.z < 0.1)) return {0, 0, 0};
     const glm::dvec3 p = glm::mix(a, b, (0.1 - a.z) / (b.z - a.z));
@@ -136,7 +136,7 @@ double distanceToLine(const glm::dvec2& p, const glm::dvec2& a, const glm::dvec2
     return std::abs(d.x * v.y - d.y * v.x) / size;
 }
 
-/// The part of a segment in a rectangle, by the method of Liang and Barsky (1984).
+/// Clips a segment to a rectangle by the method of Liang and Barsky (1984).
 bool liangBarsky(const Zan_FloatRect& rect, Vector2& a, Vector2& b) {
     const double dx = b.x - a.x, dy = b.y - a.y;
     const double p[4] = {-dx, dx, -dy, dy};
@@ -168,10 +168,10 @@ struct Clipped {
 };
 
 void addSegments() {
-    static const auto segments = inputs(kMany, 53, [](Random& random) {
+    static const auto segments = inputs(kInputs, 53, [](Random& random) {
         return Segment{pointOf(random, -10, 10), pointOf(random, -10, 10)};
     });
-    static const auto flat = inputs(kMany, 54, [](Random& random) {
+    static const auto flat = inputs(kInputs, 54, [](Random& random) {
         const auto point = [&] { return Vector2(random.real(-100, 100), random.real(-100, 100)); };
         const Vector2 p = point(), a = point();
         return FlatCase{p, a, point()};
@@ -179,7 +179,7 @@ void addSegments() {
     const Segment* s = segments.data();
     const FlatCase* f = flat.data();
 
-    Entry("segment against the near plane", kMany,
+    Entry("segment against the near plane", kInputs,
           [=](size_t i) {
               Vector3 crossing;
               bool aBehind = false, bBehind = false;
@@ -192,7 +192,7 @@ void addSegments() {
                 return nearCrossing({s[i].a.x, s[i].a.y, s[i].a.z}, {s[i].b.x, s[i].b.y, s[i].b.z});
             },
             Near());
-    Entry("distance from a point to a line", kMany,
+    Entry("distance from a point to a line", kInputs,
           [=](size_t i) {
               bool within = false;
               double distance = 0;
@@ -207,9 +207,9 @@ void addSegments() {
                     distanceToLine({f[i].p.x, f[i].p.y}, {f[i].a.x, f[i].a.y}, {f[i].b.x, f[i].b.y}, &within);
                 return within ? distance : -distance;
             },
-            // What counts as beside the segment differs near its second end.
+            // Compare the distance alone: near the segment's second end the two differ in which points project onto it.
             [](double zan, double peer) { return Near{1e-7}(std::abs(zan), std::abs(peer)); });
-    Entry("segment against a rectangle", kMany,
+    Entry("segment against a rectangle", kInputs,
           [=](size_t i) {
               const Zan_FloatRect rect = {-50, -50, 50, 50};
               Clipped clipped = {f[i].a, f[i].b, false};
@@ -230,26 +230,26 @@ void addSegments() {
 }
 
 void addScreen() {
-    static const auto toEyes = sameBytes<Zan_Matrix4>(inputs(kMany, 55, [](Random& random) {
+    static const auto toEyes = sameBytes<Zan_Matrix4>(inputs(kInputs, 55, [](Random& random) {
         auto m = spaceTransform(random);
         m[14] = random.real(-200, 2000);
         return m;
     }));
-    static const auto screens = sameBytes<Zan_Matrix3>(inputs(kMany, 56, planeTransform));
+    static const auto screens = sameBytes<Zan_Matrix3>(inputs(kInputs, 56, planeTransform));
     static const auto glmToEyes = sameBytes<glm::dmat4>(toEyes);
     static const auto glmScreens = sameBytes<glm::dmat3>(screens);
     // Perspective with a focal length of 1000 pixels.
     static const std::array<double, 16> kProjection = {1000, 0, 0, 0, 0, 1000, 0, 0, 0, 0, 1, 1, 0, 0, -0.1, 0};
     static const auto projections = sameBytes<Zan_Matrix4>(std::vector(1, kProjection));
     static const auto glmProjections = sameBytes<glm::dmat4>(projections);
-    static const auto points = inputs(kMany, 57, [](Random& random) { return pointOf(random, -100, 100); });
+    static const auto points = inputs(kInputs, 57, [](Random& random) { return pointOf(random, -100, 100); });
     const Zan_Matrix4 *e = toEyes.data(), *projection = projections.data();
     const Zan_Matrix3* s = screens.data();
     const glm::dmat4 *ge = glmToEyes.data(), *glmProjection = glmProjections.data();
     const glm::dmat3* gs = glmScreens.data();
     const Vector3* p = points.data();
 
-    Entry("point of a layer in space to the screen", kMany,
+    Entry("point of a layer in space to the screen", kInputs,
           [=](size_t i) {
               Vector3 point = p[i];
               static_cast<void>(Zan_TransformPoint3DtoScreen(e[i], *projection, s[i], &point));
