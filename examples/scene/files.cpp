@@ -53,6 +53,10 @@ std::string named(const fs::path& path) { return oneLine(path.string(), 1000); }
     cannotWrite(path, std::generic_category().message(error));
 }
 
+[[noreturn]] void sameFile(const fs::path& path) {
+    throw Stop(kBadInput, named(path) + " is the file of another output, too");
+}
+
 /// @return 0 or an error number
 int writeAll(int descriptor, std::string_view text) {
     while (!text.empty()) {
@@ -219,6 +223,7 @@ void Files::folder(const fs::path& path) {
     fs::path part;
     for (const fs::path& name : path) {
         part /= name;
+        if (targets_.count(fs::weakly_canonical(fs::absolute(part, error), error)) > 0) sameFile(path);
         const BlockSignals blocked;
         if (fs::create_directory(part, error)) folders_.push_back(part);
         if (error && fs::exists(part) && !fs::is_directory(part)) cannotWrite(path, named(part) + " is no folder");
@@ -242,7 +247,7 @@ Output& Files::open(const fs::path& path) {
     const fs::path target = replaceable ? followLinks(path) : path;
     if (exists && ::access(target.c_str(), W_OK) != 0) cannotWrite(path, errno);
     const bool first = !replaceable || (targets_.insert(target).second && (!exists || targetIds_.insert(id).second));
-    if (!first) throw Stop(kBadInput, named(path) + " is the file of another output, too");
+    if (!first) sameFile(path);
 
     const fs::path temporary = replaceable ? temporaryName(target.parent_path()) : fs::path();
     const BlockSignals blocked;
