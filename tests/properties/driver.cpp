@@ -1,17 +1,18 @@
-// Checks properties on the cases of the corpus and on seeded ones, or on those that libFuzzer makes. Nothing may be
-// reported meanwhile.
+// Runs properties: on the files of their corpus and on seeded cases, or on the cases that libFuzzer generates. No case
+// may report an error that the property does not expect.
 #include "property.h"
 #include "tests/support/host_reports.h"
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 static bool check(const Property& property, Choices choices) {
     HostReports host;
-    const bool kind = property.check(choices);
+    const bool inFirstClass = property.check(choices);
     must(host.takeAll().empty());
-    return kind;
+    return inFirstClass;
 }
 
 #ifdef ZAN_FUZZER
@@ -27,32 +28,41 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
 #else
 
-// zan_properties [NAME]: all whose name begins so; the program fails where there is none.
+static bool checkFile(const Property& property, const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    const std::string bytes(std::istreambuf_iterator<char>(stream), {});
+    return check(property, {reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()});
+}
+
+// zan_properties [PREFIX]: runs the properties whose name begins with PREFIX, or all. Fails if there is none.
 int main(int argc, char** argv) {
-    std::string place = "no such property";
+    const std::string prefix = argc > 1 ? argv[1] : "";
+    bool found = false;
+    std::string where;
     try {
         for (const Property* p = Property::first; p != nullptr; p = p->next) {
-            if (argc > 1 && std::string(p->name).find(argv[1]) != 0) continue;
-            for (const auto& file : std::filesystem::directory_iterator(ZAN_CORPUS / std::filesystem::path(p->name))) {
-                place = file.path().string();
-                std::ifstream stream(file.path(), std::ios::binary);
-                const std::string bytes(std::istreambuf_iterator<char>(stream), {});
-                check(*p, {reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()});
+            const std::string name = p->name;
+            if (name.compare(0, prefix.size(), prefix) != 0) continue;
+            found = true;
+            for (const auto& file : std::filesystem::directory_iterator(std::filesystem::path(ZAN_CORPUS) / name)) {
+                where = file.path().string();
+                checkFile(*p, file.path());
             }
-            int32_t ofTheOneKind = 0;
+            int32_t inFirstClass = 0;
             for (int32_t seed = 0; seed < p->rounds; ++seed) {
-                place = std::string(p->name) + ", seed " + std::to_string(seed);
-                ofTheOneKind += check(*p, Choices(static_cast<uint64_t>(seed)));
+                where = name + ", seed " + std::to_string(seed);
+                inFirstClass += check(*p, Choices(static_cast<uint64_t>(seed)));
             }
-            std::printf("%-24s %6d seeds, %d of the one kind\n", p->name, p->rounds, ofTheOneKind);
-            must(std::min(ofTheOneKind, p->rounds - ofTheOneKind) >= p->rounds / 20);
-            place.clear();
+            std::printf("%-24s %6d seeds, %d in the first class\n", p->name, p->rounds, inFirstClass);
+            where = name + ", classes of the seeded cases";
+            must(std::min(inFirstClass, p->rounds - inFirstClass) >= p->rounds / 20);
         }
-    } catch (const std::string& line) {
-        place += ": this does not hold: " + line;
+    } catch (const std::string& place) {
+        std::fprintf(stderr, "%s: the condition at %s does not hold\n", where.c_str(), place.c_str());
+        return 1;
     }
-    std::fprintf(stderr, "%s\n", place.c_str());
-    return place.empty() ? 0 : 1;
+    if (!found) std::fprintf(stderr, "no property has a name that begins with %s\n", prefix.c_str());
+    return found ? 0 : 1;
 }
 
 #endif

@@ -1,5 +1,4 @@
-// Quotients in 16.16, products and quotients in 8.24 against exact integers.
-
+// Quotients in 16.16, and products and quotients in 8.24, compared with exact integers.
 #include "property.h"
 #include "tests/support/host_reports.h"
 #include "zan/scalar.h"
@@ -8,19 +7,26 @@ namespace {
 
 constexpr int32_t kFail = INT32_MIN;
 
-// An 8.24 number that is num / den within half a step and what double precision rounds off; a failure where it does not
-// fit, with a report where even the whole part does not.
-bool nearest(int32_t raw, int64_t num, int64_t den, const std::string& report, const char* overflow) {
+// Checks that raw is num / den in 8.24: within half a step, plus the error of double precision. Or, when the quotient
+// does not fit, that raw is kFail; with the overflow report unless only the rounding or the fraction makes it too
+// large. Returns whether the quotient fits.
+bool checkFix24(int32_t raw, int64_t num, int64_t den, const std::string& report, const char* overflow) {
     __extension__ using Wide = __int128;
-    if (den < 0) num = -num, den = -den;
-    if (static_cast<double>(num) / static_cast<double>(den) >= 0x1p31 || Wide{num} <= Wide{den} * -129 * (1 << 24)) {
-        must(raw == kFail && report == overflow);
+    if (den < 0) {
+        num = -num;
+        den = -den;
+    }
+    const double quotient = static_cast<double>(num) / static_cast<double>(den);
+    if (quotient >= 0x1p31 || Wide{num} <= Wide{den} * -129 * (1 << 24)) {
+        must(raw == kFail);
+        must(report == overflow);
         return false;
     }
-    const Wide off = (Wide{raw} * den - num) * 2;
-    const bool near = (off < 0 ? -off : off) <= den + (den >> 20) + 1;
-    const double rounded = static_cast<double>(num) / static_cast<double>(den);
-    must(report.empty() && (near || (raw == kFail && (rounded > 0x1p31 - 0.75 || rounded < -0x1p31))));
+    const Wide twiceError = (Wide{raw} * den - num) * 2;
+    const bool nearest = (twiceError < 0 ? -twiceError : twiceError) <= den + (den >> 20) + 1;
+    must(nearest || raw == kFail);
+    must(nearest || quotient > 0x1p31 - 0.75 || quotient < -0x1p31);
+    must(report.empty());
     return true;
 }
 
@@ -28,13 +34,15 @@ bool fixedPoint(Choices& c) {
     HostReports host;
     const int32_t small = c.nastyInt() % 0x10000, a = c.nastyInt(), b = c.nastyInt();
     const int64_t quotient = b == 0 ? 0 : int64_t{small} * 65536 / b;
-    must(Zan_FixDiv(small, b) == (b == 0 || std::llabs(quotient) > INT32_MAX ? kFail : quotient));
-    const int32_t raw = Zan_Fix24Mul(a, b);
+    const bool quotientFits = b != 0 && std::llabs(quotient) <= INT32_MAX;
+    must(Zan_FixDiv(small, b) == (quotientFits ? quotient : kFail));
+
+    const int32_t product24 = Zan_Fix24Mul(a, b);
     const bool fits =
-        nearest(raw, int64_t{a} * b, 1 << 24, host.takeAll(), "0x110008 sev 8: overflow in fix24 multiply.");
+        checkFix24(product24, int64_t{a} * b, 1 << 24, host.takeAll(), "0x110008 sev 8: overflow in fix24 multiply.");
     if (b == 0) return fits;
-    const int32_t ratio = Zan_Fix24Ratio(a, b);
-    nearest(ratio, int64_t{a} * (1 << 24), b, host.takeAll(), "0x110009 sev 8: overflow in fix24 divide.");
+    const int32_t ratio24 = Zan_Fix24Ratio(a, b);
+    checkFix24(ratio24, int64_t{a} * (1 << 24), b, host.takeAll(), "0x110009 sev 8: overflow in fix24 divide.");
     return fits;
 }
 

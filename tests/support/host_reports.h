@@ -1,5 +1,5 @@
-// What the host was told, one line of text a report: "0x110008 sev 8: overflow in fix24 multiply.", the platform's own
-// errors as "0x110014 sev 8 code 12: ...". Installed while the object lives. And what the host's memory holds.
+// The reports that the host receives, each as a line of text: "0x110008 sev 8: overflow in fix24 multiply." or, for an
+// error of the platform, "0x110014 sev 8 code 12: ...". And the counts of the host's memory.
 #ifndef ZAN_TESTS_SUPPORT_HOST_REPORTS_H
 #define ZAN_TESTS_SUPPORT_HOST_REPORTS_H
 
@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <string>
 
+/// Handles the reports while it lives.
 class HostReports {
 public:
     HostReports() { Bel_SetReportHandler(keep, this); }
@@ -15,7 +16,7 @@ public:
     HostReports(const HostReports&) = delete;
     HostReports& operator=(const HostReports&) = delete;
 
-    /// The reports since the last call, joined by line ends; empty when there was none.
+    /// The reports since the last call, separated by line ends; empty if there were none.
     std::string takeAll() {
         std::string taken;
         taken.swap(lines_);

@@ -18,7 +18,7 @@ inline constexpr double kNaN = NAN, kInf = INFINITY, kPi = 3.141592653589793;
 template <class Matrix>
 constexpr int sizeOf = sizeof(Matrix) == sizeof(Zan_Matrix3) ? 3 : 4;
 
-/// From 9 elements or from 16.
+/// The matrix with these 9 or 16 elements.
 template <size_t N>
 auto matrix(const double (&elements)[N]) {
     return std::bit_cast<std::conditional_t<N == 9, Zan_Matrix3, Zan_Matrix4>>(elements);
@@ -36,7 +36,7 @@ Matrix fill(Element element) {
     for (int i = 0; i < n * n; ++i) elements[i] = element(i / n, i % n);
     return matrix(elements);
 }
-/// m with one element replaced.
+/// m with one element replaced by value.
 template <class Matrix>
 Matrix with(const Matrix& m, int row, int column, double value) {
     return fill<Matrix>([&](int i, int j) { return i == row && j == column ? value : at(m, i, j); });

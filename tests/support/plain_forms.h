@@ -14,7 +14,7 @@
 
 namespace plain_forms {
 
-// Ratios, for operands whose results fit without a reduction.
+// Ratios, for operands whose results fit without cancelling common factors.
 
 inline uint32_t magnitude(int32_t x) { return x < 0 ? 0U - static_cast<uint32_t>(x) : static_cast<uint32_t>(x); }
 inline bool mayOverflow(int32_t a, int32_t b) {
@@ -57,37 +57,38 @@ inline bool nearlyEqual(double a, double b) {
     }
     return high - low < std::max(high * 1e-12, 563 * 0x1p-49);
 }
-inline double square(const Vector2& a, const Vector2& b) {
+inline double squaredDistance(const Vector2& a, const Vector2& b) {
     const double x = a.x - b.x, y = a.y - b.y;
     return x * x + y * y;
 }
-inline bool nearEdge(const Vector2& p, const Vector2& a, const Vector2& b, double squared) {
+inline bool nearEdge(const Vector2& p, const Vector2& a, const Vector2& b, double squaredTolerance) {
     const Vector2 d(b.x - a.x, b.y - a.y), v(p.x - a.x, p.y - a.y);
-    const double size = std::sqrt(d.x * d.x + d.y * d.y), fromA = std::sqrt(v.x * v.x + v.y * v.y);
-    const double r = 1 / size;
-    if (size > 1e-12 && !(r > -1e-12 && r < 1e-12)) {
+    const double length = std::sqrt(d.x * d.x + d.y * d.y), fromA = std::sqrt(v.x * v.x + v.y * v.y);
+    const double r = 1 / length;
+    if (length > 1e-12 && !(r > -1e-12 && r < 1e-12)) {
         const Vector2 u(d.x * r, d.y * r);
         const double t = u.x * v.x + u.y * v.y;
         const double x = v.x - t * u.x, y = v.y - t * u.y;
         const double distance = std::sqrt(x * x + y * y);
-        if (!(t < 0) && !(fromA > size) && squared >= distance * distance) return true;
+        if (!(t < 0) && !(fromA > length) && squaredTolerance >= distance * distance) return true;
     }
-    return squared >= square(p, a) || squared >= square(p, b);
+    return squaredTolerance >= squaredDistance(p, a) || squaredTolerance >= squaredDistance(p, b);
 }
-/// Of vertices of doubles or floats.
+/// True if the point is in the polygon or within the tolerance of it. Coordinates are doubles or floats.
 template <class T>
 bool hit(const Zan_Vector2T<T>& point, const Zan_Vector2T<T>* vertices, size_t count, double tolerance) {
     struct Edge {
         Vector2 a, b;
     };
-    const double squared = tolerance * tolerance;
-    std::vector<Zan_Vector2T<T>> list(1, vertices[0]);
+    const double squaredTolerance = tolerance * tolerance;
+    std::vector<Zan_Vector2T<T>> list(1, vertices[0]);  // without consecutive duplicates
     for (size_t i = 1; i < count; ++i) {
         if (std::memcmp(&vertices[i], &list.back(), sizeof *vertices) != 0) list.push_back(vertices[i]);
     }
     if (list.size() == 1) {
         const T dx = point.x - list[0].x, dy = point.y - list[0].y;
-        return squared > 0 ? squared >= dx * dx + dy * dy : point.x == list[0].x && point.y == list[0].y;
+        return squaredTolerance > 0 ? squaredTolerance >= dx * dx + dy * dy
+                                    : point.x == list[0].x && point.y == list[0].y;
     }
     const Vector2 p(point.x, point.y);
     std::vector<Edge> edges;
@@ -97,7 +98,7 @@ bool hit(const Zan_Vector2T<T>& point, const Zan_Vector2T<T>* vertices, size_t c
     }
     unsigned crossings = 0;
     for (const auto& [a, b] : edges) {
-        if (squared > 0 && nearEdge(p, a, b, squared)) return true;
+        if (squaredTolerance > 0 && nearEdge(p, a, b, squaredTolerance)) return true;
         if (!((a.x < p.x && p.x <= b.x) || (b.x < p.x && p.x <= a.x))) continue;
         const double y = (p.x - b.x) / (a.x - b.x) * (a.y - b.y) + b.y;
         if (nearlyEqual(y, p.y)) return true;
@@ -126,9 +127,10 @@ inline bool convex(const std::vector<Vector2>& v) {
     return true;
 }
 
-/// Of more than three points with an extent in both directions: a scan around the lowest one.
+/// A Graham scan around the lowest point, on a grid of 2^29 steps. For more than three points that are on no horizontal
+/// or vertical line.
 inline void hull(const std::vector<Vector2>& points, std::vector<Vector2>& result) {
-    struct Grid {
+    struct GridPoint {
         int32_t x, y;
     };
     Vector2 low = points[0], high = low;
@@ -137,60 +139,61 @@ inline void hull(const std::vector<Vector2>& points, std::vector<Vector2>& resul
         high = {std::max(high.x, p.x), std::max(high.y, p.y)};
     }
     const double sx = (high.x - low.x) * 0x1p-29, sy = (high.y - low.y) * 0x1p-29;
-    std::vector<Grid> grid;
+    std::vector<GridPoint> grid;
     for (const Vector2& p : points) {
         grid.push_back(
             {static_cast<int32_t>((p.x - low.x) / sx + 0.5), static_cast<int32_t>((p.y - low.y) / sy + 0.5)});
     }
-    std::iter_swap(grid.begin(), std::min_element(grid.begin(), grid.end(), [](const Grid& a, const Grid& b) {
+    std::iter_swap(grid.begin(), std::min_element(grid.begin(), grid.end(), [](const GridPoint& a, const GridPoint& b) {
                        return a.y < b.y || (a.y == b.y && a.x < b.x);
                    }));
-    const Grid pivot = grid[0];
-    const auto cross = [](const Grid& o, const Grid& a, const Grid& b) {
+    const GridPoint pivot = grid[0];
+    const auto cross = [](const GridPoint& o, const GridPoint& a, const GridPoint& b) {
         return int64_t{a.x - o.x} * (b.y - o.y) - int64_t{a.y - o.y} * (b.x - o.x);
     };
-    const auto far = [&](const Grid& p) {
+    const auto squaredToPivot = [&](const GridPoint& p) {
         const int64_t x = p.x - pivot.x, y = p.y - pivot.y;
         return x * x + y * y;
     };
-    std::sort(grid.begin() + 1, grid.end(), [&](const Grid& a, const Grid& b) {
-        const int64_t side = cross(pivot, a, b);
-        return side > 0 || (side == 0 && far(a) > far(b));
+    std::sort(grid.begin() + 1, grid.end(), [&](const GridPoint& a, const GridPoint& b) {
+        const int64_t turn = cross(pivot, a, b);
+        return turn > 0 || (turn == 0 && squaredToPivot(a) > squaredToPivot(b));
     });
-    const auto sameWay = [&](const Grid& kept, const Grid& p) { return cross(pivot, kept, p) == 0; };
-    grid.erase(std::unique(grid.begin() + 1, grid.end(), sameWay), grid.end());
+    const auto sameDirection = [&](const GridPoint& kept, const GridPoint& p) { return cross(pivot, kept, p) == 0; };
+    grid.erase(std::unique(grid.begin() + 1, grid.end(), sameDirection), grid.end());
     size_t size = std::min<size_t>(grid.size(), 3);
-    std::vector<Grid> stack(grid.begin(), grid.begin() + static_cast<std::ptrdiff_t>(size));
+    std::vector<GridPoint> stack(grid.begin(), grid.begin() + static_cast<std::ptrdiff_t>(size));
     for (size_t i = 3; i < grid.size(); ++i) {
         while (cross(stack[stack.size() - 2], stack.back(), grid[i]) <= 0) stack.pop_back();
         stack.push_back(grid[i]);
     }
     result.clear();
-    for (const Grid& p : stack) result.emplace_back(p.x * sx + low.x, p.y * sy + low.y);
+    for (const GridPoint& p : stack) result.emplace_back(p.x * sx + low.x, p.y * sy + low.y);
 }
 
-// Clipping.
+// Clipping of a polygon by a convex one (Sutherland and Hodgman, 1974).
 
 inline void clip(const std::vector<Vector4>& clipPolygon, const std::vector<Vector4>& subject,
                  std::vector<Vector4>& result) {
-    std::vector<Vector4> k = clipPolygon, w = subject, next;
+    std::vector<Vector4> clipper = clipPolygon, kept = subject, next;
     double cx = 0, cy = 0;
-    for (const Vector4& v : k) {
+    for (const Vector4& v : clipper) {
         cx += v.x;
         cy += v.y;
     }
-    cx /= static_cast<double>(k.size());
-    cy /= static_cast<double>(k.size());
-    if (!((k[1].x - k[0].x) * (cy - k[0].y) - (k[1].y - k[0].y) * (cx - k[0].x) < -1e-6)) {
-        std::reverse(k.begin(), k.end());
+    cx /= static_cast<double>(clipper.size());
+    cy /= static_cast<double>(clipper.size());
+    if (!((clipper[1].x - clipper[0].x) * (cy - clipper[0].y) - (clipper[1].y - clipper[0].y) * (cx - clipper[0].x) <
+          -1e-6)) {
+        std::reverse(clipper.begin(), clipper.end());
     }
-    for (size_t i = 0; i < k.size(); ++i) {
-        const Vector4 &from = k[(i + k.size() - 1) % k.size()], &to = k[i];
+    for (size_t i = 0; i < clipper.size(); ++i) {
+        const Vector4 &from = clipper[(i + clipper.size() - 1) % clipper.size()], &to = clipper[i];
         const double a = -(to.y - from.y), b = to.x - from.x;
         const double c = from.x * (to.y - from.y) - from.y * (to.x - from.x);
         next.clear();
-        for (size_t j = 0; w.size() > 2 && j < w.size(); ++j) {
-            const Vector4 &s = w[(j + w.size() - 1) % w.size()], &p = w[j];
+        for (size_t j = 0; kept.size() > 2 && j < kept.size(); ++j) {
+            const Vector4 &s = kept[(j + kept.size() - 1) % kept.size()], &p = kept[j];
             const double atP = a * p.x + b * p.y + c, atS = a * s.x + b * s.y + c;
             if ((atP < -1e-6) != (atS < -1e-6)) {
                 const double dx = p.x - s.x, dy = p.y - s.y, lineC = dy * s.x - dx * s.y, t = atS / (atS - atP);
@@ -202,9 +205,9 @@ inline void clip(const std::vector<Vector4>& clipPolygon, const std::vector<Vect
             }
             if (atP < -1e-6) next.push_back(p);
         }
-        w = next;
+        kept = next;
     }
-    result = w;
+    result = kept;
 }
 
 }  // namespace plain_forms
