@@ -1,0 +1,223 @@
+// What computed styles say about an element's own matrix, about space and flatness, and about stacking. Lengths are
+// multiplied by the element's zoom: they are pixels of the viewport as far as no transform scales them.
+import { concat, rotation, scaling, translation } from './geometry.js';
+
+/** @typedef {import('./geometry.js').Matrix} Matrix */
+
+const REPLACED = new Set([
+  'audio', 'button', 'canvas', 'embed', 'iframe', 'img', 'input', 'meter', 'object', 'progress', 'select', 'svg',
+  'textarea', 'video',
+]);
+const AXES = { x: [1, 0, 0], y: [0, 1, 0], z: [0, 0, 1] };
+
+/** Whether an element is laid out as one box in a line, whatever `display` says. */
+export const isReplaced = (element) => REPLACED.has(element.localName);
+
+/** Whether an element is a box of a line that has no size of its own and cannot be transformed. */
+export const isInlineBox = (element, style) =>
+  (style.display === 'inline' || style.display === 'ruby' || style.display === 'ruby-text') && !isReplaced(element);
+
+/** Whether transforms and perspective apply to an element. */
+export const isTransformable = (element, style) =>
+  !isInlineBox(element, style) && style.display !== 'contents' && !style.display.startsWith('table-column');
+
+/**
+ * A computed length or percentage, calc() and its kin included.
+ * @param {string} text
+ * @param {number} whole  what 100 % are
+ * @param {number} zoom
+ * @returns {number}
+ */
+export function length(text, whole, zoom) {
+  const simple = /^(-?[\d.]+(?:e[-+]?\d+)?)(px|%)?$/.exec(text);
+  if (simple) return simple[2] === '%' ? (Number(simple[1]) * whole) / 100 : Number(simple[1]) * zoom;
+  const tokens = text.match(/[a-z-]+\(|[(),*/]|[-+](?=\s)|[-+]?[\d.]+(?:e[-+]?\d+)?(?:px|%)?/gi) ?? [];
+  let at = 0;
+  const functions = {
+    min: Math.min,
+    max: Math.max,
+    clamp: (low, value, high) => Math.max(low, Math.min(value, high)),
+  };
+  const term = () => {
+    const token = tokens[at++] ?? 'nothing';
+    if (!token.endsWith('(')) return length(token, whole, zoom);
+    const values = [sum()];
+    while (tokens[at] === ',') {
+      ++at;
+      values.push(sum());
+    }
+    ++at;  // the closing parenthesis
+    return (functions[token.slice(0, -1)] ?? ((value) => value))(...values);
+  };
+  const product = () => {
+    let value = term();
+    while (tokens[at] === '*' || tokens[at] === '/') {
+      const operator = tokens[at++];
+      // A factor is a plain number, which the zoom does not scale.
+      value = operator === '*' ? (value * term()) / zoom : (value / term()) * zoom;
+    }
+    return value;
+  };
+  const sum = () => {
+    let value = product();
+    while (tokens[at] === '+' || tokens[at] === '-') value += tokens[at++] === '+' ? product() : -product();
+    return value;
+  };
+  return tokens.length > 1 ? sum() : NaN;
+}
+
+/** The arguments of a computed value, split at spaces outside parentheses. */
+const parts = (text) => text.match(/(?:[^\s(]|\([^()]*(?:\([^()]*\)[^()]*)*\))+/g) ?? [];
+
+/**
+ * `transform`, in viewport pixels. Where the browser gives the functions that it is made of, they are taken: the digits of
+ * `matrix3d(…)` are too few near the eye.
+ */
+function transformMatrix(element, text, width, height, zoom) {
+  const m = typedTransform(element, width / zoom, height / zoom) ?? parseTransform(text);
+  for (const i of [12, 13, 14]) m[i] *= zoom;
+  for (const i of [3, 7, 11]) m[i] /= zoom;
+  return m;
+}
+
+function parseTransform(text) {
+  const numbers = text.slice(text.indexOf('(') + 1, -1).split(',').map(Number);
+  const [a, b, c, d, e, f] = numbers;
+  return new Float64Array(numbers.length === 16 ? numbers : [a, b, 0, 0, c, d, 0, 0, 0, 0, 1, 0, e, f, 0, 1]);
+}
+
+function typedTransform(element, width, height) {
+  const value = element.computedStyleMap?.().get('transform');
+  if (!value?.toMatrix) return null;
+  try {
+    for (const step of value) {
+      if (!('x' in step) || typeof step.x?.to !== 'function' || step.constructor.name !== 'CSSTranslate') continue;
+      step.x = CSS.px(length(step.x.toString(), width, 1));
+      step.y = CSS.px(length(step.y.toString(), height, 1));
+    }
+    return value.toMatrix().toFloat64Array();
+  } catch {
+    return null;  // a length that is none without the page
+  }
+}
+
+/** `rotate`: an angle, before it the letter of an axis or an axis in three numbers. */
+function parseRotation(text) {
+  const tokens = text.split(' ');
+  const degrees = parseFloat(tokens.pop());
+  const axis = tokens.length === 3 ? tokens.map(Number) : (AXES[tokens[0]] ?? AXES.z);
+  return rotation(axis, degrees);
+}
+
+function parseScale(text) {
+  const [x, y = x, z = 1] = text.split(' ').map(Number);
+  return scaling(x, y, z);
+}
+
+/**
+ * The matrix of an element's own transform about its border box, whose top left corner is the origin; null when there is
+ * none.
+ * @param {Element} element
+ * @param {CSSStyleDeclaration} style
+ * @param {number} width
+ * @param {number} height
+ * @param {number} zoom
+ * @returns {Matrix | null}
+ */
+export function ownMatrix(element, style, width, height, zoom) {
+  const { transform, translate, rotate, scale } = style;
+  const steps = [];
+  if (transform !== 'none') steps.push(transformMatrix(element, transform, width, height, zoom));
+  if (scale !== 'none') steps.push(parseScale(scale));
+  if (rotate !== 'none') steps.push(parseRotation(rotate));
+  if (translate !== 'none') {
+    const [x, y = '0px', z = '0px'] = parts(translate);
+    steps.push(translation(length(x, width, zoom), length(y, height, zoom), length(z, 0, zoom)));
+  }
+  if (steps.length === 0) return null;
+  const [x, y, z = 0] = style.transformOrigin.split(' ').map((text) => parseFloat(text) * zoom);
+  return concat(translation(-x, -y, -z), ...steps, translation(x, y, z));
+}
+
+/** Whether an element has a transform of its own. */
+export const hasTransform = (style) =>
+  style.transform !== 'none' || style.translate !== 'none' || style.rotate !== 'none' || style.scale !== 'none';
+
+/** The distance of the eye that an element gives its children; 0 for none. */
+export function perspectiveDistance(style, zoom) {
+  const { perspective } = style;
+  return perspective === 'none' ? 0 : Math.max(parseFloat(perspective), 1) * zoom;
+}
+
+/** Whether the overflow of an element is the viewport's. */
+export function givesOverflowToViewport(element, look) {
+  const { body, documentElement } = element.ownerDocument;
+  if (element === documentElement) return true;
+  if (element !== body) return false;
+  const root = look.styleOf(documentElement);
+  return root.overflowX === 'visible' && root.overflowY === 'visible' && root.contain === 'none';
+}
+
+const words = (text) => text.split(/[\s,]+/);
+const contains = (text, list) => words(text).some((word) => list.includes(word));
+
+/** Containment of paint makes a box flat, but browsers' boxes of its children do not show it. */
+export const containsPaint = (style) =>
+  contains(style.contain, ['paint', 'content', 'strict']) || style.contentVisibility !== 'visible';
+
+/**
+ * Whether an element that asks for `preserve-3d` is made flat by another property; containment of paint is left out.
+ * @param {Element} element
+ * @param {CSSStyleDeclaration} style
+ */
+export function isForcedFlat(element, style) {
+  const clips = style.overflowX !== 'visible' || style.overflowY !== 'visible';
+  const isRoot = element === element.ownerDocument.documentElement;
+  const positioned = style.position === 'absolute' || style.position === 'fixed';
+  return (
+    (clips && !isRoot) ||
+    style.opacity < 1 ||
+    style.filter !== 'none' ||
+    given(style.backdropFilter) ||
+    style.clipPath !== 'none' ||
+    (positioned && style.clip !== 'auto') ||
+    style.mixBlendMode !== 'normal' ||
+    style.isolation !== 'auto' ||
+    hasMask(style) ||
+    given(style.webkitBoxReflect) ||
+    given(style.viewTransitionName) ||
+    contains(style.willChange, ['opacity', 'filter', 'backdrop-filter'])
+  );
+}
+
+// A property that not every browser has.
+const given = (value) => value !== undefined && value !== '' && value !== 'none';
+const hasMask = (style) =>
+  given(style.maskImage ?? style.webkitMaskImage) || given(style.maskBorderSource ?? style.webkitMaskBoxImageSource);
+
+/** Whether an element is drawn on a surface of its own first: what is behind the eye there is lost. */
+export const isDrawnApart = (style) =>
+  style.filter !== 'none' || given(style.backdropFilter) || style.clipPath !== 'none' || hasMask(style) ||
+  style.mixBlendMode !== 'normal';
+
+const STACKING = [
+  'transform', 'translate', 'rotate', 'scale', 'perspective', 'opacity', 'filter', 'backdrop-filter', 'clip-path', 'mask',
+  'mask-image', 'mask-border', 'mix-blend-mode', 'isolation', 'position', 'z-index', 'transform-style', 'contain',
+  'view-transition-name', 'offset-path', '-webkit-box-reflect',
+];
+
+/**
+ * Whether an element is a stacking context for a reason other than its `z-index`.
+ * @param {Element} element
+ * @param {CSSStyleDeclaration} style
+ */
+export function isolatesStacking(element, style) {
+  if (style.position === 'fixed' || style.position === 'sticky') return true;
+  if (style.opacity < 1 || style.mixBlendMode !== 'normal' || style.isolation !== 'auto') return true;
+  if (style.filter !== 'none' || given(style.backdropFilter) || style.clipPath !== 'none' || hasMask(style)) return true;
+  if (given(style.viewTransitionName) || given(style.offsetPath) || given(style.webkitBoxReflect)) return true;
+  if (style.willChange !== 'auto' && contains(style.willChange, STACKING)) return true;
+  if (!isTransformable(element, style)) return false;
+  if (hasTransform(style) || style.perspective !== 'none' || style.transformStyle === 'preserve-3d') return true;
+  return contains(style.contain, ['layout', 'paint', 'content', 'strict']) || style.contentVisibility !== 'visible';
+}

@@ -1,0 +1,123 @@
+// What the browser itself says or paints, beside which outlines and hits are held.
+import { pixels } from './browser.js';
+
+/** How far a point is from an outline. */
+export function distanceTo(points, x, y) {
+  let best = Infinity;
+  points.forEach((a, i) => {
+    const b = points[(i + 1) % points.length];
+    const [dx, dy] = [b.x - a.x, b.y - a.y];
+    const share = ((x - a.x) * dx + (y - a.y) * dy) / (dx * dx + dy * dy || 1);
+    const t = Math.max(0, Math.min(1, share));
+    best = Math.min(best, Math.hypot(a.x + t * dx - x, a.y + t * dy - y));
+  });
+  return best;
+}
+
+export function holds(points, x, y) {
+  let inside = false;
+  points.forEach((a, i) => {
+    const b = points[(i + 1) % points.length];
+    if (a.y > y !== b.y > y && x < ((b.x - a.x) * (y - a.y)) / (b.y - a.y) + a.x) inside = !inside;
+  });
+  return inside;
+}
+
+/** Pixels where an element, painted alone, and its outline disagree, a pixel and more off its edges. */
+export async function wrongPixels(page, id, points) {
+  const style = await page.addStyleTag({
+    content: `* { visibility: hidden !important; animation-play-state: paused !important; }
+      html, body { background: #fff !important; }
+      ::-webkit-scrollbar { visibility: hidden; }
+      #${id} { visibility: visible !important; background: #000 !important; border-color: #000 !important; color: #000 !important; }`,
+  });
+  const picture = await pixels(page);
+  await style.evaluate((element) => element.remove());
+  const wrong = [];
+  for (let y = 1; y < picture.height; y += 3) {
+    for (let x = 1; x < picture.width; x += 3) {
+      const [px, py] = [x + 0.5, y + 0.5];
+      if (picture.isPainted(x, y) !== holds(points, px, py) && distanceTo(points, px, py) > 1.25) wrong.push([x, y]);
+    }
+  }
+  return wrong;
+}
+
+/** The corners of an element, by probes without size that are put there for a moment. Runs in the page. */
+export function probeCorners(id) {
+  const element = document.getElementById(id);
+  const style = getComputedStyle(element);
+  const before = element.getAttribute('style');
+  if (element.localName === 'svg' || element.localName === 'canvas' || element.localName === 'input') return [];
+  if (style.display === 'inline' || style.display === 'table-row') return [];
+  if (style.position === 'static') element.style.position = 'relative';
+  const corners = [['Left', 'Top'], ['Right', 'Top'], ['Right', 'Bottom'], ['Left', 'Bottom']].map(([h, v]) => {
+    const probe = document.createElement('i');
+    const scroll = { Left: element.scrollLeft, Top: element.scrollTop, Right: -element.scrollLeft, Bottom: -element.scrollTop };
+    const at = (side) => `${side.toLowerCase()}:${scroll[side] - parseFloat(style[`border${side}Width`])}px`;
+    probe.style.cssText = `all:initial;position:absolute;display:block;width:0;height:0;${at(h)};${at(v)}`;
+    element.append(probe);
+    const { left, top } = probe.getBoundingClientRect();
+    probe.remove();
+    return { x: left, y: top };
+  });
+  if (before === null) element.removeAttribute('style');
+  else element.setAttribute('style', before);
+  return corners;
+}
+
+/** Points at which the first hit is not the browser's, more than a pixel off all edges. Runs in the page. */
+export function hitsBesideBrowser() {
+  const look = zan.look();
+  const wrong = [];
+  const name = (element) => element?.id || element?.localName || 'nothing';
+  for (let y = 7.5; y < innerHeight; y += 23) {
+    for (let x = 7.5; x < innerWidth; x += 23) {
+      const [ours] = look.hitsAt(x, y);
+      const theirs = document.elementFromPoint(x, y);
+      if (ours === theirs || theirs === null) continue;
+      // At an edge of one of them either answer is right.
+      const near = (element) => element && look.hitsAt(x, y, { within: element, tolerance: 1.25 }).includes(element);
+      const isIn = (element) => look.hitsAt(x, y, { within: element }).includes(element);
+      if (near(theirs) && !isIn(theirs)) continue;
+      const inner = ours && [[1.25, 0], [-1.25, 0], [0, 1.25], [0, -1.25]].every(([dx, dy]) => look.hitsAt(x + dx, y + dy, { within: ours }).includes(ours));
+      if (ours && !inner) continue;
+      if (!ours && theirs === document.documentElement) continue;
+      wrong.push(`${name(ours)} for ${name(theirs)} at (${x}, ${y})`);
+    }
+  }
+  return wrong;
+}
+
+const PALETTE = ['#f00', '#0c0', '#00f', '#fc0', '#0cf', '#f0f', '#840', '#888', '#000'];
+
+/** The same beside what is painted: every element with an id in a colour of its own. */
+export async function hitsBesidePaint(page, ids) {
+  const rules = ids.map((id, i) => `#${id} { background: ${PALETTE[i]} !important; border-color: ${PALETTE[i]} !important; }`);
+  const style = await page.addStyleTag({
+    content: `* { background: none !important; color: transparent !important; box-shadow: none !important; } ${rules.join('')}`,
+  });
+  const picture = await pixels(page);
+  await style.evaluate((element) => element.remove());
+  const colours = PALETTE.slice(0, ids.length).map((text) => [...text.slice(1)].map((digit) => parseInt(digit, 16) * 17));
+  colours.push([255, 255, 255]);
+  const seen = (x, y) => {
+    const off = colours.map((colour) => colour.reduce((sum, value, c) => sum + Math.abs(value - picture.at(x, y)[c]), 0));
+    return ids[off.indexOf(Math.min(...off))] ?? 'nothing';
+  };
+  const points = [];
+  for (let y = 7; y < picture.height - 5; y += 23) {
+    for (let x = 7; x < picture.width - 5; x += 23) {
+      const here = seen(x, y);
+      const even = [[2, 0], [-2, 0], [0, 2], [0, -2]].every(([dx, dy]) => seen(x + dx, y + dy) === here);
+      if (even) points.push([x + 0.5, y + 0.5, here]);
+    }
+  }
+  return page.evaluate(([points, ids]) => {
+    const look = zan.look();
+    return points.flatMap(([x, y, here]) => {
+      const ours = look.hitsAt(x, y).find((element) => ids.includes(element.id))?.id ?? 'nothing';
+      return ours === here ? [] : [`${ours} where ${here} is painted at (${x}, ${y})`];
+    });
+  }, [points, ids]);
+}
