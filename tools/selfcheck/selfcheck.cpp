@@ -11,8 +11,11 @@
 #include <cfloat>
 #include <cstdlib>
 #include <map>
+#include <new>
 #include <sstream>
+#include <stdexcept>
 #include <string_view>
+#include <system_error>
 #include <thread>
 
 using namespace selfcheck;
@@ -127,19 +130,28 @@ int compareThreads(size_t count) {
     std::vector<std::string> found(count);
     std::vector<std::thread> threads;
     std::atomic<size_t> ready{0};
+    std::atomic<bool> cancelled{false};
     std::vector<std::vector<std::string>> sums(count, std::vector<std::string>(all.size()));
-    for (size_t t = 0; t < count; ++t) {
-        threads.emplace_back([&, t] {
-            // All threads start together, so that they race for what is initialised at the first use.
-            for (++ready; ready < count;) std::this_thread::yield();
-            for (size_t k = 0; k < all.size(); ++k) {
-                const size_t i = (k + t * all.size() / count) % all.size();
-                sums[t][i] = sumOf(all[i], kCasesForThreads);
-            }
-            found[t] = violations;
-        });
+    const auto work = [&](size_t t) {
+        // All threads start together, so that they race for what is initialised at the first use.
+        for (++ready; ready < count && !cancelled;) std::this_thread::yield();
+        if (cancelled) return;
+        for (size_t k = 0; k < all.size(); ++k) {
+            const size_t i = (k + t * all.size() / count) % all.size();
+            sums[t][i] = sumOf(all[i], kCasesForThreads);
+        }
+        found[t] = violations;
+    };
+    std::string failure;
+    try {
+        threads.reserve(count);
+        for (size_t t = 0; t < count; ++t) threads.emplace_back(work, t);
+    } catch (const std::system_error& error) {
+        failure = "thread " + std::to_string(threads.size() + 1) + " cannot be started: " + error.what();
+        cancelled = true;
     }
     for (std::thread& thread : threads) thread.join();
+    if (!failure.empty()) throw std::runtime_error(failure);
     std::string details;
     for (size_t t = 0; t < count; ++t) details += found[t];
     for (size_t i = 0; i < all.size(); ++i) {
@@ -173,7 +185,8 @@ void printCase(const Entry& entry, uint64_t n, bool print) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+// @return the exit status, provided that standard output could be written
+static int run(int argc, char** argv) {
     addReportsToSums();
     if (argc == 1) return compare();
     const std::string_view argument = argv[1];
@@ -182,7 +195,10 @@ int main(int argc, char** argv) {
     }
     if (argument == "--list") return list();
     if (argument == "--write") return write();
-    if (argument == "--help") return std::fputs(kUsage, stdout) < 0;
+    if (argument == "--help") {
+        std::fputs(kUsage, stdout);
+        return 0;
+    }
     const auto& all = entries();
     const auto found = std::find_if(all.begin(), all.end(), [&](const Entry& entry) { return entry.name == argument; });
     if (found != all.end() && argc > 2) {
@@ -195,4 +211,19 @@ int main(int argc, char** argv) {
     }
     std::fprintf(stderr, "zan-selfcheck: unknown operation %s\n%s", argv[1], kUsage);
     return 2;
+}
+
+int main(int argc, char** argv) {
+    constexpr int kFailed = 2;
+    try {
+        const int status = run(argc, argv);
+        // A failed write leaves the stream in error, unless it comes with this last one.
+        if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+        std::fputs("zan-selfcheck: standard output cannot be written\n", stderr);
+    } catch (const std::bad_alloc&) {
+        std::fputs("zan-selfcheck: not enough memory\n", stderr);
+    } catch (const std::runtime_error& error) {
+        std::fprintf(stderr, "zan-selfcheck: %s\n", error.what());
+    }
+    return kFailed;
 }
