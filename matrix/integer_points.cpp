@@ -1,21 +1,25 @@
-// 16-bit and 16.16 points through a matrix: the affine rule in double precision, rounded, with a test for what does not
-// fit; and 16-bit points as points of space, clamped.
+// Transforms 16-bit and 16.16 points in double precision: by an affine matrix, rounded, an overflow reported; and
+// 16-bit points by a matrix of space, clamped.
 #include "frame/report.h"
 #include "matrix/kernels/points.h"
 #include "zan/matrix.h"
 
+using zan::PointKernel;
+
 int32_t Zan_TransformPoints(const Zan_Matrix3* m, int32_t count, Zan_Point* points) {
-    if (zan::transformPoints(zan::kRoundedPoint, m, count, points) >= count) return 0;
+    const int32_t done = zan::transformPoints(&PointKernel::planeRound16, m, count, points);
+    if (done >= count) return 0;
     return zan::report(zan::Site::TransformPoints, Zan_Err_Overflow, zan::Message::InPointTransformation);
 }
 
 int32_t Zan_TransformFixPoints(const Zan_Matrix3* m, int32_t count, Zan_FixedPoint* points) {
-    if (zan::transformPoints(zan::kRoundedFixedPoint, m, count, points) >= count) return 0;
+    const int32_t done = zan::transformPoints(&PointKernel::planeRoundFixed, m, count, points);
+    if (done >= count) return 0;
     return zan::report(zan::Site::TransformFixPoints, Zan_Err_Overflow, zan::Message::InFixedPointTransformation);
 }
 
 int32_t Zan_3DTransform2DPoints(const Zan_Matrix4* m, int32_t count, Zan_Point* points) {
-    zan::transformPoints(zan::kClampedPoint, m, count, points);
+    zan::transformPoints(&PointKernel::spaceClamp16, m, count, points);
     return 0;
 }
 

@@ -1,48 +1,46 @@
-// Points and vectors in double precision through a matrix, without a division or where w allows one. Nothing here
-// reports.
-#include "frame/report.h"
+// Transforms points and vectors in double precision: without a division by w, or with one that leaves out the points
+// whose w is near zero. Nothing here reports.
 #include "matrix/kernels/points.h"
 #include "matrix/point_rules.h"
 
+using zan::PointKernel;
 using zan::Vector2;
 using zan::Vector3;
 using zan::Vector4;
 
 int32_t Zan_TransformFloatPoints(const Zan_Matrix3* m, int32_t count, Vector2* points) {
-    zan::transformPoints(zan::kAffine2, m, count, points);
+    zan::transformPoints(&PointKernel::planeAffine, m, count, points);
     return 0;
 }
 int32_t Zan_TransformVector3(const Zan_Matrix3* m, int32_t count, Vector3* vectors) {
-    zan::transformPoints(zan::kProduct3, m, count, vectors);
+    zan::transformPoints(&PointKernel::planeProduct, m, count, vectors);
     return 0;
 }
 int32_t Zan_TransformVector4(const Zan_Matrix4* m, int32_t count, Vector4* vectors) {
-    zan::transformPoints(zan::kUnlessNearZero4, m, count, vectors);
+    zan::transformPoints(&PointKernel::spaceDivideUnlessNearZero, m, count, vectors);
     return 0;
 }
 int32_t Zan_TransformVector4NoDivide(const Zan_Matrix4* m, int32_t count, Vector4* vectors) {
-    zan::transformPoints(zan::kProduct4, m, count, vectors);
+    zan::transformPoints(&PointKernel::spaceProduct, m, count, vectors);
     return 0;
 }
 int32_t Zan_Transform3DFloatPoints(const Zan_Matrix4* m, int32_t count, Vector3* points) {
-    zan::transformPoints(zan::kUnlessNearZero3, m, count, points);
+    zan::transformPoints(&PointKernel::spaceDivideUnlessNearZeroXYZ, m, count, points);
     return 0;
 }
 
 void Zan_Matrix3::TransformPoint(Vector2* point) const { *point = zan::affine(*this, *point); }
 void Zan_Matrix3::TransformPoint(Vector3* point) const { *point = zan::product(*this, *point); }
 void Zan_Matrix3::TransformPoints(int32_t count, Vector2* points) const {
-    zan::throwIfFailed(Zan_TransformFloatPoints(this, count, points));
+    Zan_TransformFloatPoints(this, count, points);
 }
-void Zan_Matrix3::TransformPoints(int32_t count, Vector3* points) const {
-    zan::throwIfFailed(Zan_TransformVector3(this, count, points));
-}
+void Zan_Matrix3::TransformPoints(int32_t count, Vector3* points) const { Zan_TransformVector3(this, count, points); }
 
 void Zan_Matrix4::TransformPoint(Vector4* point) const { *point = zan::product(*this, *point); }
 void Zan_Matrix4::TransformPoint(Vector3* point) const { *point = zan::dropLast(zan::product(*this, Vector4(*point))); }
 void Zan_Matrix4::TransformPoints(int32_t count, Vector4* points) const {
-    zan::throwIfFailed(Zan_TransformVector4NoDivide(this, count, points));
+    Zan_TransformVector4NoDivide(this, count, points);
 }
 void Zan_Matrix4::TransformPoints(int32_t count, Vector3* points) const {
-    zan::transformPoints(zan::kAffine3, this, count, points);
+    zan::transformPoints(&PointKernel::spaceAffine, this, count, points);
 }

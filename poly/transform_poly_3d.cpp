@@ -26,7 +26,7 @@ void Zan_TransformPoly3D::TransformPointsToEye(const Zan_Matrix4& layerToEye) {
         std::fill_n(cornerBehind, 4, false);
         return;
     }
-    zan::transformPoints(zan::kUnlessNearZero3, &layerToEye, 4, corners);
+    zan::transformPoints(&zan::PointKernel::spaceDivideUnlessNearZeroXYZ, &layerToEye, 4, corners);
 }
 
 void Zan_TransformPoly3D::ClipEdgeToScreen(int32_t i) {
@@ -40,8 +40,8 @@ void Zan_TransformPoly3D::TransformPointsToScreen(const Zan_Matrix4& eyeToScreen
         return;
     }
     for (int32_t i = 0; i < 4; ++i) ClipEdgeToScreen(i);
-    zan::transformPoints(zan::kUnlessNearZero3, &eyeToScreen, 4, corners);
-    zan::transformPoints(zan::kUnlessNearZero3, &eyeToScreen, 4, edgeClipPoints);
+    zan::transformPoints(&zan::PointKernel::spaceDivideUnlessNearZeroXYZ, &eyeToScreen, 4, corners);
+    zan::transformPoints(&zan::PointKernel::spaceDivideUnlessNearZeroXYZ, &eyeToScreen, 4, edgeClipPoints);
     InvalidatePolyPoints();
 }
 

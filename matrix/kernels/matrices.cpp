@@ -1,4 +1,4 @@
-// The list of the forms of products and inverses.
+// Selects the kernel for products and inverses.
 #include "matrix/kernels/matrices.h"
 
 #include "frame/processor.h"

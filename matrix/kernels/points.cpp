@@ -1,30 +1,12 @@
-// The list of the loops over arrays of points, and where one of them hands over to the plain form.
+// Selects the kernel for an array of points; runs the plain loop on the points that a kernel leaves over.
 #include "matrix/kernels/points.h"
 
 #include "frame/processor.h"
-#include "zan/types.h"
 
 namespace {
 
-// Fewer points than that make no block of a wider loop.
-constexpr int32_t kWorthwhile = 4;
-
-constexpr size_t kPointBytes[] = {sizeof(Zan_Vector2T<double>),
-                                  sizeof(Zan_Vector3T<double>),
-                                  sizeof(Zan_Vector3T<double>),
-                                  sizeof(Zan_Vector3T<double>),
-                                  sizeof(Zan_Vector2T<double>),
-                                  sizeof(Zan_Vector3T<double>),
-                                  sizeof(Zan_Vector4T<double>),
-                                  sizeof(Zan_Vector4T<double>),
-                                  sizeof(Zan_Vector4T<double>),
-                                  sizeof(Zan_Vector3T<double>),
-                                  sizeof(Zan_Vector4T<double>),
-                                  sizeof(Zan_Vector3T<double>),
-                                  sizeof(Zan_Point),
-                                  sizeof(Zan_FixedPoint),
-                                  sizeof(Zan_Point)};
-static_assert(sizeof kPointBytes / sizeof(size_t) == zan::kPointTransformCount);
+// The lanes hold a block of four points; most loops of a wider kernel would pass a shorter array on to the plain one.
+constexpr int32_t kMinPointsForLanes = 4;
 
 }  // namespace
 
@@ -34,12 +16,12 @@ const zan::PointKernel* const zan::kPointKernels[] = {&kPlainPointKernel,
 #endif
                                                       nullptr};
 
-int32_t zan::transformRest(PointTransform transform, const void* matrix, int32_t done, int32_t count, void* points) {
-    char* rest = static_cast<char*>(points) + static_cast<size_t>(done) * kPointBytes[transform];
-    return done + kPlainPointKernel.loops[transform](matrix, count - done, rest);
+int32_t zan::transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points) {
+    const PointKernel* kernel =
+        count < kMinPointsForLanes ? &kPlainPointKernel : kPointKernels[static_cast<int>(activeInstructionSet())];
+    return (kernel->*transform)(matrix, count, points);
 }
 
-int32_t zan::transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points) {
-    const auto* kernel = count < kWorthwhile ? &kPlainPointKernel : kPointKernels[static_cast<int>(activeInstructionSet())];
-    return kernel->loops[transform](matrix, count, points);
+int32_t zan::transformRest(PointTransform transform, const void* matrix, int32_t done, int32_t count, void* rest) {
+    return done + (kPlainPointKernel.*transform)(matrix, count - done, rest);
 }

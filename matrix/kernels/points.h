@@ -1,6 +1,6 @@
-// The loops over arrays of points, in the forms that processors allow. Declarations only: the file of a kernel is
-// compiled for one processor, and no inline function may be shared with it, since the linker keeps whichever copy it
-// likes.
+// The loops over arrays of points, one kernel for each instruction set. Declarations only: a kernel's file is compiled
+// for its own instruction set and must share no inline function with other files, because the linker keeps one copy of
+// each such function and may keep the one that other processors cannot run.
 #ifndef ZAN_MATRIX_KERNELS_POINTS_H
 #define ZAN_MATRIX_KERNELS_POINTS_H
 
@@ -8,48 +8,49 @@
 
 namespace zan {
 
-/// What becomes of each point of an array; the number is that of its components, point_rules.h has the rules.
-enum PointTransform {
-    kAffine2,             // Zan_Matrix3
-    kProduct3,            // Zan_Matrix3
-    kQuotient3,           // Zan_Matrix3, divided by w
-    kGuardedQuotient3,    // the same, up to a w near zero
-    kGuardedQuotient2,    // the same for (x, y, 1)
-    kAffine3,             // Zan_Matrix4
-    kProduct4,            // Zan_Matrix4
-    kReciprocal4,         // Zan_Matrix4, times 1 / w
-    kGuardedReciprocal4,  // the same, up to a w near zero
-    kGuardedReciprocal3,  // the same for (x, y, z, 1)
-    kUnlessNearZero4,     // Zan_Matrix4, times 1 / w unless w is near zero
-    kUnlessNearZero3,     // the same for (x, y, z, 1)
-    kRoundedPoint,        // Zan_Matrix3, Zan_Point, up to a coordinate that does not fit
-    kRoundedFixedPoint,   // the same for Zan_FixedPoint, the translation in whole units
-    kClampedPoint,        // Zan_Matrix4, Zan_Point, as (h, v, 0): as kUnlessNearZero3, then to what fits
-    kPointTransformCount
-};
-
-/// Transforms an array. Returns count, or where a guarded or rounded transform stops the index of that point: the
-/// points before it are transformed, those behind it are not. A count below 1 does nothing and returns what is not less
-/// than it.
+/// Transforms an array in place, from the first point to the last. Returns count, or the index of the point at which a
+/// checked or rounding loop stops: earlier points are transformed, later ones unchanged. A count below 1 touches
+/// nothing, and the returned value is not less than count.
 using PointLoop = int32_t (*)(const void* matrix, int32_t count, void* points);
 
+/// The loops of one instruction set. Plane loops take a Zan_Matrix3, space loops a Zan_Matrix4; the comments name the
+/// type of the points, and w is the last component of the product. XY and XYZ mark points that have no w and enter with
+/// w = 1. point_rules.h defines the arithmetic.
 struct PointKernel {
     const char* name;
-    PointLoop loops[kPointTransformCount];
+    PointLoop planeAffine;                   // Vector2
+    PointLoop planeProduct;                  // Vector3
+    PointLoop planeDivide;                   // Vector3: x / w, y / w, 1
+    PointLoop planeCheckedDivide;            // Vector3: as planeDivide, but stops at a w near zero
+    PointLoop planeCheckedDivideXY;          // Vector2: as planeCheckedDivide
+    PointLoop spaceAffine;                   // Vector3
+    PointLoop spaceProduct;                  // Vector4
+    PointLoop spaceDivide;                   // Vector4: x * r, y * r, z * r, 1 with r = 1 / w
+    PointLoop spaceCheckedDivide;            // Vector4: as spaceDivide, but stops at a w near zero
+    PointLoop spaceCheckedDivideXYZ;         // Vector3: as spaceCheckedDivide
+    PointLoop spaceDivideUnlessNearZero;     // Vector4: as spaceDivide, but undivided where w is near zero
+    PointLoop spaceDivideUnlessNearZeroXYZ;  // Vector3: as spaceDivideUnlessNearZero
+    PointLoop planeRound16;                  // Zan_Point: affine, rounded; stops where a coordinate does not fit
+    PointLoop planeRoundFixed;               // Zan_FixedPoint: as planeRound16, on raw 16.16 coordinates
+    PointLoop spaceClamp16;  // Zan_Point: spaceDivideUnlessNearZeroXYZ of (h, v, 0), clamped and truncated
 };
 
-/// Every kernel gives the bits of the plain one.
+/// Selects a loop of any kernel.
+using PointTransform = PointLoop PointKernel::*;
+
+/// Every kernel gives the same bits as the plain one.
 extern const PointKernel kPlainPointKernel;
 extern const PointKernel kAvx2PointKernel;
 
-/// The kernels of this build, one for each of zan::Instructions, null behind the last.
+/// The kernels of this build, indexed by zan::InstructionSet, with a null pointer at the end.
 extern const PointKernel* const kPointKernels[];
 
-/// By the kernel of zan::activeInstructionSet(), a few points by the plain form.
+/// Runs the kernel of zan::activeInstructionSet(), or the plain one for arrays too short to fill the lanes.
 int32_t transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points);
 
-/// For kernels: all from the point with the index done by the plain form, which must not have seen them.
-int32_t transformRest(PointTransform transform, const void* matrix, int32_t done, int32_t count, void* points);
+/// For kernels: completes an array of count points, of which `done` are transformed, with the plain loop, and returns
+/// what the loop over the whole array returns. `rest` points to the first of the others, which are still unchanged.
+int32_t transformRest(PointTransform transform, const void* matrix, int32_t done, int32_t count, void* rest);
 
 }  // namespace zan
 

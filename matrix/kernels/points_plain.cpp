@@ -1,4 +1,4 @@
-// The plain form of the loops over arrays of points: one point after another, by its rule.
+// The plain kernel of the loops over arrays of points: one point after another.
 #include "matrix/kernels/points.h"
 #include "matrix/point_rules.h"
 #include "scalar/rounding.h"
@@ -12,8 +12,8 @@ using zan::Vector2;
 using zan::Vector3;
 using zan::Vector4;
 
-// A local copy lets the elements stay in registers; one element at a time, since a copy of the whole would go through
-// memory in pieces that do not match the loads.
+// A local copy, which the compiler can keep in registers while the loop stores points. Element by element: a block copy
+// goes through memory in wider pieces, and loads of single elements from it would defeat store-to-load forwarding.
 template <class Matrix>
 Matrix copyOf(const void* matrix);
 template <>
@@ -36,22 +36,23 @@ Zan_Matrix4 copyOf(const void* matrix) {
     return m;
 }
 
-template <class Matrix, class Point, Point (*rule)(const Matrix&, const Point&)>
+// The loop of a transform that never stops.
+template <class Matrix, class Point, Point (*transformOne)(const Matrix&, const Point&)>
 int32_t each(const void* matrix, int32_t count, void* array) {
     const auto m = copyOf<Matrix>(matrix);
     auto* points = static_cast<Point*>(array);
-    for (int32_t i = 0; i < count; ++i) points[i] = rule(m, points[i]);
+    for (int32_t i = 0; i < count; ++i) points[i] = transformOne(m, points[i]);
     return count;
 }
 
-Vector3 quotient(const Zan_Matrix3& m, const Vector3& p) { return zan::divided(zan::product(m, p)); }
-Vector4 reciprocal(const Zan_Matrix4& m, const Vector4& p) { return zan::divided(zan::product(m, p)); }
-Vector4 unlessNearZero4(const Zan_Matrix4& m, const Vector4& p) {
+Vector3 planeDivide(const Zan_Matrix3& m, const Vector3& p) { return zan::divided(zan::product(m, p)); }
+Vector4 spaceDivide(const Zan_Matrix4& m, const Vector4& p) { return zan::divided(zan::product(m, p)); }
+Vector4 spaceDivideUnlessNearZero(const Zan_Matrix4& m, const Vector4& p) {
     const Vector4 q = zan::product(m, p);
     return zan::nearZero(q.w) ? q : zan::divided(q);
 }
-Vector3 unlessNearZero3(const Zan_Matrix4& m, const Vector3& p) {
-    return zan::dropLast(unlessNearZero4(m, Vector4(p)));
+Vector3 spaceDivideUnlessNearZeroXYZ(const Zan_Matrix4& m, const Vector3& p) {
+    return zan::dropLast(spaceDivideUnlessNearZero(m, Vector4(p)));
 }
 
 void store(const Vector3& from, Vector2& to) { to = zan::dropLast(from); }
@@ -63,27 +64,31 @@ void store(const Point& from, Point& to) {
 double lastOf(const Vector3& p) { return p.z; }
 double lastOf(const Vector4& p) { return p.w; }
 
-// Stops at a w near zero. A point without a last component goes through with 1 in its place.
-template <class Matrix, class Point, class Wide>
-int32_t guarded(const void* matrix, int32_t count, void* array) {
+// Stops at a w near zero. Homogeneous is the type of the product: Point itself, or Point with a last component of 1.
+template <class Matrix, class Point, class Homogeneous = Point>
+int32_t checkedDivide(const void* matrix, int32_t count, void* array) {
     const auto m = copyOf<Matrix>(matrix);
     auto* points = static_cast<Point*>(array);
     for (int32_t i = 0; i < count; ++i) {
-        const Wide q = zan::product(m, Wide(points[i]));
+        const Homogeneous q = zan::product(m, Homogeneous(points[i]));
         if (zan::nearZero(lastOf(q))) return i;
         store(zan::divided(q), points[i]);
     }
     return count;
 }
 
-// Stops at what does not fit. The matrix translates by so many units as a one has. A point's h is stored before its v
-// is tested, so that a failing v leaves the new h behind.
+// Stops where a coordinate does not fit. Coordinates are in steps of 1 / one; the matrix is in whole units, so that
+// only its translation is scaled to steps. A point's h is stored before its v is tested: a v that does not fit leaves
+// the new h behind.
 template <class Point, class Coordinate, int32_t one>
-int32_t rounded(const void* matrix, int32_t count, void* array) {
+int32_t roundPoints(const void* matrix, int32_t count, void* array) {
     constexpr double low = std::numeric_limits<Coordinate>::min();
     constexpr double high = std::numeric_limits<Coordinate>::max();
     auto m = copyOf<Zan_Matrix3>(matrix);
-    if constexpr (one != 1) m.m20 *= one, m.m21 *= one;
+    if constexpr (one != 1) {
+        m.m20 *= one;
+        m.m21 *= one;
+    }
     auto* points = static_cast<Point*>(array);
     for (int32_t i = 0; i < count; ++i) {
         const Vector2 p = zan::affine(m, {double(points[i].h), double(points[i].v)});
@@ -100,19 +105,28 @@ int16_t clampedAndTruncated(double x) {
     if (x >= 32766.0) return 32766;
     return std::isnan(x) ? int16_t{0} : static_cast<int16_t>(x);
 }
-Zan_Point clampedPoint(const Zan_Matrix4& m, const Zan_Point& p) {
-    const Vector3 q = unlessNearZero3(m, {double(p.h), double(p.v), 0.0});
+Zan_Point spaceClamp16(const Zan_Matrix4& m, const Zan_Point& p) {
+    const Vector3 q = spaceDivideUnlessNearZeroXYZ(m, {double(p.h), double(p.v), 0.0});
     return {clampedAndTruncated(q.y), clampedAndTruncated(q.x)};
 }
 
 }  // namespace
 
 const zan::PointKernel zan::kPlainPointKernel = {
-    "plain",
-    {each<Zan_Matrix3, Vector2, affine>, each<Zan_Matrix3, Vector3, product>, each<Zan_Matrix3, Vector3, quotient>,
-     guarded<Zan_Matrix3, Vector3, Vector3>, guarded<Zan_Matrix3, Vector2, Vector3>, each<Zan_Matrix4, Vector3, affine>,
-     each<Zan_Matrix4, Vector4, product>, each<Zan_Matrix4, Vector4, reciprocal>,
-     guarded<Zan_Matrix4, Vector4, Vector4>, guarded<Zan_Matrix4, Vector3, Vector4>,
-     each<Zan_Matrix4, Vector4, unlessNearZero4>, each<Zan_Matrix4, Vector3, unlessNearZero3>,
-     rounded<Zan_Point, int16_t, 1>, rounded<Zan_FixedPoint, Zan_Fixed, 65536>,
-     each<Zan_Matrix4, Zan_Point, clampedPoint>}};
+    .name = "plain",
+    .planeAffine = each<Zan_Matrix3, Vector2, affine>,
+    .planeProduct = each<Zan_Matrix3, Vector3, product>,
+    .planeDivide = each<Zan_Matrix3, Vector3, planeDivide>,
+    .planeCheckedDivide = checkedDivide<Zan_Matrix3, Vector3>,
+    .planeCheckedDivideXY = checkedDivide<Zan_Matrix3, Vector2, Vector3>,
+    .spaceAffine = each<Zan_Matrix4, Vector3, affine>,
+    .spaceProduct = each<Zan_Matrix4, Vector4, product>,
+    .spaceDivide = each<Zan_Matrix4, Vector4, spaceDivide>,
+    .spaceCheckedDivide = checkedDivide<Zan_Matrix4, Vector4>,
+    .spaceCheckedDivideXYZ = checkedDivide<Zan_Matrix4, Vector3, Vector4>,
+    .spaceDivideUnlessNearZero = each<Zan_Matrix4, Vector4, spaceDivideUnlessNearZero>,
+    .spaceDivideUnlessNearZeroXYZ = each<Zan_Matrix4, Vector3, spaceDivideUnlessNearZeroXYZ>,
+    .planeRound16 = roundPoints<Zan_Point, int16_t, 1>,
+    .planeRoundFixed = roundPoints<Zan_FixedPoint, Zan_Fixed, 65536>,
+    .spaceClamp16 = each<Zan_Matrix4, Zan_Point, spaceClamp16>,
+};

@@ -5,12 +5,7 @@
 
 namespace {
 
-struct Row {
-    int size, components;  // of the matrix, of a point
-};
-constexpr Row kRows[] = {{3, 2}, {3, 3}, {3, 3}, {3, 3}, {3, 2}, {4, 3}, {4, 4}, {4, 4},
-                         {4, 4}, {4, 3}, {4, 4}, {4, 3}, {3, 2}, {3, 2}, {4, 2}};
-static_assert(std::size(kRows) == zan::kPointTransformCount);
+using zan::PointKernel;
 
 // Tame numbers, with which nothing stops, then nasty ones, then such that w' (or the coordinates) are those of x.
 enum Kind { kTame, kNasty, kFromX, kKinds };
@@ -24,31 +19,31 @@ double element(Choices& c, int32_t kind) {
     return std::nextafter(edge, c.among(toward));
 }
 
-template <class Number>
-bool points(Choices& c, int32_t transform) {
+// `size` rows and columns in the matrix, `components` numbers in a point.
+template <class Number, int size, int components>
+bool points(Choices& c, zan::PointTransform transform) {
     constexpr bool whole = std::is_integral_v<Number>;
-    const auto [matrix, components] = kRows[transform];
     const int32_t kind = c.below(kKinds), step = c.below(21), count = step == 20 ? 1000 : step - 1;
     double m[16];
     for (double& e : m) e = element(c, kind);
-    for (int k = 0; k < matrix && kind == kFromX; ++k) {
-        m[k * matrix + matrix - 1] = k == 0 ? 1.0 : 0.0;
-        if (whole) m[k * matrix] = m[k * matrix + 1] = k == 0 ? 1.0 : k == 2 ? element(c, kind) : 0.0;
+    for (int k = 0; k < size && kind == kFromX; ++k) {
+        m[k * size + size - 1] = k == 0 ? 1.0 : 0.0;
+        if (whole) m[k * size] = m[k * size + 1] = k == 0 ? 1.0 : k == 2 ? element(c, kind) : 0.0;
     }
     // At every alignment of a number, and nothing on either side is touched.
-    const int32_t before = c.below(8), size = std::max(count, 0) * components;
+    const int32_t before = c.below(8), numbers = std::max(count, 0) * components;
     const bool ones = kind == kFromX && c.below(2) == 0;
-    std::vector<Number> start(size_t(before + size + 8), 1);
+    std::vector<Number> start(size_t(before + numbers + 8), 1);
     for (Number& x : start) {
         if (ones) break;
         if constexpr (whole) x = static_cast<Number>(kind == kTame ? c.below(20001) - 10000 : c.nastyInt());
         if constexpr (!whole) x = kind == kTame ? c.plain(1, 2) : element(c, kind);
     }
     std::vector<Number> plain = start;
-    const int32_t done = zan::kPlainPointKernel.loops[transform](m, count, plain.data() + before);
+    const int32_t done = (zan::kPlainPointKernel.*transform)(m, count, plain.data() + before);
     eachKernel(zan::kPointKernels, zan::kPlainPointKernel, [&](const zan::PointKernel& kernel) {
         std::vector<Number> other = start;
-        must(kernel.loops[transform](m, count, other.data() + before) == done);
+        must((kernel.*transform)(m, count, other.data() + before) == done);
         for (size_t i = 0; i < plain.size(); ++i) must(sameBits(double(plain[i]), double(other[i])));
     });
     return done == count;
@@ -86,11 +81,33 @@ bool matrices(Choices& c) {
     return inverted;
 }
 
+struct Row {
+    zan::PointTransform transform;
+    bool (*check)(Choices&, zan::PointTransform);
+};
+constexpr Row kRows[] = {
+    {&PointKernel::planeAffine, points<double, 3, 2>},
+    {&PointKernel::planeProduct, points<double, 3, 3>},
+    {&PointKernel::planeDivide, points<double, 3, 3>},
+    {&PointKernel::planeCheckedDivide, points<double, 3, 3>},
+    {&PointKernel::planeCheckedDivideXY, points<double, 3, 2>},
+    {&PointKernel::spaceAffine, points<double, 4, 3>},
+    {&PointKernel::spaceProduct, points<double, 4, 4>},
+    {&PointKernel::spaceDivide, points<double, 4, 4>},
+    {&PointKernel::spaceCheckedDivide, points<double, 4, 4>},
+    {&PointKernel::spaceCheckedDivideXYZ, points<double, 4, 3>},
+    {&PointKernel::spaceDivideUnlessNearZero, points<double, 4, 4>},
+    {&PointKernel::spaceDivideUnlessNearZeroXYZ, points<double, 4, 3>},
+    {&PointKernel::planeRound16, points<int16_t, 3, 2>},
+    {&PointKernel::planeRoundFixed, points<int32_t, 3, 2>},
+    {&PointKernel::spaceClamp16, points<int16_t, 4, 2>},
+};
+static_assert(sizeof(PointKernel) == sizeof(const char*) + std::size(kRows) * sizeof(zan::PointLoop));
+
 const Property kMatrices("matrix_products", 30000, matrices);
 const Property kPoints("matrix_points", 30000, [](Choices& c) {
-    const int32_t transform = c.below(zan::kPointTransformCount);
-    if (transform == zan::kRoundedFixedPoint) return points<int32_t>(c, transform);
-    return transform >= zan::kRoundedPoint ? points<int16_t>(c, transform) : points<double>(c, transform);
+    const Row& row = c.among(kRows);
+    return row.check(c, row.transform);
 });
 
 }  // namespace
