@@ -1,5 +1,4 @@
-// The kind of a transform of the plane, by exact comparisons.
-#include "frame/report.h"
+// The kind of a Zan_Matrix3, by exact comparisons.
 #include "zan/matrix.h"
 
 int32_t Zan_GetMatrixType(const Zan_Matrix3* m, int32_t* kind) {
@@ -21,6 +20,6 @@ int32_t Zan_GetMatrixType(const Zan_Matrix3* m, int32_t* kind) {
 
 int32_t Zan_Matrix3::GetType() const {
     int32_t kind = 0;
-    zan::throwIfFailed(Zan_GetMatrixType(this, &kind));
+    Zan_GetMatrixType(this, &kind);
     return kind;
 }

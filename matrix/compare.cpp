@@ -1,4 +1,4 @@
-// Comparison of matrices: by value, byte by byte, and within a tolerance, which a NaN always meets.
+// Comparisons of matrices: by value, by bytes, and within a tolerance. A NaN passes every tolerance.
 #include "matrix/elements.h"
 
 #include <array>
@@ -8,7 +8,7 @@
 
 namespace {
 
-// Whether the predicate holds for every pair of elements; the second of a pair may come from a rule.
+// True when predicate(first[i][j], second(i, j)) holds for every element.
 template <int N, class Second, class Predicate>
 bool allOf(const zan::Elements<N>& first, Second second, Predicate predicate) {
     for (int i = 0; i < N; ++i) {

@@ -1,5 +1,4 @@
-// Products and sums of matrices.
-#include "frame/report.h"
+// Products, sums and differences of matrices.
 #include "matrix/elements.h"
 #include "matrix/kernels/matrices.h"
 
@@ -7,7 +6,7 @@
 
 namespace {
 
-// to := operation(to, n), element by element.
+// to := operation(to, n) for each pair of elements.
 template <class Matrix, class Operation>
 void combine(Matrix& to, const Matrix& n, Operation operation) {
     auto e = zan::elements(to);
@@ -30,7 +29,7 @@ int32_t Zan_ConcatMatrix4(const Zan_Matrix4* a, const Zan_Matrix4* b, Zan_Matrix
 }
 
 Zan_Matrix3& Zan_Matrix3::operator*=(const Zan_Matrix3& n) {
-    zan::throwIfFailed(Zan_ConcatMatrix(&n, this));
+    Zan_ConcatMatrix(&n, this);
     return *this;
 }
 Zan_Matrix3& Zan_Matrix3::operator+=(const Zan_Matrix3& n) {
@@ -43,12 +42,12 @@ Zan_Matrix3& Zan_Matrix3::operator-=(const Zan_Matrix3& n) {
 }
 
 Zan_Matrix4& Zan_Matrix4::operator*=(const Zan_Matrix4& n) {
-    zan::throwIfFailed(Zan_ConcatMatrix4(this, &n, this));
+    Zan_ConcatMatrix4(this, &n, this);
     return *this;
 }
 Zan_Matrix4& Zan_Matrix4::operator*=(const Zan_Matrix3& n) {
     Zan_Matrix4 wide;
-    zan::throwIfFailed(Zan_Matrix3ToMatrix4(&n, &wide));
+    Zan_Matrix3ToMatrix4(&n, &wide);
     return *this *= wide;
 }
 Zan_Matrix4& Zan_Matrix4::operator+=(const Zan_Matrix4& n) {

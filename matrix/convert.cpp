@@ -1,5 +1,4 @@
-// Between transforms of the plane and transforms of space.
-#include "frame/report.h"
+// Conversions between Zan_Matrix3 and Zan_Matrix4.
 #include "matrix/elements.h"
 #include "matrix/nearly_equal.h"
 
@@ -30,7 +29,7 @@ int32_t Zan_Matrix3ToMatrix4Uniform(const Zan_Matrix3* m, Zan_Matrix4* wide) {
 }
 
 Zan_Matrix4& Zan_Matrix4::operator=(const Zan_Matrix3& n) {
-    zan::throwIfFailed(Zan_Matrix3ToMatrix4(&n, this));
+    Zan_Matrix3ToMatrix4(&n, this);
     return *this;
 }
 

@@ -1,4 +1,5 @@
-// Transforms of space taken apart: translation, scale, shear and three angles; the angles of an axis and a turn.
+// Decomposes transforms of space into translation, scale, shear and three angles; converts axis and angle to those
+// angles.
 #include "frame/keep_errno.h"
 #include "frame/report.h"
 #include "matrix/nearly_equal.h"
@@ -6,70 +7,78 @@
 #include "zan/matrix.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace {
 
 using zan::Vector3;
 
+constexpr double kGimbalTolerance = 1e-5;
+
 struct Rotation {
-    Vector3 r0, r1, r2;
+    Vector3 r0, r1, r2;  // the rows
 };
 
 Vector3 scaled(const Vector3& v, double k) { return {v.x * k, v.y * k, v.z * k}; }
-Vector3 without(const Vector3& v, double share, const Vector3& along) {
-    return {v.x - share * along.x, v.y - share * along.y, v.z - share * along.z};
+// v - k * axis.
+Vector3 subtractScaled(const Vector3& v, double k, const Vector3& axis) {
+    return {v.x - k * axis.x, v.y - k * axis.y, v.z - k * axis.z};
 }
 Vector3 negated(const Vector3& v) { return {-v.x, -v.y, -v.z}; }
-// Brings a row to unit length, unless it has none, and returns what length it had.
-double takeLength(Vector3& row) {
+// Scales a row to unit length, except one of length 0, and returns the length it had.
+double normalize(Vector3& row) {
     const double length = zan::length(row);
     if (length > 0) row = scaled(row, 1.0 / length);
     return length;
 }
 
+// The domain of asin, which rounding may leave.
 double clampedToOne(double x) {
     if (x < -1.0) return -1.0;
     return x > 1.0 ? 1.0 : x;
 }
-// Where the turn about y is a quarter, those about x and z cannot be told apart.
-bool gimbalLock(double c) { return -1e-5 < c && c < 1e-5; }
+bool nearZeroForGimbal(double x) { return -kGimbalTolerance < x && x < kGimbalTolerance; }
+// With a rotation of 90 degrees about y, the rotations about x and z have the same axis, and only their sum or
+// difference is determined.
+bool gimbalLock(double cosY) { return nearZeroForGimbal(cosY); }
 
-// The angles of R = Rz * Ry * Rx.
+// The angles of the rotation R = Rz * Ry * Rx.
 void anglesXYZ(const Rotation& r, Zan_Matrix4Decomp* out) {
     const zan::KeepErrno keepErrno;
     out->ry = std::asin(clampedToOne(r.r2.x));
-    const double c = std::cos(-out->ry);
-    if (gimbalLock(c)) {
+    const double cosY = std::cos(-out->ry);
+    if (gimbalLock(cosY)) {
         out->rx = 0.0;
         out->rz = std::atan2(r.r0.y, r.r1.y);
         return;
     }
-    const double k = 1.0 / c;
+    const double k = 1.0 / cosY;
     out->rx = std::atan2(-(k * r.r2.y), k * r.r2.z);
     out->rz = std::atan2(-(k * r.r1.x), k * r.r0.x);
 }
 
-// The angles of R = Rx * Ry * Rz.
+// The angles of the rotation R = Rx * Ry * Rz.
 void anglesZYX(const Rotation& r, Zan_Matrix4Decomp* out) {
     const zan::KeepErrno keepErrno;
     const double a = std::asin(clampedToOne(r.r0.z));
     out->ry = -a;
-    const double c = std::cos(-a);
-    if (gimbalLock(c)) {
+    const double cosY = std::cos(-a);
+    if (gimbalLock(cosY)) {
         out->rx = 0.0;
         out->rz = 0.0;
-        if (!(-1e-5 < r.r2.y && r.r2.y < 1e-5)) {
+        if (!nearZeroForGimbal(r.r2.y)) {
             out->rx = -std::atan2(r.r2.y, r.r1.y);
         } else if (zan::nearlyEqual(r.r1.y, -1.0)) {
-            out->rz = 3.141592653589793;
+            out->rz = std::numbers::pi;
         }
         return;
     }
-    const double k = 1.0 / c;
+    const double k = 1.0 / cosY;
     out->rx = std::atan2(k * r.r1.z, k * r.r2.z);
     out->rz = std::atan2(k * r.r0.y, k * r.r0.x);
 }
 
+// Gram-Schmidt orthogonalization of the rows; `angles` reads the angles from the rotation that remains.
 int32_t decompose(const Zan_Matrix4& m, Zan_Matrix4Decomp* out, unsigned char* failed,
                   void (*angles)(const Rotation&, Zan_Matrix4Decomp*)) {
     *out = {};
@@ -86,15 +95,15 @@ int32_t decompose(const Zan_Matrix4& m, Zan_Matrix4Decomp* out, unsigned char* f
     out->tz = m.m32 / w;
     Rotation r = {
         {m.m00 / w, m.m01 / w, m.m02 / w}, {m.m10 / w, m.m11 / w, m.m12 / w}, {m.m20 / w, m.m21 / w, m.m22 / w}};
-    out->sx = takeLength(r.r0);
+    out->sx = normalize(r.r0);
     out->shearXY = zan::dot(r.r1, r.r0);
-    r.r1 = without(r.r1, out->shearXY, r.r0);
-    out->sy = takeLength(r.r1);
+    r.r1 = subtractScaled(r.r1, out->shearXY, r.r0);
+    out->sy = normalize(r.r1);
     out->shearXZ = zan::dot(r.r2, r.r0);
-    r.r2 = without(r.r2, out->shearXZ, r.r0);
+    r.r2 = subtractScaled(r.r2, out->shearXZ, r.r0);
     out->shearYZ = zan::dot(r.r2, r.r1);
-    r.r2 = without(r.r2, out->shearYZ, r.r1);
-    out->sz = takeLength(r.r2);
+    r.r2 = subtractScaled(r.r2, out->shearYZ, r.r1);
+    out->sz = normalize(r.r2);
     if (zan::dot(zan::cross(r.r0, r.r1), r.r2) < 0) {
         out->sx = -out->sx;
         out->sy = -out->sy;
@@ -126,9 +135,9 @@ int32_t Zan_GetOrderedXYZRotationFromMatrix(const Zan_Matrix4* m, double* rx, do
 int32_t Zan_ConvertAxisAngleToOrderedXYZRotation(double ax, double ay, double az, double radians, double* rx,
                                                  double* ry, double* rz) {
     *rx = *ry = *rz = 0.0;
-    Zan_Matrix4 turn(true);
-    const int32_t code = Zan_RotateMatrix4(ax, ay, az, radians, &turn);
-    return code != 0 ? code : Zan_GetOrderedXYZRotationFromMatrix(&turn, rx, ry, rz);
+    Zan_Matrix4 rotation(/*identity=*/true);
+    const int32_t code = Zan_RotateMatrix4(ax, ay, az, radians, &rotation);
+    return code != 0 ? code : Zan_GetOrderedXYZRotationFromMatrix(&rotation, rx, ry, rz);
 }
 
 void Zan_Matrix4::Decompose(Zan_Matrix4Decomp* out) const {

@@ -1,5 +1,4 @@
 // Determinants.
-#include "frame/report.h"
 #include "matrix/minors.h"
 
 int32_t Zan_GetMatrix4Determinant(const Zan_Matrix4* m, double* determinant) {
@@ -10,6 +9,6 @@ int32_t Zan_GetMatrix4Determinant(const Zan_Matrix4* m, double* determinant) {
 double Zan_Matrix3::Determinant() const { return zan::determinant3(m00, m01, m02, m10, m11, m12, m20, m21, m22); }
 double Zan_Matrix4::Determinant() const {
     double determinant = 0;
-    zan::throwIfFailed(Zan_GetMatrix4Determinant(this, &determinant));
+    Zan_GetMatrix4Determinant(this, &determinant);
     return determinant;
 }

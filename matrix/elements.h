@@ -1,5 +1,5 @@
-// The elements of a matrix as an array, for what runs over rows and columns. Copies both ways, so that an output may be
-// an input.
+// The elements of a matrix as a two-dimensional array, for loops over rows and columns. Always a copy, so that an
+// operation's output may be one of its inputs.
 #ifndef ZAN_MATRIX_ELEMENTS_H
 #define ZAN_MATRIX_ELEMENTS_H
 
@@ -12,6 +12,7 @@ struct Elements {
     double at[N][N];
 };
 
+/// The number of rows, which is that of columns.
 template <class Matrix>
 inline constexpr int kSize = 0;
 template <>
@@ -19,7 +20,7 @@ inline constexpr int kSize<Zan_Matrix3> = 3;
 template <>
 inline constexpr int kSize<Zan_Matrix4> = 4;
 
-// One element at a time: a copy of the whole would go through memory in pieces that do not match the later loads.
+// Copies element by element: a block copy followed by loads of single elements defeats store-to-load forwarding.
 inline Elements<3> elements(const Zan_Matrix3& m) {
     return {{{m.m00, m.m01, m.m02}, {m.m10, m.m11, m.m12}, {m.m20, m.m21, m.m22}}};
 }
@@ -43,7 +44,7 @@ inline void assign(Zan_Matrix4& m, const Elements<4>& e) {
     m.m30 = a[3][0], m.m31 = a[3][1], m.m32 = a[3][2], m.m33 = a[3][3];
 }
 
-/// Each element is added up from left to right, whatever the factors are.
+/// a * b. Each element is a sum of products added from left to right, none left out for a factor of 0 or 1.
 template <int N>
 inline Elements<N> product(const Elements<N>& a, const Elements<N>& b) {
     Elements<N> result;
@@ -57,7 +58,7 @@ inline Elements<N> product(const Elements<N>& a, const Elements<N>& b) {
     return result;
 }
 
-/// The identity's element.
+/// The identity's element (Kronecker's delta).
 constexpr double delta(int row, int column) { return row == column ? 1.0 : 0.0; }
 
 }  // namespace zan

@@ -1,4 +1,5 @@
-// What one point becomes. Every array operation gives these bits for each of its points; sums run from left to right.
+// The transforms of one point. Every operation on arrays gives the same bits for each point. Sums run from left to
+// right.
 #ifndef ZAN_MATRIX_POINT_RULES_H
 #define ZAN_MATRIX_POINT_RULES_H
 
@@ -7,6 +8,7 @@
 
 namespace zan {
 
+/// Without the projective column.
 inline Vector2 affine(const Zan_Matrix3& m, const Vector2& p) {
     return {p.x * m.m00 + p.y * m.m10 + m.m20, p.x * m.m01 + p.y * m.m11 + m.m21};
 }
@@ -14,6 +16,7 @@ inline Vector3 affine(const Zan_Matrix4& m, const Vector3& p) {
     return {p.x * m.m00 + p.y * m.m10 + p.z * m.m20 + m.m30, p.x * m.m01 + p.y * m.m11 + p.z * m.m21 + m.m31,
             p.x * m.m02 + p.y * m.m12 + p.z * m.m22 + m.m32};
 }
+/// Of a homogeneous point; not divided.
 inline Vector3 product(const Zan_Matrix3& m, const Vector3& p) {
     return {p.x * m.m00 + p.y * m.m10 + p.z * m.m20, p.x * m.m01 + p.y * m.m11 + p.z * m.m21,
             p.x * m.m02 + p.y * m.m12 + p.z * m.m22};
@@ -24,7 +27,7 @@ inline Vector4 product(const Zan_Matrix4& m, const Vector4& p) {
         p.x * m.m02 + p.y * m.m12 + p.z * m.m22 + p.w * m.m32, p.x * m.m03 + p.y * m.m13 + p.z * m.m23 + p.w * m.m33};
 }
 
-/// The plane divides each coordinate by w, space multiplies by the reciprocal.
+/// Divided by w: in the plane each coordinate by a division, in space by one reciprocal, so that last bits differ.
 inline Vector3 divided(const Vector3& p) { return {p.x / p.z, p.y / p.z, 1.0}; }
 inline Vector4 divided(const Vector4& p) {
     const double r = 1.0 / p.w;

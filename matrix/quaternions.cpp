@@ -1,4 +1,4 @@
-// Quaternions: from and to rotation matrices, and the way between two of them.
+// Quaternions: conversions to and from matrices, spherical interpolation.
 #include "frame/keep_errno.h"
 #include "matrix/elements.h"
 #include "matrix/nearly_equal.h"
@@ -15,7 +15,7 @@ int32_t Zan_QuatToMatrix4(const Zan_Quat* q, Zan_Matrix4* out) {
     return 0;
 }
 
-// The largest of the four components is taken by a root, the others are divided by it (Shoemake, 1985).
+// The largest component comes from a square root, the others from quotients with that root (Shoemake, 1985).
 int32_t Zan_Matrix4ToQuat(const Zan_Matrix4* m, Zan_Quat* out) {
     const auto e = zan::elements(*m);
     const double trace = m->m00 + m->m11 + m->m22;
@@ -58,7 +58,7 @@ int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_Quat* ou
         s0 = std::sin((1 - t) * omega) * k;
         s1 = std::sin(t * omega) * k;
     }
-    if (dot < 0) s1 = -s1;  // the shorter arc
+    if (dot < 0) s1 = -s1;  // q1 and -q1 are the same rotation; the nearer one gives the shorter arc
     *out = {s0 * a.x + s1 * b.x, s0 * a.y + s1 * b.y, s0 * a.z + s1 * b.z, s0 * a.w + s1 * b.w};
     return 0;
 }

@@ -1,5 +1,5 @@
-// The upright box around a rectangle that goes through a matrix: its four corners, affine, then their smallest and
-// largest coordinates. A projective matrix is applied as if it were affine.
+// Bounding boxes of transformed rectangles: the smallest and the largest coordinates of the four transformed corners.
+// The projective column of the matrix is ignored.
 #include "frame/report.h"
 #include "matrix/point_rules.h"
 #include "scalar/rounding.h"
@@ -13,7 +13,7 @@ namespace {
 
 using zan::Vector2;
 
-// In the order that the caller's array has them.
+// In the order documented at Zan_TransformRect.
 template <class T, class Point, class Rect>
 void putCorners(const Rect& r, Point* corners) {
     const T left = r.left, top = r.top, right = r.right, bottom = r.bottom;
@@ -23,12 +23,13 @@ void putCorners(const Rect& r, Point* corners) {
     corners[3] = {left, bottom};
 }
 
-// The first of equals; a NaN wins over every number, wherever it stands.
+// The smallest and the largest of four values. Of equal ones (zeros of either sign) the first counts; one NaN makes
+// both results NaN.
 template <class T>
-struct Span {
+struct Extent {
     T low, high;
 
-    Span(T a, T b, T c, T d) : low(a), high(a) {
+    Extent(T a, T b, T c, T d) : low(a), high(a) {
         for (const T x : {b, c, d}) {
             low = x < low ? x : low;
             high = x > high ? x : high;
@@ -41,12 +42,12 @@ struct Span {
 
 template <class Box, class Point, class T>
 Box boxAround(const Point (&corners)[4], T Point::*h, T Point::*v) {
-    const Span<T> x(corners[0].*h, corners[1].*h, corners[2].*h, corners[3].*h);
-    const Span<T> y(corners[0].*v, corners[1].*v, corners[2].*v, corners[3].*v);
+    const Extent<T> x(corners[0].*h, corners[1].*h, corners[2].*h, corners[3].*h);
+    const Extent<T> y(corners[0].*v, corners[1].*v, corners[2].*v, corners[3].*v);
     return {x.low, y.low, x.high, y.high};
 }
 
-// The box of a rectangle with integer or double coordinates, in double precision.
+// In double precision. Stores the transformed corners unless `corners` is null.
 template <class Rect>
 Zan_FloatRect transformedBox(const Zan_Matrix3& m, const Rect& rect, Vector2* corners) {
     Vector2 own[4];
@@ -56,12 +57,11 @@ Zan_FloatRect transformedBox(const Zan_Matrix3& m, const Rect& rect, Vector2* co
     return boxAround<Zan_FloatRect>(own, &Vector2::x, &Vector2::y);
 }
 
-int32_t tellTurned(const Zan_Matrix3& m, unsigned char* turned) {
-    if (turned == nullptr) return 0;
+void storeTurned(const Zan_Matrix3& m, unsigned char* turned) {
+    if (turned == nullptr) return;
     int32_t kind = 0;
-    const int32_t code = Zan_GetMatrixType(&m, &kind);
+    Zan_GetMatrixType(&m, &kind);
     *turned = kind == Zan_MatrixType_Affine || kind == Zan_MatrixType_Perspective;
-    return code;
 }
 
 int16_t clampedAndRounded(double x) {
@@ -70,19 +70,22 @@ int16_t clampedAndRounded(double x) {
     return static_cast<int16_t>(zan::roundDouble<int32_t>(x));
 }
 
-// A bound in the range of 32 bits, the given end of it for NaN.
-double inRange(double bound, double forNaN) {
-    bound = -2147483648.0 > bound ? -2147483648.0 : bound;
-    bound = 2147483647.0 < bound ? 2147483647.0 : bound;
+constexpr double kMinInt32 = -2147483648.0;
+constexpr double kMaxInt32 = 2147483647.0;
+
+// Clamped to 32 bits; NaN gives the second argument.
+double clampedToInt32(double bound, double forNaN) {
+    bound = kMinInt32 > bound ? kMinInt32 : bound;
+    bound = kMaxInt32 < bound ? kMaxInt32 : bound;
     return std::isnan(bound) ? forNaN : bound;
 }
 int32_t floored(double bound) {
-    const double x = inRange(bound, -2147483648.0);
+    const double x = clampedToInt32(bound, kMinInt32);
     const auto whole = static_cast<int32_t>(x);
     return whole - (whole > x ? 1 : 0);
 }
 int32_t ceiled(double bound) {
-    const double x = inRange(bound, 2147483647.0);
+    const double x = clampedToInt32(bound, kMaxInt32);
     const auto whole = static_cast<int32_t>(x);
     return whole + (whole < x ? 1 : 0);
 }
@@ -95,12 +98,14 @@ int32_t Zan_TransformRect(const Zan_Matrix3* m, Zan_Rect* rect, Vector2* corners
     rect->top = clampedAndRounded(box.top);
     rect->right = clampedAndRounded(box.right);
     rect->bottom = clampedAndRounded(box.bottom);
-    return tellTurned(*m, turned);
+    storeTurned(*m, turned);
+    return 0;
 }
 
 int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect, Vector2* corners, unsigned char* turned) {
     *rect = transformedBox(*m, *rect, corners);
-    return tellTurned(*m, turned);
+    storeTurned(*m, turned);
+    return 0;
 }
 
 int32_t Zan_TransformFixRect(const Zan_Matrix3* m, Zan_FixedRect* rect, Zan_FixedPoint* corners,
@@ -111,7 +116,8 @@ int32_t Zan_TransformFixRect(const Zan_Matrix3* m, Zan_FixedRect* rect, Zan_Fixe
     if (corners != nullptr) std::copy_n(own, 4, corners);
     if (code != 0) return code;
     *rect = boxAround<Zan_FixedRect>(own, &Zan_FixedPoint::h, &Zan_FixedPoint::v);
-    return tellTurned(*m, turned);
+    storeTurned(*m, turned);
+    return 0;
 }
 
 Zan_LRect Zan_TransformBounds(const Zan_Matrix3& m, const Zan_LRect& rect) {
@@ -121,7 +127,7 @@ Zan_LRect Zan_TransformBounds(const Zan_Matrix3& m, const Zan_LRect& rect) {
 }
 
 void Zan_Matrix3::TransformRect(Zan_Rect* rect, Vector2* corners, unsigned char* turned) const {
-    zan::throwIfFailed(Zan_TransformRect(this, rect, corners, turned));
+    Zan_TransformRect(this, rect, corners, turned);
 }
 void Zan_Matrix3::TransformRect(Zan_FixedRect* rect, Zan_FixedPoint* corners, unsigned char* turned) const {
     zan::throwIfFailed(Zan_TransformFixRect(this, rect, corners, turned));

@@ -1,4 +1,4 @@
-// The scale factors of a matrix: the lengths of its rows, projective column included.
+// The scale factors of a matrix: the lengths of its rows over all columns, the projective one included.
 #include "matrix/point_rules.h"
 
 #include <cmath>

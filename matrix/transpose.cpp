@@ -1,5 +1,4 @@
-// Mirroring at the diagonal.
-#include "frame/report.h"
+// Transposes.
 #include "matrix/elements.h"
 
 #include <utility>
@@ -18,4 +17,4 @@ void Zan_Matrix3::Transpose() {
     std::swap(m02, m20);
     std::swap(m12, m21);
 }
-void Zan_Matrix4::Transpose() { zan::throwIfFailed(Zan_TransposeMatrix4(this, this)); }
+void Zan_Matrix4::Transpose() { Zan_TransposeMatrix4(this, this); }

@@ -1,26 +1,28 @@
-// Products and inverses of matrices of space, in the forms that processors allow. Declarations only, as in points.h.
+// Products and inverses of Zan_Matrix4, one kernel for each instruction set. Declarations only, for the reason that
+// points.h gives.
 #ifndef ZAN_MATRIX_KERNELS_MATRICES_H
 #define ZAN_MATRIX_KERNELS_MATRICES_H
 
 namespace zan {
 
-/// Of Zan_Matrix4; a result may be an argument.
+/// All pointers are to Zan_Matrix4; a result may be one of the arguments.
 struct MatrixKernel {
     const char* name;
-    /// result := a * b, each element added up from left to right.
+    /// result := a * b, each element a sum of products added from left to right.
     void (*multiply)(const void* a, const void* b, void* result);
-    /// The adjugate divided by the determinant. False when that is too near zero: the adjugate is left undivided.
+    /// result := the adjugate of m divided by the determinant. False when the determinant is too near zero; result is
+    /// then the undivided adjugate.
     bool (*invert)(const void* m, void* result);
 };
 
-/// Every kernel gives the bits of the plain one.
+/// Every kernel gives the same bits as the plain one.
 extern const MatrixKernel kPlainMatrixKernel;
 extern const MatrixKernel kAvx2MatrixKernel;
 
-/// The kernels of this build, one for each of zan::Instructions, null behind the last.
+/// The kernels of this build, indexed by zan::InstructionSet, with a null pointer at the end.
 extern const MatrixKernel* const kMatrixKernels[];
 
-/// By the kernel of zan::activeInstructionSet().
+/// These run the kernel of zan::activeInstructionSet().
 void multiplyMatrices(const void* a, const void* b, void* result);
 bool invertMatrix(const void* m, void* result);
 

@@ -1,5 +1,5 @@
-// Products and inverses with AVX2, each lane in the plain form's order, without fused operations. This file is compiled
-// for AVX2: it may include nothing that defines a function.
+// The AVX2 kernel of products and inverses. Each lane does the operations of the plain kernel in the same order, none
+// fused. This file is compiled for AVX2: it must not include a header that defines a function.
 #include "matrix/kernels/matrices.h"
 
 #include <immintrin.h>
@@ -13,7 +13,7 @@ Lanes times(Lanes a, Lanes b) { return _mm256_mul_pd(a, b); }
 Lanes plus(Lanes a, Lanes b) { return _mm256_add_pd(a, b); }
 Lanes minus(Lanes a, Lanes b) { return _mm256_sub_pd(a, b); }
 
-// A row at a time: the result may be a, of which a row is read before it is written.
+// One row at a time. The result may be a, since a row is read before it is written; all of b is read first.
 void multiply(const void* first, const void* second, void* result) {
     const auto* a = static_cast<const double*>(first);
     const auto* b = static_cast<const double*>(second);
@@ -26,7 +26,8 @@ void multiply(const void* first, const void* second, void* result) {
     }
 }
 
-// A column without the row of the lane's number: the first, the second and the third of what is left.
+// A column of the matrix without one element: lane i leaves out row i, and p, q, r are the first, second and third of
+// the other three.
 struct Column {
     Lanes p, q, r;
 };
@@ -34,8 +35,9 @@ Column column(const double* m, int j) {
     const Lanes m0 = all(m[j]), m1 = all(m[4 + j]), m2 = all(m[8 + j]), m3 = all(m[12 + j]);
     return {_mm256_blend_pd(m0, m1, 1), _mm256_blend_pd(m1, m2, 3), _mm256_blend_pd(m2, m3, 7)};
 }
-// What a minor multiplies the first row with. The other order of columns is not its negative, where it is zero.
-Lanes lower(const Column& a, const Column& b) { return minus(times(a.q, b.r), times(a.r, b.q)); }
+// The 2 x 2 determinants of the last two rows, which multiply the elements of the first in a minor. determinants2(b, a)
+// is not always -determinants2(a, b): where the products cancel, both are +0.
+Lanes determinants2(const Column& a, const Column& b) { return minus(times(a.q, b.r), times(a.r, b.q)); }
 Lanes minors(const Column& a, const Column& b, const Column& c, Lanes bc, Lanes ca, Lanes ab) {
     return plus(plus(times(a.p, bc), times(b.p, ca)), times(c.p, ab));
 }
@@ -43,12 +45,13 @@ Lanes minors(const Column& a, const Column& b, const Column& c, Lanes bc, Lanes 
 bool invert(const void* matrix, void* result) {
     const auto* m = static_cast<const double*>(matrix);
     const Column c0 = column(m, 0), c1 = column(m, 1), c2 = column(m, 2), c3 = column(m, 3);
-    // The minors without column j, one a row that is left out: row j of the adjugate but for its signs.
-    const Lanes of01 = lower(c0, c1), of12 = lower(c1, c2), of23 = lower(c2, c3), of30 = lower(c3, c0);
-    const Lanes without0 = minors(c1, c2, c3, of23, lower(c3, c1), of12);
-    const Lanes without1 = minors(c0, c2, c3, of23, of30, lower(c0, c2));
-    const Lanes without2 = minors(c0, c1, c3, lower(c1, c3), of30, of01);
-    const Lanes without3 = minors(c0, c1, c2, of12, lower(c2, c0), of01);
+    // Lane i of withoutJ is the minor without row i and column J: row J of the adjugate, apart from its signs.
+    const Lanes of01 = determinants2(c0, c1), of12 = determinants2(c1, c2), of23 = determinants2(c2, c3),
+                of30 = determinants2(c3, c0);
+    const Lanes without0 = minors(c1, c2, c3, of23, determinants2(c3, c1), of12);
+    const Lanes without1 = minors(c0, c2, c3, of23, of30, determinants2(c0, c2));
+    const Lanes without2 = minors(c0, c1, c3, determinants2(c1, c3), of30, of01);
+    const Lanes without3 = minors(c0, c1, c2, of12, determinants2(c2, c0), of01);
     const double determinant = m[0] * _mm256_cvtsd_f64(without0) - m[1] * _mm256_cvtsd_f64(without1) +
                                m[2] * _mm256_cvtsd_f64(without2) - m[3] * _mm256_cvtsd_f64(without3);
     const Lanes evenSigns = _mm256_setr_pd(0.0, -0.0, 0.0, -0.0), oddSigns = _mm256_setr_pd(-0.0, 0.0, -0.0, 0.0);
@@ -69,4 +72,4 @@ bool invert(const void* matrix, void* result) {
 
 }  // namespace
 
-const zan::MatrixKernel zan::kAvx2MatrixKernel = {"AVX2", multiply, invert};
+const zan::MatrixKernel zan::kAvx2MatrixKernel = {.name = "AVX2", .multiply = multiply, .invert = invert};

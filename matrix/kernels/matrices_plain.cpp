@@ -1,4 +1,4 @@
-// The plain form of products and inverses: one element after another.
+// The plain kernel of products and inverses: one element after another.
 #include "matrix/kernels/matrices.h"
 #include "matrix/minors.h"
 
@@ -31,4 +31,4 @@ bool invert(const void* matrix, void* result) {
 
 }  // namespace
 
-const zan::MatrixKernel zan::kPlainMatrixKernel = {"plain", multiply, invert};
+const zan::MatrixKernel zan::kPlainMatrixKernel = {.name = "plain", .multiply = multiply, .invert = invert};
