@@ -1,4 +1,5 @@
-// What the operations on points and rectangles share: one rule for all coordinate types, told apart by field names.
+// Templates shared by the operations on rectangles, for all four record types. They use field names, so the order of
+// the fields in a record does not matter.
 #ifndef ZAN_GEOM2D_RECORDS_H
 #define ZAN_GEOM2D_RECORDS_H
 
@@ -6,22 +7,23 @@
 
 namespace zan {
 
-/// The type of a rectangle's coordinates.
+/// The type of the coordinates of the rectangle R.
 template <class R>
 using Coordinate = decltype(R::left);
 
+/// True when the rectangle has no width or no height, or is inverted.
 template <class R>
 constexpr bool emptyRect(const R& r) {
     return r.right <= r.left || r.bottom <= r.top;
 }
 
-/// All four fields are equal; empty rectangles are not treated specially.
+/// True when all four fields are equal, also for empty rectangles.
 template <class R>
 constexpr bool sameFields(const R& a, const R& b) {
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }
 
-/// The larger and the smaller of two values. A NaN in p gives q; a NaN in q gives q.
+/// The larger and the smaller of two values. When either is NaN, and for zeros of either sign, the result is q.
 template <class T>
 constexpr T larger(T p, T q) {
     return p > q ? p : q;
@@ -31,7 +33,7 @@ constexpr T smaller(T p, T q) {
     return q > p ? p : q;
 }
 
-/// Neither is empty, and they overlap; touching edges do not count.
+/// True when neither is empty and they overlap; touching edges do not count.
 template <class R>
 constexpr bool intersecting(const R& a, const R& b) {
     return !emptyRect(a) && !emptyRect(b) && larger(a.top, b.top) < smaller(a.bottom, b.bottom) &&

@@ -1,4 +1,4 @@
-// Intersection and union of rectangles. Half-open edges, vertical grows downward. Nothing here rounds or wraps.
+// Intersection and union of rectangles. Half-open edges; vertical coordinates grow downward. Nothing rounds or wraps.
 #include "geom2d/records.h"
 #include "zan/geom2d.h"
 
@@ -11,7 +11,8 @@ template <class R>
 bool sect(const R* a, const R* b, R* destination) {
     const bool hit = zan::intersecting(*a, *b);
     if (destination == nullptr) return hit;
-    // The destination's own value comes first, which only matters to a NaN and to the sign of a zero.
+    // The record that is the destination comes first; the order decides only NaNs and the sign of zeros. Both are
+    // copied, since the destination may be either.
     const R p = destination == b ? *b : *a;
     const R q = destination == b ? *a : *b;
     *destination = R{};
@@ -23,6 +24,7 @@ bool sect(const R* a, const R* b, R* destination) {
     return true;
 }
 
+// target := the union of source and target.
 template <class R>
 void merge(const R& source, R* target) {
     if (zan::emptyRect(source)) return;
@@ -37,14 +39,13 @@ void merge(const R& source, R* target) {
 }
 
 template <class R>
-int32_t unite(const R* a, const R* b, R* destination) {
+void unite(const R* a, const R* b, R* destination) {
     if (destination == b) {
         merge(*a, destination);
-        return 0;
+        return;
     }
     if (destination != a) *destination = *a;
     merge(*b, destination);
-    return 0;
 }
 
 }  // namespace
@@ -58,10 +59,15 @@ bool Zan_SectFloatRect(const Zan_FloatRect* a, const Zan_FloatRect* b, Zan_Float
     return sect(a, b, destination);
 }
 
-int32_t Zan_UnionRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination) { return unite(a, b, destination); }
+int32_t Zan_UnionRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination) {
+    unite(a, b, destination);
+    return 0;
+}
 int32_t Zan_UnionLRect(const Zan_LRect* a, const Zan_LRect* b, Zan_LRect* destination) {
-    return unite(a, b, destination);
+    unite(a, b, destination);
+    return 0;
 }
 int32_t Zan_UnionFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* b, Zan_FixedRect* destination) {
-    return unite(a, b, destination);
+    unite(a, b, destination);
+    return 0;
 }
