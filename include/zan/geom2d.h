@@ -1,10 +1,10 @@
 // Operations on points and rectangles.
 //
-// Nothing here allocates or reports. Vertical coordinates grow downward; integer and fixed rectangles are half-open and
-// cover the points with left <= h < right and top <= v < bottom; a rectangle with right <= left or bottom <= top is
-// empty. Sums wrap in the width of the field. The variants for 16-bit, 32-bit and 16.16 records follow one rule; the
-// fixed ones treat their values as plain 32-bit integers. Arguments name the horizontal value first, whatever the order
-// in the record. Pointers must be valid, and records of different types must not overlap.
+// Nothing here allocates or reports. Vertical coordinates grow downward. Integer and fixed rectangles are half-open:
+// they contain the points with left <= h < right and top <= v < bottom. A rectangle with right <= left or bottom <= top
+// is empty. Sums and differences wrap in the width of the field. The variants for 16-bit, 32-bit and 16.16 records
+// behave the same; the fixed ones treat their values as 32-bit integers. Arguments give the horizontal value first,
+// whatever the order of fields in the record. Pointers must be valid, and records of different types must not overlap.
 #ifndef ZAN_GEOM2D_H
 #define ZAN_GEOM2D_H
 
@@ -42,7 +42,7 @@ ZAN_API int32_t Zan_SetLPt(Zan_LPoint* point, int32_t h, int32_t v);
 /// @copydoc Zan_SetPt
 ZAN_API int32_t Zan_SetFixedPt(Zan_FixedPoint* point, Zan_Fixed h, Zan_Fixed v);
 
-/// Copies a point, also onto itself.
+/// Copies a point. Source and destination may be the same record.
 /// @param source       the point
 /// @param destination  receives it
 /// @return   0
@@ -61,9 +61,9 @@ ZAN_API int32_t Zan_CopyFixedPt(const Zan_FixedPoint* source, Zan_FixedPoint* de
 /// @copydoc Zan_EqualPt
 [[nodiscard]] ZAN_API bool Zan_EqualFixedPt(const Zan_FixedPoint* a, const Zan_FixedPoint* b);
 
-/// Moves a point: target.v += delta.v, target.h += delta.h, in 16 bits that wrap.
-/// @param delta   by how much
-/// @param target  the point that is moved
+/// Moves a point: target.v += delta.v and target.h += delta.h, modulo 2^16.
+/// @param delta   the displacement
+/// @param target  the point, changed in place
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_AddPt(Zan_Point delta, Zan_Point* target);
@@ -74,7 +74,7 @@ ZAN_API int32_t Zan_AddPt(Zan_Point delta, Zan_Point* target);
 
 /// Sets a rectangle, which may be empty or inverted.
 /// @param rect                      receives the four values
-/// @param left, top, right, bottom  in this order, whatever the record's
+/// @param left, top, right, bottom  the edges, in this order whatever the order of fields in the record
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_SetRect(Zan_Rect* rect, int16_t left, int16_t top, int16_t right, int16_t bottom);
@@ -82,14 +82,14 @@ ZAN_API int32_t Zan_SetRect(Zan_Rect* rect, int16_t left, int16_t top, int16_t r
 ZAN_API int32_t Zan_SetLRect(Zan_LRect* rect, int32_t left, int32_t top, int32_t right, int32_t bottom);
 /// @copydoc Zan_SetRect
 ZAN_API int32_t Zan_SetFixedRect(Zan_FixedRect* rect, Zan_Fixed left, Zan_Fixed top, Zan_Fixed right, Zan_Fixed bottom);
-/// Sets the four fields of a record whose meaning is the host's.
+/// Sets the four fields of a record whose meaning the host defines.
 /// @param rect        receives the values
 /// @param a, b, c, d  in the order of the fields
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_SetWHRect(Zan_WHRect* rect, int16_t a, int16_t b, int16_t c, int16_t d);
 
-/// Copies a rectangle, also onto itself.
+/// Copies a rectangle. Source and destination may be the same record.
 /// @param source       the rectangle
 /// @param destination  receives it
 /// @return   0
@@ -121,8 +121,8 @@ ZAN_API int32_t Zan_CopyWHRect(const Zan_WHRect* source, Zan_WHRect* destination
 /// @copydoc Zan_EmptyRect
 [[nodiscard]] ZAN_API bool Zan_EmptyFixedRect(const Zan_FixedRect* rect);
 
-/// True when left <= h < right and top <= v < bottom: the left and top edges are inside, the right and bottom ones are
-/// not.
+/// True when left <= h < right and top <= v < bottom: points on the left and top edges are inside, those on the right
+/// and bottom edges are not.
 /// @threads  any
 [[nodiscard]] ZAN_API bool Zan_PtInRect(const Zan_Point* point, const Zan_Rect* rect);
 /// @copydoc Zan_PtInRect
@@ -130,9 +130,9 @@ ZAN_API int32_t Zan_CopyWHRect(const Zan_WHRect* source, Zan_WHRect* destination
 /// @copydoc Zan_PtInRect
 [[nodiscard]] ZAN_API bool Zan_FixedPtInRect(const Zan_FixedPoint* point, const Zan_FixedRect* rect);
 
-/// The rectangle that two points span, in any order. Points on one line span an empty one.
-/// @param a, b  two opposite corners
-/// @param rect  receives the smaller and the larger value of each direction
+/// The rectangle that two points span. It is empty when the points have the same h or the same v.
+/// @param a, b  two opposite corners, in any order
+/// @param rect  receives the smaller h and v as left and top, the larger ones as right and bottom
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_Pt2Rect(const Zan_Point* a, const Zan_Point* b, Zan_Rect* rect);
@@ -141,9 +141,9 @@ ZAN_API int32_t Zan_LPt2Rect(const Zan_LPoint* a, const Zan_LPoint* b, Zan_LRect
 /// @copydoc Zan_Pt2Rect
 ZAN_API int32_t Zan_FixedPt2Rect(const Zan_FixedPoint* a, const Zan_FixedPoint* b, Zan_FixedRect* rect);
 
-/// Moves every edge inward. An inset of more than half the size leaves an inverted rectangle.
-/// @param rect    the rectangle
-/// @param dh, dv  added to left and top, taken from right and bottom; negative values grow the rectangle
+/// Moves every edge inward. An inset of more than half the size gives an inverted rectangle.
+/// @param rect    the rectangle, changed in place
+/// @param dh, dv  added to left and top, subtracted from right and bottom; negative values enlarge the rectangle
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_InsetRect(Zan_Rect* rect, int16_t dh, int16_t dv);
@@ -153,8 +153,8 @@ ZAN_API int32_t Zan_InsetLRect(Zan_LRect* rect, int32_t dh, int32_t dv);
 ZAN_API int32_t Zan_InsetFixedRect(Zan_FixedRect* rect, Zan_Fixed dh, Zan_Fixed dv);
 
 /// Moves a rectangle.
-/// @param rect    the rectangle
-/// @param dh, dv  added to both horizontal and both vertical fields
+/// @param rect    the rectangle, changed in place
+/// @param dh, dv  added to both horizontal fields and to both vertical fields
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_OffsetRect(Zan_Rect* rect, int16_t dh, int16_t dv);
@@ -163,11 +163,12 @@ ZAN_API int32_t Zan_OffsetLRect(Zan_LRect* rect, int32_t dh, int32_t dv);
 /// @copydoc Zan_OffsetRect
 ZAN_API int32_t Zan_OffsetFixedRect(Zan_FixedRect* rect, Zan_Fixed dh, Zan_Fixed dv);
 
-/// Centres a rectangle in a frame, keeping its size: left becomes frame.left + (frame width - width) / 2 with the
-/// division truncated toward zero, likewise top. One larger than the frame hangs over on both sides, equally to within
-/// one unit. Widths and heights wrap in the width of the field, the rest is formed in 32 bits.
+/// Centres a rectangle in a frame and keeps its size: left becomes frame.left + (frame width - width) / 2 with the
+/// division truncated toward zero, and top likewise. A rectangle larger than the frame extends beyond it on both sides,
+/// equally to within one unit. Widths and heights wrap in the width of the field; their difference is formed in 32
+/// bits.
 /// @param frame  the frame, which may be the rectangle itself
-/// @param rect   the rectangle that is moved
+/// @param rect   the rectangle, moved in place
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_CenterRect(const Zan_Rect* frame, Zan_Rect* rect);
@@ -180,7 +181,7 @@ ZAN_API int32_t Zan_CenterFixedRect(const Zan_FixedRect* frame, Zan_FixedRect* r
 /// @defgroup rectconversions Conversions between rectangles
 /// @{
 
-/// A fixed rectangle rounded to the nearest integers, halves toward plus infinity: 0.5 gives 1, -0.5 gives 0.
+/// Rounds a fixed rectangle to the nearest integers, halves toward plus infinity: 0.5 gives 1, -0.5 gives 0.
 /// @param source       16.16
 /// @param destination  -32768 to 32767; 32767.5 and above wraps to -32768
 /// @return   0
@@ -207,19 +208,19 @@ ZAN_API int32_t Zan_FixedRect2RectOut(const Zan_FixedRect* source, Zan_Rect* des
 /// @copydoc Zan_FixedRect2RectOut
 ZAN_API int32_t Zan_FixedRect2LRectOut(const Zan_FixedRect* source, Zan_LRect* destination);
 
-/// An integer rectangle in 16.16.
-/// @param source       every value
-/// @param destination  each coordinate times 65536, of which the coordinate's low 16 bits survive
+/// Converts an integer rectangle to 16.16.
+/// @param source       any values
+/// @param destination  each coordinate times 65536, modulo 2^32: only the coordinate's low 16 bits count
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_Rect2FixedRect(const Zan_Rect* source, Zan_FixedRect* destination);
 /// @copydoc Zan_Rect2FixedRect
 ZAN_API int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* destination);
 
-/// A 32-bit rectangle as a 16-bit one.
+/// Converts a 32-bit rectangle to 16 bits.
 /// @param source       left and top at least -32768, right and bottom at most 32767; no other bound is checked, so that
-///                     an inverted rectangle may pass and have its left or top cut to 16 bits
-/// @param destination  not written on failure
+///                     the left or top of an inverted rectangle can be truncated to its low 16 bits
+/// @param destination  receives the rectangle; unchanged on failure
 /// @return   0; Zan_Result_OutOfRange (10) when the rectangle does not fit, which is not reported
 /// @threads  any
 [[nodiscard]] ZAN_API int32_t Zan_LRect2Rect(const Zan_LRect* source, Zan_Rect* destination);
@@ -228,14 +229,16 @@ ZAN_API int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* dest
 /// @defgroup rectsets Sets and relations of rectangles
 /// @{
 
-/// True when a and b overlap: neither is empty, and more than an edge or a corner is shared.
+/// Intersects two rectangles. They overlap when neither is empty and they share more than an edge or a corner.
 /// Without NaN: (1) the order of a and b does not matter (2) a overlaps itself unless it is empty (3) the intersection
 /// lies in both.
+///
+/// With a NaN, or with zeros of different sign, the order of operands matters: of two values the larger is
+/// p > q ? p : q and the smaller is q > p ? p : q. The test for overlap takes p from a and q from b. So does the
+/// intersection, unless the destination is b: then it takes p from b and q from a.
 /// @param a, b         the rectangles
-/// @param destination  receives the intersection, or zeros when there is none; null, or the same record as a or b. Of
-///                     two values p and q the larger is p > q ? p : q and the smaller q > p ? p : q, with p from b when
-///                     the destination is b and from a otherwise (and in the test), which only a NaN or the sign of a
-///                     zero can tell
+/// @param destination  receives the intersection, or zeros when there is none; may be null, or the same record as a or
+/// b
 /// @return   whether they overlap
 /// @threads  any
 ZAN_API bool Zan_SectRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination);
@@ -246,10 +249,11 @@ ZAN_API bool Zan_SectFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* b, Z
 /// @copydoc Zan_SectRect
 ZAN_API bool Zan_SectFloatRect(const Zan_FloatRect* a, const Zan_FloatRect* b, Zan_FloatRect* destination);
 
-/// The smallest rectangle that contains a and b. An empty rectangle takes no part.
+/// The smallest rectangle that contains a and b. An empty rectangle is ignored.
 /// @param a, b         the rectangles
-/// @param destination  receives the union; may be the same record as a or b. When both are empty it receives a as it
-///                     is, or keeps b when it is b
+/// @param destination  receives the union; may be the same record as a or b. When both are empty it receives a copy of
+/// a,
+///                     or stays as it is when it is b
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_UnionRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination);
@@ -271,15 +275,16 @@ ZAN_API int32_t Zan_UnionFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* 
 /// @}
 
 /// @defgroup angles Compass angles
-/// Degrees clockwise from straight up on a screen whose vertical axis points down: up 360, right 90, down 180, left
-/// 270.
+/// Degrees clockwise from the upward direction, on a screen whose vertical axis points down: up 360, right 90, down
+/// 180, left 270.
 /// @{
 
-/// The angle at which a point is seen from the centre of a rectangle, in whole degrees. It is formed with 3.1416 and
-/// 1.5708 for pi and its half and truncated: a point level with the centre on its left gives 269.
+/// The direction from the centre of a rectangle to a point, in whole degrees. The computation uses 3.1416 for pi and
+/// 1.5708 for pi/2 and truncates the result, so that a point exactly to the left of the centre gives 269.
 /// @param rect   the rectangle
 /// @param point  the point
-/// @param angle  receives 0 to 360: 360 for a point straight above, 0 for one just clockwise of that, 90 for the centre
+/// @param angle  receives 0 to 360: 360 for a point exactly above the centre, 0 for one less than a degree clockwise of
+///               that, 90 for the centre itself
 /// @return   0
 /// @threads  any
 /// @libm     atan2
@@ -291,15 +296,15 @@ ZAN_API int32_t Zan_PtToAngle(const Zan_Rect* rect, Zan_Point point, int16_t* an
 /// @addtogroup points
 /// @{
 
-/// The difference of two points in one word.
+/// The difference of two points, packed into 32 bits.
 /// @return   a.v - b.v in the high 16 bits, a.h - b.h in the low 16 bits, each modulo 2^16
 /// @threads  any
 [[nodiscard]] ZAN_API int32_t Zan_DeltaPoint(const Zan_Point& a, const Zan_Point& b);
 
-/// The top left corner of a rectangle as a point: what is written to it changes the rectangle's top and left.
+/// The top left corner of a rectangle as a point. The reference aliases the rectangle's top and left.
 /// @threads  any
 [[nodiscard]] ZAN_API Zan_Point& Zan_TopLeft(Zan_Rect& rect);
-/// The bottom right corner of a rectangle as a point: what is written to it changes the rectangle's bottom and right.
+/// The bottom right corner of a rectangle as a point. The reference aliases the rectangle's bottom and right.
 /// @threads  any
 [[nodiscard]] ZAN_API Zan_Point& Zan_BottomRight(Zan_Rect& rect);
 /// @}
@@ -307,18 +312,18 @@ ZAN_API int32_t Zan_PtToAngle(const Zan_Rect* rect, Zan_Point point, int16_t* an
 /// @addtogroup angles
 /// @{
 
-/// The angle at which a point is seen from the centre of a rectangle, in degrees that are not rounded.
+/// The direction from the centre of a rectangle to a point, in degrees, not rounded.
 /// @param rect   the rectangle
-/// @param point  the point, which is only read
-/// @param angle  receives more than 0 and up to 360; 90 for the centre
+/// @param point  the point; not changed
+/// @param angle  receives a value above 0 and up to 360; 90 when the point is the centre
 /// @return   0
 /// @threads  any
 /// @libm     atan2
 ZAN_API int32_t Zan_Pt2Angle(const Zan_FloatRect* rect, Zan_Vector2T<double>* point, double* angle);
 
-/// The angle of a direction.
-/// @param direction  of any length
-/// @return   more than 0 and up to 360 degrees; 90 for the zero vector
+/// The compass angle of a direction, not rounded.
+/// @param direction  a vector of any length, y pointing down
+/// @return   a value above 0 and up to 360 degrees; 90 for the zero vector
 /// @threads  any
 /// @libm     atan2
 [[nodiscard]] ZAN_API double Zan_VecToAngle(const Zan_Vector2T<double>& direction);
