@@ -1,89 +1,160 @@
-// The boxes around rectangles that go through matrices, with their corners and the flag for a turned one.
+// Bounding boxes of transformed rectangles, with their corners and the flag for a matrix that turns.
 #include "tests/support/host_reports.h"
 #include "tests/support/matrices.h"
 
+#include <array>
+
 namespace {
 
-const Zan_Matrix3 kQuarterTurn = matrix({0, 1, 0, -1, 0, 0, 0, 0, 1});  // (x, y) goes to (-y, x)
 const Zan_Matrix3 kScale = matrix({2, 0, 0, 0, 3, 0, 0, 0, 1});
-const Zan_Matrix3 kNaNs = matrix({kNaN, 0, 0, 0, 1, 0, 0, 0, 1});
-const Zan_Matrix3 kZeroTimesInf = matrix({kInf, 0, 0, 0, 1, 0, 0, 0, 1});  // NaN where x is 0, else infinite
+const Zan_Matrix3 kQuarterTurn = matrix({0, 1, 0, -1, 0, 0, 0, 0, 1});  // (x, y) goes to (-y, x)
+const Zan_Matrix3 kNaNs = matrix({kNaN, 0, 0, 0, 1, 0, 0, 0, 1});       // every x becomes NaN
+const Zan_Matrix3 kInfinite = matrix({kInf, 0, 0, 0, 1, 0, 0, 0, 1});   // x = 0 becomes NaN, other x infinite
 
-template <class Record>
-bool same(const Record& a, const Record& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+using Edges = std::array<int32_t, 4>;  // left, top, right, bottom
+template <class Rect>
+Edges edges(const Rect& r) {
+    return {r.left, r.top, r.right, r.bottom};
 }
 
 }  // namespace
 
-TEST_CASE("16-bit and double rectangles") {
-    // Left, top, right, bottom; unrounded, rounded, and whether turned.
-    using Box = Zan_FloatRect;
-    const auto check = [](const Zan_Matrix3& m, const Box& in, const Box& box, const Box& rounded, int turned) {
-        CAPTURE(m.m00, m.m20, in.left, in.right);
-        const auto narrow = [](const Box& b) {
-            return Zan_Rect{int16_t(b.top), int16_t(b.left), int16_t(b.bottom), int16_t(b.right)};
-        };
-        Zan_Rect rect = narrow(in), same16 = rect;
-        Box exact = in, alone = in;
-        V2 corners[2][4], due[] = {{in.left, in.top}, {in.right, in.top}, {in.right, in.bottom}, {in.left, in.bottom}};
-        unsigned char flags[] = {9, 9};
-        m.TransformRect(&rect, corners[0], &flags[0]);
-        m.TransformPoints(4, due);
-        CHECK((Zan_TransformFloatRect(&m, &exact, corners[1], &flags[1]) == 0 && sameDoubles(exact, box)));
-        CHECK((Zan_TransformFloatRect(&m, &alone, nullptr, nullptr) == 0 && sameDoubles(alone, box)));
-        CHECK((Zan_TransformRect(&m, &same16, nullptr, nullptr) == 0 && same(same16, rect)));
-        CHECK((same(rect, narrow(rounded)) && flags[0] == turned && flags[1] == turned));
-        for (int i = 0; i < 8; ++i) CHECK(sameDoubles(corners[i / 4][i % 4], due[i % 4]));
+TEST_CASE("boxes of 16-bit and double rectangles") {
+    struct Row {
+        const char* what;
+        Zan_Matrix3 m;
+        Zan_FloatRect rect, box;
+        Edges rounded;
+        int turned;
     };
-    const Zan_Matrix3 mirror = matrix({-1, 0, 0, 0, 1, 0, 0.25, 0.5, 1});
-    const Zan_Matrix3 diagonal = matrix({1, 1, 0, -1, 1, 0, 0, 0, 1});  // a corner on each side
-    const Zan_Matrix3 far = matrix({1, 0, 0, 0, 1, 0, 32760, -32760, 1});
-    const Zan_Matrix3 projective = matrix({2, 0, 7, 0, 3, 7, 0, 0, 7});  // as kScale, but for the flag
-    check(projective, {0, 0, 20, 10}, {0, 0, 40, 30}, {0, 0, 40, 30}, 1);
-    check(diagonal, {0, 0, 20, 10}, {-10, 0, 20, 30}, {-10, 0, 20, 30}, 1);
-    check(mirror, {1, 2, 4, 6}, {-3.75, 2.5, -0.75, 6.5}, {-4, 3, -1, 7}, 0);  // halves go up
-    check(far, {5, -9, 7, 0}, {32765, -32769, 32767, -32760}, {32765, -32767, 32766, -32760}, 0);
-    check(kNaNs, {1, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0);
-    check(kZeroTimesInf, {0, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0);
-    check(kZeroTimesInf, {-3, 2, 0, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0);
-    check(kZeroTimesInf, {-3, 2, 3, 4}, {-kInf, 2, kInf, 4}, {-32767, 2, 32766, 4}, 0);
+    const Row rows[] = {
+        {"the projective column counts for the flag alone",
+         matrix({2, 0, 7, 0, 3, 7, 0, 0, 7}),
+         {0, 0, 20, 10},
+         {0, 0, 40, 30},
+         {0, 0, 40, 30},
+         1},
+        {"a rotation puts a corner on every edge",
+         matrix({1, 1, 0, -1, 1, 0, 0, 0, 1}),
+         {0, 0, 20, 10},
+         {-10, 0, 20, 30},
+         {-10, 0, 20, 30},
+         1},
+        {"a reflection; halves are rounded up",
+         matrix({-1, 0, 0, 0, 1, 0, 0.25, 0.5, 1}),
+         {1, 2, 4, 6},
+         {-3.75, 2.5, -0.75, 6.5},
+         {-4, 3, -1, 7},
+         0},
+        {"clamped to -32767 and 32766",
+         matrix({1, 0, 0, 0, 1, 0, 32760, -32760, 1}),
+         {5, -9, 7, 0},
+         {32765, -32769, 32767, -32760},
+         {32765, -32767, 32766, -32760},
+         0},
+        {"every x is NaN", kNaNs, {1, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0},
+        {"the left corners are NaN", kInfinite, {0, 2, 3, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0},
+        {"the right corners are NaN", kInfinite, {-3, 2, 0, 4}, {kNaN, 2, kNaN, 4}, {0, 2, 0, 4}, 0},
+        {"infinite to both sides", kInfinite, {-3, 2, 3, 4}, {-kInf, 2, kInf, 4}, {-32767, 2, 32766, 4}, 0},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        const auto& [left, top, right, bottom] = row.rect;
+        Vector2 expected[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
+        row.m.TransformPoints(4, expected);
+
+        const Zan_Rect rect16 = {int16_t(top), int16_t(left), int16_t(bottom), int16_t(right)};
+        Zan_Rect box16 = rect16;
+        Vector2 corners[4];
+        unsigned char turned = 9;
+        row.m.TransformRect(&box16, corners, &turned);
+        CHECK(edges(box16) == row.rounded);
+        CHECK(turned == row.turned);
+        for (int i = 0; i < 4; ++i) CHECK(doubles(corners[i]) == doubles(expected[i]));
+        box16 = rect16;
+        CHECK(Zan_TransformRect(&row.m, &box16, nullptr, nullptr) == 0);
+        CHECK(edges(box16) == row.rounded);
+
+        Zan_FloatRect box = row.rect;
+        Vector2 exactCorners[4];
+        turned = 9;
+        CHECK(Zan_TransformFloatRect(&row.m, &box, exactCorners, &turned) == 0);
+        CHECK(doubles(box) == doubles(row.box));
+        CHECK(turned == row.turned);
+        for (int i = 0; i < 4; ++i) CHECK(doubles(exactCorners[i]) == doubles(expected[i]));
+        box = row.rect;
+        CHECK(Zan_TransformFloatRect(&row.m, &box, nullptr, nullptr) == 0);
+        CHECK(doubles(box) == doubles(row.box));
+    }
 }
 
-TEST_CASE("16.16 rectangles fail whole") {
-    HostReports host;
-    using Corners = Zan_FixedPoint[4];
-    const auto check = [&](const Zan_Matrix3& m, const Zan_FixedRect& in, const Zan_FixedRect& box, const Corners& due,
-                           int turned) {
-        CAPTURE(m.m00, m.m20, in.right);
-        const int32_t code = turned > 1 ? 0x1102 : 0;
-        const char* report = code != 0 ? "0x110027 sev 8: overflow in fixed point transformation." : "";
-        Zan_FixedRect rect = in, other = in;
-        Corners corners = {};
-        unsigned char flag = 9;
-        CHECK(thrownBy([&] { m.TransformRect(&rect, corners, &flag); }) == code);
-        CHECK((same(rect, box) && same(corners, due) && flag == turned && host.takeAll() == report));
-        CHECK((Zan_TransformFixRect(&m, &other, nullptr, nullptr) == code && same(other, box) &&
-               host.takeAll() == report));
-    };
+TEST_CASE("boxes of 16.16 rectangles; an overflow leaves the rectangle and the flag unchanged") {
     constexpr int32_t kMax = INT32_MAX;
-    check(kQuarterTurn, {0, 0, 2, 1}, {-1, 0, 0, 2}, {{0, 0}, {0, 2}, {-1, 2}, {-1, 0}}, 1);
-    // The third corner overflows in its v.
-    check(kScale, {1, 2, 3, kMax}, {1, 2, 3, kMax}, {{2, 6}, {6, 6}, {6, kMax}, {1, kMax}}, 9);
+    struct Row {
+        const char* what;
+        Zan_Matrix3 m;
+        Edges rect, box;
+        std::array<int32_t, 8> corners;  // h and v of each
+        int32_t code;
+        int turned;
+    };
+    const Row rows[] = {
+        {"a quarter turn", kQuarterTurn, {0, 0, 2, 1}, {-1, 0, 0, 2}, {0, 0, 0, 2, -1, 2, -1, 0}, 0, 1},
+        {"v of the third corner overflows",
+         kScale,
+         {1, 2, 3, kMax},
+         {1, 2, 3, kMax},
+         {2, 6, 6, 6, 6, kMax, 1, kMax},
+         Zan_Err_Overflow,
+         9},
+    };
+    HostReports host;
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        const char* report = row.code != 0 ? "0x110027 sev 8: overflow in fixed point transformation." : "";
+        const Zan_FixedRect rect = {row.rect[0], row.rect[1], row.rect[2], row.rect[3]};
+        Zan_FixedRect box = rect;
+        Zan_FixedPoint corners[4] = {};
+        unsigned char turned = 9;
+        CHECK(thrownBy([&] { row.m.TransformRect(&box, corners, &turned); }) == row.code);
+        CHECK(host.takeAll() == report);
+        CHECK(edges(box) == row.box);
+        CHECK(std::bit_cast<std::array<int32_t, 8>>(corners) == row.corners);
+        CHECK(turned == row.turned);
+
+        box = rect;
+        CHECK(Zan_TransformFixRect(&row.m, &box, nullptr, nullptr) == row.code);
+        CHECK(host.takeAll() == report);
+        CHECK(edges(box) == row.box);
+    }
 }
 
-TEST_CASE("whole bounds") {
-    const auto check = [](const Zan_Matrix3& m, const Zan_LRect& in, const Zan_LRect& out) {
-        CAPTURE(m.m00, m.m20, in.left, in.right, in.bottom);
-        CHECK(same(Zan_TransformBounds(m, in), out));
-    };
+TEST_CASE("integer bounds contain the transformed rectangle") {
+    constexpr int32_t kMin = INT32_MIN;
+    constexpr int32_t kMax = INT32_MAX;
     const Zan_Matrix3 quarter = matrix({0.25, 0, 0, 0, 0.25, 0, 0, 0, 1});
-    const Zan_Matrix3 up = matrix({1, 0, 0, 0, 1, 0, 4e9, -4e9, 1}), half = matrix({1, 0, 0, 0, 1, 0, 0.5, -0.5, 1});
-    constexpr int32_t kMin = INT32_MIN, kMax = INT32_MAX;
-    check(quarter, {0, 0, 0, 10}, {0, 0, 0, 0}), check(kNaNs, {9, 0, 8, 10}, {0, 0, 0, 0});
-    check(kNaNs, {0, 10, 10, 10}, {0, 0, 0, 0}), check(kNaNs, {0, 10, 10, 9}, {0, 0, 0, 0});
-    check(kQuarterTurn, {0, 0, 20, 10}, {-10, 0, 0, 20}), check(quarter, {-10, -9, -1, 9}, {-3, -3, 0, 3});
-    check(half, {kMin, kMin, kMax, kMax}, {kMin, kMin, kMax, kMax});
-    check(up, {-5, -5, 5, 5}, {kMax, kMin, kMax, kMin});
-    check(kNaNs, {1, 2, 3, 4}, {kMin, 2, kMax, 4}), check(kZeroTimesInf, {0, 2, 3, 4}, {kMin, 2, kMax, 4});
+    const Zan_Matrix3 half = matrix({1, 0, 0, 0, 1, 0, 0.5, -0.5, 1});
+    const Zan_Matrix3 far = matrix({1, 0, 0, 0, 1, 0, 4e9, -4e9, 1});
+    struct Row {
+        const char* what;
+        Zan_Matrix3 m;
+        Zan_LRect rect;
+        Edges bounds;
+    };
+    const Row rows[] = {
+        {"no width", quarter, {0, 0, 0, 10}, {0, 0, 0, 0}},
+        {"inverted horizontally", kNaNs, {9, 0, 8, 10}, {0, 0, 0, 0}},
+        {"no height", kNaNs, {0, 10, 10, 10}, {0, 0, 0, 0}},
+        {"inverted vertically", kNaNs, {0, 10, 10, 9}, {0, 0, 0, 0}},
+        {"a quarter turn", kQuarterTurn, {0, 0, 20, 10}, {-10, 0, 0, 20}},
+        {"fractions go outward", quarter, {-10, -9, -1, 9}, {-3, -3, 0, 3}},
+        {"half a unit outside of 32 bits", half, {kMin, kMin, kMax, kMax}, {kMin, kMin, kMax, kMax}},
+        {"far outside of 32 bits", far, {-5, -5, 5, 5}, {kMax, kMin, kMax, kMin}},
+        {"every x is NaN", kNaNs, {1, 2, 3, 4}, {kMin, 2, kMax, 4}},
+        {"the left corners are NaN", kInfinite, {0, 2, 3, 4}, {kMin, 2, kMax, 4}},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        CHECK(edges(Zan_TransformBounds(row.m, row.rect)) == row.bounds);
+    }
 }

@@ -1,0 +1,54 @@
+// Conversions between the two sizes of matrices.
+#include "tests/support/matrices.h"
+
+namespace {
+
+// Its elements are 0 to 3, 10 to 13, 20 to 23, 30 to 33.
+const auto kNumbered = fill<Zan_Matrix4>([](int i, int j) { return i * 10.0 + j; });
+
+}  // namespace
+
+TEST_CASE("a transform of the plane as one of space loses its projective column") {
+    const Zan_Matrix3 plane = matrix({2, 3, 0.5, 5, 7, kNaN, 11, 13, 17});
+    const Zan_Matrix4 space = matrix({2, 3, 0, 0, 5, 7, 0, 0, 0, 0, 1, 0, 11, 13, 0, 1});
+    Zan_Matrix4 assigned;
+    assigned = plane;
+    CHECK(doubles(assigned) == doubles(space));
+    CHECK(doubles(Zan_Matrix4(kNumbered) *= plane) == doubles(product(kNumbered, space)));
+}
+
+TEST_CASE("columns of nearly the same length scale z as well") {
+    struct Row {
+        const char* what;
+        double m00, m01, m10, m11, scaleZ;
+    };
+    const Row rows[] = {
+        {"different lengths", 2, 0, 0, 3, 1},
+        {"a rotation with a scale", 3, -4, 4, 3, 5},
+        {"both 0", 0, 0, 0, 0, 0},
+        {"squares that differ by less than 563 * 2^-49", 1.00001e-6, 0, 0, 1e-20, 1.00001e-6},
+        {"squares that differ by more", 1.00005e-6, 0, 0, 1e-20, 1},
+        {"squares that differ by less than 1e-12 of the larger", 1000, 0, 0, 1000 * (1 + 4.9e-13), 1000},
+        {"squares that differ by more than 1e-12 of the larger", 1000, 0, 0, 1000 * (1 + 5.1e-13), 1},
+        {"squares that are infinite", 1e200, 0, 0, 1e200, 1},
+        {"NaN", kNaN, 0, 0, kNaN, 1},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        const Zan_Matrix3 m = matrix({row.m00, row.m01, 9, row.m10, row.m11, 9, 11, 13, 9});
+        Zan_Matrix4 space;
+        CHECK(Zan_Matrix3ToMatrix4Uniform(&m, &space) == 0);
+        const Zan_Matrix4 expected =
+            matrix({row.m00, row.m01, 0, 0, row.m10, row.m11, 0, 0, 0, 0, row.scaleZ, 0, 11, 13, 0, 1});
+        CHECK(doubles(space) == doubles(expected));
+    }
+}
+
+TEST_CASE("a transform of space without one row and one column") {
+    Zan_Matrix3 kept;
+    kept.AssignFromByDroppingZ(kNumbered);
+    CHECK(doubles(kept) == doubles(matrix({0, 1, 3, 10, 11, 13, 30, 31, 33})));
+    // Indices outside of 0 to 3 count as the nearest.
+    kept.AssignFromByDroppingIndices(kNumbered, -1, 4);
+    CHECK(doubles(kept) == doubles(matrix({10, 11, 12, 20, 21, 22, 30, 31, 32})));
+}
