@@ -32,15 +32,15 @@ double normalize(Vector3& row) {
     return length;
 }
 
-// The domain of asin, which rounding may leave.
+// Rounding can take the sine of an angle just out of the domain of asin.
 double clampedToOne(double x) {
     if (x < -1.0) return -1.0;
     return x > 1.0 ? 1.0 : x;
 }
-bool nearZeroForGimbal(double x) { return -kGimbalTolerance < x && x < kGimbalTolerance; }
+bool withinGimbalTolerance(double x) { return -kGimbalTolerance < x && x < kGimbalTolerance; }
 // With a rotation of 90 degrees about y, the rotations about x and z have the same axis, and only their sum or
 // difference is determined.
-bool gimbalLock(double cosY) { return nearZeroForGimbal(cosY); }
+bool gimbalLock(double cosY) { return withinGimbalTolerance(cosY); }
 
 // The angles of the rotation R = Rz * Ry * Rx.
 void anglesXYZ(const Rotation& r, Zan_Matrix4Decomp* out) {
@@ -66,7 +66,7 @@ void anglesZYX(const Rotation& r, Zan_Matrix4Decomp* out) {
     if (gimbalLock(cosY)) {
         out->rx = 0.0;
         out->rz = 0.0;
-        if (!nearZeroForGimbal(r.r2.y)) {
+        if (!withinGimbalTolerance(r.r2.y)) {
             out->rx = -std::atan2(r.r2.y, r.r1.y);
         } else if (zan::nearlyEqual(r.r1.y, -1.0)) {
             out->rz = std::numbers::pi;

@@ -20,7 +20,8 @@ inline constexpr int kSize<Zan_Matrix3> = 3;
 template <>
 inline constexpr int kSize<Zan_Matrix4> = 4;
 
-// Copies element by element: a block copy followed by loads of single elements defeats store-to-load forwarding.
+// Copies element by element: a block copy stores in pieces that later loads straddle, which defeats store-to-load
+// forwarding.
 inline Elements<3> elements(const Zan_Matrix3& m) {
     return {{{m.m00, m.m01, m.m02}, {m.m10, m.m11, m.m12}, {m.m20, m.m21, m.m22}}};
 }

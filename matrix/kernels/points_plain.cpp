@@ -13,7 +13,7 @@ using zan::Vector3;
 using zan::Vector4;
 
 // A local copy, which the compiler can keep in registers while the loop stores points. Element by element: a block copy
-// goes through memory in wider pieces, and loads of single elements from it would defeat store-to-load forwarding.
+// stores in pieces that later loads straddle, which defeats store-to-load forwarding.
 template <class Matrix>
 Matrix copyOf(const void* matrix);
 template <>
