@@ -1,4 +1,4 @@
-// Every kernel of the matrices gives the bits of the plain one.
+// Every kernel of the matrices gives the same bits as the plain one.
 #include "matrix/kernels/matrices.h"
 #include "matrix/kernels/points.h"
 #include "property.h"
@@ -7,10 +7,11 @@ namespace {
 
 using zan::PointKernel;
 
-// Tame numbers, with which nothing stops, then nasty ones, then such that w' (or the coordinates) are those of x.
+// Tame numbers, with which no loop stops; boundary values; matrices whose w (for integer points: whose coordinates) are
+// the x of the point.
 enum Kind { kTame, kNasty, kFromX, kKinds };
 
-// Where a rule changes its mind, one step either side, and anything else.
+// Thresholds of the transforms, the doubles next to them, and boundary values.
 double element(Choices& c, int32_t kind) {
     static constexpr double kEdges[] = {1e-12, -1e-12, 1e-16, -1e-16, 1.0, -32768.0, 32767.0, 2147483647.0, -0.5};
     if (kind == kTame) return c.plain(0.25, 0.5);
@@ -30,7 +31,7 @@ bool points(Choices& c, zan::PointTransform transform) {
         m[k * size + size - 1] = k == 0 ? 1.0 : 0.0;
         if (whole) m[k * size] = m[k * size + 1] = k == 0 ? 1.0 : k == 2 ? element(c, kind) : 0.0;
     }
-    // At every alignment of a number, and nothing on either side is touched.
+    // The array starts at any alignment; the numbers before and after it must stay unchanged.
     const int32_t before = c.below(8), numbers = std::max(count, 0) * components;
     const bool ones = kind == kFromX && c.below(2) == 0;
     std::vector<Number> start(size_t(before + numbers + 8), 1);
@@ -53,22 +54,23 @@ bool matrices(Choices& c) {
     struct Matrix {
         double e[16];
     };
-    // Few numbers, so that terms cancel to a zero of either sign; a determinant that is on the threshold.
+    // Elements from a short list, so that terms cancel to zeros of either sign. Triangular matrices whose determinant
+    // is one of the numbers.
     const double few[] = {element(c, kNasty), 0.0, -0.0, 1.0, -1.0, 1e-4};
     const int32_t kind = c.below(3), place = c.below(4);
-    const bool upper = c.below(7) == 0;
+    const bool triangular = c.below(7) == 0;
     const auto some = [&] { return kind == 0 ? c.plain(-1, 1) : few[c.below(kind == 1 ? 6 : 5)]; };
-    Matrix a, b, room[2];
+    Matrix a, b, buffer[2];
     for (int i = 0; i < 16; ++i) {
-        a.e[i] = !upper || i / 4 < i % 4 ? some() : i / 4 > i % 4 ? -0.0 : i == 0 ? few[0] : 1.0;
+        a.e[i] = !triangular || i / 4 < i % 4 ? some() : i / 4 > i % 4 ? -0.0 : i == 0 ? few[0] : 1.0;
         b.e[i] = some();
     }
     Matrix product, square, inverse;
     zan::kPlainMatrixKernel.multiply(&a, &b, &product);
     zan::kPlainMatrixKernel.multiply(&a, &a, &square);
     const bool inverted = zan::kPlainMatrixKernel.invert(&a, &inverse);
-    // The result on an argument, at every alignment of a double.
-    auto& other = *reinterpret_cast<Matrix*>(room[0].e + place);
+    // The result replaces an argument, at any alignment of a double.
+    auto& other = *reinterpret_cast<Matrix*>(buffer[0].e + place);
     eachKernel(zan::kMatrixKernels, zan::kPlainMatrixKernel, [&](const zan::MatrixKernel& kernel) {
         kernel.multiply(&(other = a), &b, &other);
         must(sameDoubles(other, product));
@@ -76,7 +78,8 @@ bool matrices(Choices& c) {
         must(sameDoubles(other, product));
         kernel.multiply(&(other = a), &other, &other);
         must(sameDoubles(other, square));
-        must(kernel.invert(&(other = a), &other) == inverted && sameDoubles(other, inverse));
+        must(kernel.invert(&(other = a), &other) == inverted);
+        must(sameDoubles(other, inverse));
     });
     return inverted;
 }

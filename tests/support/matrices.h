@@ -11,9 +11,6 @@
 #include <array>
 #include <bit>
 
-using V2 = Vector2;
-using V3 = Vector3;
-using V4 = Vector4;
 inline constexpr double kNaN = NAN;
 inline constexpr double kInf = INFINITY;
 inline constexpr double kPi = 3.141592653589793;
@@ -77,10 +74,6 @@ inline Zan_Matrix4 rotation(double rx, double ry, double rz, RotationOrder order
     Zan_Matrix4 z(true);
     z.RotateAxis(0, 0, 1, rz);
     return order == RotationOrder::kXYZ ? product(product(z, y), x) : product(product(x, y), z);
-}
-
-inline Zan_Matrix4 turnBy(double rx, double ry, double rz, bool zyx) {
-    return rotation(rx, ry, rz, zyx ? RotationOrder::kZYX : RotationOrder::kXYZ);
 }
 
 /// The code that a call throws; 0 when it throws none.
