@@ -1,4 +1,4 @@
-# Draws the figures anew and compares them with the ones that are kept.
+# Draws the figures and compares them with those in docs/figures.
 # cmake -DPROGRAM=... -DKEPT=... -DDRAWN=... -P compare.cmake
 file(MAKE_DIRECTORY "${DRAWN}")
 execute_process(COMMAND "${PROGRAM}" "${DRAWN}" COMMAND_ERROR_IS_FATAL ANY)
@@ -10,6 +10,6 @@ endif()
 foreach(figure IN LISTS figures)
   execute_process(COMMAND "${CMAKE_COMMAND}" -E compare_files "${DRAWN}/${figure}" "${KEPT}/${figure}" RESULT_VARIABLE differs)
   if(differs)
-    message(FATAL_ERROR "${figure} is not what the library draws; draw it again with: zan-figures docs/figures")
+    message(FATAL_ERROR "${figure} differs from what the library draws; to draw it again: zan-figures docs/figures")
   endif()
 endforeach()

@@ -1,4 +1,4 @@
-// Draws the figures of the conventions page: every coordinate and every verdict in them is an answer of the library.
+// Draws the figures of the conventions page. The library computes every coordinate and every result that they show.
 // zan-figures FOLDER
 #include <zan/zan.h>
 
@@ -19,7 +19,7 @@ constexpr const char* kQuiet = "#9aa7b2";
 constexpr const char* kFirst = "#2f6fb0";
 constexpr const char* kSecond = "#c8501e";
 
-// An SVG picture in pixels, y downward, as the screen has it.
+// An SVG picture in pixels; y points down.
 class Picture {
 public:
     Picture(int width, int height) {
@@ -31,12 +31,12 @@ public:
         out_ << "<line x1=\"" << number(a.x) << "\" y1=\"" << number(a.y) << "\" x2=\"" << number(b.x) << "\" y2=\""
              << number(b.y) << "\" stroke=\"" << colour << "\" stroke-width=\"1.5\" " << extra << "/>\n";
     }
-    // A line with a head at b.
+    // A line with an arrowhead at b.
     void arrow(Point a, Point b, const char* colour) {
         line(a, b, colour);
-        for (const double turn : {150.0, -150.0}) {
+        for (const double angle : {150.0, -150.0}) {
             Zan_Matrix3 m(true);
-            m.Rotate(turn);
+            m.Rotate(angle);
             Point head(b.x - a.x, b.y - a.y);
             const double length = std::hypot(head.x, head.y);
             head = {head.x * 9 / length, head.y * 9 / length};
@@ -66,7 +66,7 @@ public:
     }
 
 private:
-    // Two decimals, so that the last bits of a sine do not show.
+    // Two decimals: the last bits of a sine differ between systems.
     static std::string number(double value) {
         std::array<char, 32> text{};
         std::snprintf(text.data(), text.size(), "%.2f", value);
@@ -82,7 +82,7 @@ void axes(Picture& picture, Point origin) {
     picture.text({origin.x - 4, origin.y + 146}, "y", kQuiet);
 }
 
-std::array<Point, 4> carried(std::array<Point, 4> points, const Zan_Matrix3& m) {
+std::array<Point, 4> transformed(std::array<Point, 4> points, const Zan_Matrix3& m) {
     m.TransformPoints(4, points.data());
     return points;
 }
@@ -105,14 +105,14 @@ bool drawOrder(const std::string& folder) {
             m.Scale(2, 2);
             m.Translate(40, 20);
         }
-        const std::array<Point, 4> moved = carried(square, m);
+        const std::array<Point, 4> result = transformed(square, m);
         m.Translate(origin.x, origin.y);
-        Zan_Matrix3 place(true);
-        place.Translate(origin.x, origin.y);
-        picture.polygon(carried(square, place), kQuiet, kQuiet);
-        picture.polygon(carried(square, m), kFirst, kFirst);
-        const std::string corner = "(0, 0) goes to (" + std::to_string(static_cast<int>(moved[0].x)) + ", " +
-                                   std::to_string(static_cast<int>(moved[0].y)) + ")";
+        Zan_Matrix3 toPicture(true);
+        toPicture.Translate(origin.x, origin.y);
+        picture.polygon(transformed(square, toPicture), kQuiet, kQuiet);
+        picture.polygon(transformed(square, m), kFirst, kFirst);
+        const std::string corner = "(0, 0) goes to (" + std::to_string(static_cast<int>(result[0].x)) + ", " +
+                                   std::to_string(static_cast<int>(result[0].y)) + ")";
         picture.text({origin.x, 212}, (translateFirst ? "Translate(40, 20), then Scale(2, 2): "
                                                       : "Scale(2, 2), then Translate(40, 20): "));
         picture.text({origin.x, 228}, corner, kFirst);
@@ -120,14 +120,14 @@ bool drawOrder(const std::string& folder) {
     return picture.write(folder + "/order.svg");
 }
 
-bool drawTurn(const std::string& folder) {
+bool drawRotation(const std::string& folder) {
     Picture picture(420, 210);
     const Point origin(60, 40);
     axes(picture, origin);
     Zan_Matrix3 m(true);
     m.Rotate(30);
     m.Translate(origin.x, origin.y);
-    picture.polygon(carried(box(0, 0, 110, 60), m), kFirst, kFirst);
+    picture.polygon(transformed(box(0, 0, 110, 60), m), kFirst, kFirst);
     Point tip(110, 0);
     m.TransformPoint(&tip);
     picture.arrow(origin, tip, kSecond);
@@ -137,7 +137,7 @@ bool drawTurn(const std::string& folder) {
 }
 
 bool drawNearPlane(const std::string& folder) {
-    // A road 4 wide that starts behind the eye and leads away, 1.5 below it.
+    // A road, 4 wide and 1.5 below the eye, that starts behind the eye and leads away from it.
     constexpr double kFocus = 200;
     Zan_TransformPoly3D layer;
     const std::array<Point, 4> road = box(-2, -3, 2, 30);
@@ -209,7 +209,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string folder = argv[1];
-    for (bool (*const draw)(const std::string&) : {drawOrder, drawTurn, drawNearPlane, drawBoundary}) {
+    for (bool (*const draw)(const std::string&) : {drawOrder, drawRotation, drawNearPlane, drawBoundary}) {
         if (!draw(folder)) {
             std::fprintf(stderr, "zan-figures: cannot draw into %s\n", folder.c_str());
             return 1;

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Plays a transcript: its commands ("$ ", continued by "> ") in an empty folder, then what they say and, in brackets,
-# how they fail, compared with what stands below them. Lines with "#" are remarks.
+# Runs the commands of a transcript ("$ ", continued by "> ") in an empty folder and compares their output and, in
+# brackets, their exit status if it is not 0, with the lines below them. Lines with "#" are comments.
 # play.sh FOLDER-OF-zan-scene TRANSCRIPT
 set -euo pipefail
 PATH=$(realpath "$1"):$PATH
@@ -27,5 +27,5 @@ played() {
   done
   run
 }
-# An empty line before a remark is there for the eye alone.
-diff -u --label stated --label said <(sed -z 's/\n\n#/\n#/g' "$transcript") <(played <"$transcript")
+# The empty line before a comment is not part of the output.
+diff -u --label expected --label actual <(sed -z 's/\n\n#/\n#/g' "$transcript") <(played <"$transcript")
