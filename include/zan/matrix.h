@@ -482,7 +482,7 @@ ZAN_API int32_t Zan_ScaleMatrix4(double sx, double sy, double sz, Zan_Matrix4* m
 /// Appends a rotation about an axis through the origin, counterclockwise when the axis points at the viewer. With (x,
 /// y, z) the unit axis, c and s the cosine and sine of the angle and t = 1 - c, the rows are (t*x*x + c, t*x*y + s*z,
 /// t*x*z - s*y), (t*x*y - s*z, t*y*y + c, t*y*z + s*x), (t*x*z + s*y, t*y*z - s*x, t*z*z + c).
-/// @param ax, ay, az  the axis, of any length from 1e-12
+/// @param ax, ay, az  the axis, of length 1e-12 or more
 /// @param radians     the angle
 /// @param m           the transform; unchanged on failure
 /// @return            0; Zan_Result_BadAxis (3) for an axis shorter than 1e-12
@@ -689,7 +689,7 @@ ZAN_API int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect
                                                                   double* rz);
 
 /// Converts a rotation from axis and angle, as Zan_RotateMatrix4 takes it, to the three angles of Zan_RotateMatrix4XYZ.
-/// @param ax, ay, az  the axis, of any length from 1e-12
+/// @param ax, ay, az  the axis, of length 1e-12 or more
 /// @param radians     the angle
 /// @param rx, ry, rz  receive the angles; zeros on failure
 /// @return            0; Zan_Result_BadAxis (3) for an axis shorter than 1e-12
