@@ -88,7 +88,7 @@ TEST_CASE("boxes of 16-bit and double rectangles") {
     }
 }
 
-TEST_CASE("boxes of 16.16 rectangles; an overflow leaves the rectangle and the flag unchanged") {
+TEST_CASE("boxes of 16.16 rectangles, where an overflow leaves the rectangle and the flag unchanged") {
     constexpr int32_t kMax = INT32_MAX;
     struct Row {
         const char* what;
