@@ -33,6 +33,8 @@ export class Look {
     this.outlines = new Map();
     this.orders = new Map();
     this.stacking = new Map();
+    this.scrolls = new Map();
+    this.hasFullscreen = document.fullscreenElement !== null;
   }
 
   /**
@@ -106,9 +108,19 @@ export class Look {
     return box;
   }
 
+  /** How far an element is scrolled, in viewport pixels. */
+  scrollOf(element) {
+    let scroll = this.scrolls.get(element);
+    if (!scroll) {
+      const zoom = element.currentCSSZoom ?? 1;
+      this.scrolls.set(element, (scroll = { x: element.scrollLeft * zoom, y: element.scrollTop * zoom }));
+    }
+    return scroll;
+  }
+
   /** The box outside; null for the viewport. */
   parentBoxOf(element) {
-    if (isInTopLayer(element)) return null;
+    if (isInTopLayer(element, this)) return null;
     for (let parent = flatParent(element); parent; parent = flatParent(parent)) {
       const box = this.boxOf(parent);
       if (box) return box;

@@ -3,10 +3,10 @@
 // A plane is what one element's transform carries: it and all descendants without a transform of their own. Planes in the
 // space of a `preserve-3d` element share a flat plane outside, on which they are drawn in perspective. What is drawn on a
 // flat plane goes on to the next one, without z.
-import { MAX_MATRICES, concat, determinant, invert, outline, perspective, translation } from './geometry.js';
+import { MAX_MATRICES, concat, determinant, identity, invert, outline, perspective, translation } from './geometry.js';
 import * as css from './style.js';
-import { fit, predictBox } from './fit.js';
-import { layoutSize, offsetIn } from './offsets.js';
+import { fit } from './fit.js';
+import { cornerIn, layoutSize, offsetIn } from './offsets.js';
 
 /** @typedef {import('./geometry.js').Matrix} Matrix */
 
@@ -24,9 +24,10 @@ export function flatParent(element) {
 }
 
 /** Whether an element is in the top layer, where the viewport is the parent of its box. */
-export function isInTopLayer(element) {
-  if (element.localName !== 'dialog' && !element.hasAttribute('popover')) return element.matches(':fullscreen');
-  return element.matches(':modal, :fullscreen') || (element.hasAttribute('popover') && element.matches(':popover-open'));
+export function isInTopLayer(element, look) {
+  if (look.hasFullscreen && element.matches(':fullscreen')) return true;
+  if (element.localName === 'dialog' && element.matches(':modal')) return true;
+  return element.hasAttribute('popover') && element.matches(':popover-open');
 }
 
 const keepsW = (m) => m[3] === 0 && m[7] === 0;
@@ -125,6 +126,8 @@ function asPlaneMap(m) {
  * @property {number} width
  * @property {number} height
  * @property {number} zoom
+ * @property {boolean} isInline  a box of a line, without a size of its own
+ * @property {boolean} isTransformable
  * @property {boolean} exact
  * @property {boolean} keepsSpace  children stand in the same space
  * @property {boolean} keepsSpaceInBoxes  the same as the browser's bounding boxes have it
@@ -140,24 +143,27 @@ function asPlaneMap(m) {
  */
 export function makeBox(element, parent, look) {
   const style = look.styleOf(element);
-  if (style.display === 'none' || style.display === 'contents') return null;
+  const { display } = style;
+  if (display === 'none' || display === 'contents') return null;
   const rects = element.getClientRects();
   if (rects.length === 0) return null;
   const plane = parent ? parent.plane : null;
   const zoom = element.currentCSSZoom ?? 1;
   const box = {
     element, style, parent, plane, zoom,
+    isInline: css.isInlineBox(element, display),
+    isTransformable: css.isTransformable(element, display),
     x: 0, y: 0, width: 0, height: 0, place: [0, 0],
     exact: parent ? parent.exact : true,
     keepsSpace: false,
     keepsSpaceInBoxes: false,
   };
-  const seen = element.getBoundingClientRect();
+  const seen = rects.length === 1 ? rects[0] : element.getBoundingClientRect();
   if (isInsideSvg(element)) return placePlainly(box, seen, null, false);
 
-  const transformable = css.isTransformable(element, style);
+  const transformable = box.isTransformable;
   let isSpace = false;
-  if (style.transformStyle === 'preserve-3d' && !css.isForcedFlat(element, style)) {
+  if (style.transformStyle === 'preserve-3d' && !css.isForcedFlat(style)) {
     isSpace = transformable;
     box.keepsSpace = transformable && !css.containsPaint(style);
     // Bounding boxes are of another mind about containment of paint and about inline boxes.
@@ -165,8 +171,10 @@ export function makeBox(element, parent, look) {
   }
   const transformed = transformable && css.hasTransform(style);
   const hidesBack = transformable && style.backfaceVisibility === 'hidden' && (transformed || parent?.keepsSpace);
-  if (!supported(element, style)) box.exact = false;
+  if (!isSupported(style, transformed)) box.exact = false;
   const inPlainPlane = !plane || plane.isPlain;
+  // One outline is not enough for the boxes of columns; it is for upright lines.
+  if (rects.length > 1 && !(box.isInline && inPlainPlane)) box.exact = false;
   if (!transformed && !isSpace && !hidesBack && inPlainPlane) {
     return placePlainly(box, seen, plane, box.exact);
   }
@@ -175,12 +183,8 @@ export function makeBox(element, parent, look) {
   box.width = size.width;
   box.height = size.height;
   const own = transformed ? css.ownMatrix(element, style, box.width, box.height, zoom) : null;
-  const eye = parent && perspectiveOf(parent);
-  const afterwards = !plane ? [] : [plane.boxMap];
-  const steps = { own, eye, flat: !parent?.keepsSpaceInBoxes, afterwards };
-  if (rects.length > 1 && !inPlainPlane) box.exact = false;
-  const offset = offsetIn(plane, box, look);
-  const found = fit(steps, box, seen, offset, size.isKnown);
+  const tail = parent ? (parent.tail ??= tailOf(parent)) : identity();
+  const found = findPlace({ own, tail, width: box.width, height: box.height, sizeIsKnown: size.isKnown, seen }, box, look);
   box.place = [found.x, found.y];
   box.width = found.width;
   box.height = found.height;
@@ -190,9 +194,11 @@ export function makeBox(element, parent, look) {
     return box;
   }
 
-  const toParent = [own ?? translation(0, 0), translation(...box.place)];
+  const toParent = [translation(...box.place)];
+  if (own) toParent.unshift(own);
+  const eye = parent && perspectiveOf(parent);
   if (eye) toParent.push(eye);
-  const map = concat(...toParent);
+  const map = toParent.length > 1 ? concat(...toParent) : toParent[0];
   const inSpace = plane && parent.keepsSpace;
   const full = inSpace ? concat(map, plane.map) : map;
   // Bounding boxes are flattened by transforms alone.
@@ -203,6 +209,28 @@ export function makeBox(element, parent, look) {
   });
   if (hidesBack && box.plane.isTurnedAway) box.plane.isHidden = true;
   return box;
+}
+
+/** The way of a box's children to the screen as bounding boxes have it, from where their places are added. */
+function tailOf(box) {
+  const eye = perspectiveOf(box) ?? identity();
+  return box.plane ? concat(box.keepsSpaceInBoxes ? eye : flatten(eye), box.plane.boxMap) : eye;
+}
+
+/** Where a bounding box alone does not tell a place, offsets help. */
+function findPlace(fitting, box, look) {
+  const near = cornerIn(box.plane, box.parent);
+  if (fitting.sizeIsKnown) {
+    const found = fit(fitting, { ...near, isKnown: false });
+    if (found.isSure) return found;
+  }
+  const offset = offsetIn(box.plane, box, look);
+  const found = fit(fitting, offset);
+  const limit = Math.max(1, box.zoom);
+  const isNear = (a, b) => Math.abs(a - b) <= limit;
+  if (offset.isKnown && !(isNear(found.x, offset.x) && isNear(found.y, offset.y))) found.fits = false;
+  if (!isNear(found.width, box.width) || !isNear(found.height, box.height)) found.fits = false;
+  return found;
 }
 
 /** A box that the browser's box tells alone. */
@@ -221,18 +249,15 @@ function placePlainly(box, seen, plane, exact) {
 /** The matrix of the perspective that a box gives its children; null for none. */
 function perspectiveOf(box) {
   const { element, style, zoom } = box;
-  const distance = css.isTransformable(element, style) ? css.perspectiveDistance(style, zoom) : 0;
+  const distance = box.isTransformable ? css.perspectiveDistance(style, zoom) : 0;
   if (distance === 0) return null;
   const [x, y] = style.perspectiveOrigin.split(' ').map((text) => parseFloat(text) * zoom);
   const atOrigin = box.plane?.element === element;
   return perspective(distance, (atOrigin ? 0 : box.x) + x, (atOrigin ? 0 : box.y) + y);
 }
 
-/** What is not asked of an element's own styles here is asked where it matters. */
-function supported(element, style) {
-  if (style.offsetPath !== undefined && style.offsetPath !== 'none') return false;
-  if (style.transformBox === 'content-box' && css.hasTransform(style)) return false;
-  return true;
+function isSupported(style, transformed) {
+  return (style.offsetPath ?? 'none') === 'none' && !(transformed && style.transformBox === 'content-box');
 }
 
 /**
@@ -242,5 +267,3 @@ function supported(element, style) {
 export function outlineOfBox(box) {
   return outline(box.plane ? box.plane.maps : [], box);
 }
-
-export { predictBox };

@@ -1,65 +1,83 @@
-// Fits the place of a box to the bounding box that the browser gives. Offsets are whole pixels, bounding boxes are not.
+// Fits the place of a box to the bounding box that the browser gives: offsets are whole pixels, bounding boxes are not.
 
 /** @typedef {import('./geometry.js').Matrix} Matrix */
 
-// Computed matrices have six digits.
+// Computed values have six digits.
 const DIGITS = 1e-6;
 const TOLERANCE = 0.02;
-const STEP = 1 / 64;
+const MAX_ROUNDS = 12;
+// Of the sum of squares: less than this, and a direction in which the box may move does not show.
+const SHOWS = 1e-4;
 
 /**
- * The way of a box to the screen: own matrix, the box's place, the eye of the parent, then the parent's plane.
- * @typedef {object} Steps
+ * What is fitted: a box of a plane that a matrix carries to the screen, there with its own matrix.
+ * @typedef {object} Fitting
  * @property {Matrix | null} own
- * @property {Matrix | null} eye
- * @property {boolean} flat  z is dropped before the parent's plane
- * @property {Matrix[]} afterwards
+ * @property {Matrix} tail  from where the box's place is added to the screen
+ * @property {number} width
+ * @property {number} height
+ * @property {boolean} sizeIsKnown  else it is fitted, too; then own is null
+ * @property {DOMRect} seen  the browser's bounding box
  */
 
-function carry(point, m) {
-  const [x, y, z, w] = point;
-  return [
-    x * m[0] + y * m[4] + z * m[8] + w * m[12],
-    x * m[1] + y * m[5] + z * m[9] + w * m[13],
-    x * m[2] + y * m[6] + z * m[10] + w * m[14],
-    x * m[3] + y * m[7] + z * m[11] + w * m[15],
-  ];
+/**
+ * The four corners through own and tail, at the origin: homogeneous points and how they move with the box, x, y, w each.
+ * Bounding boxes are computed corner by corner: one behind the eye counts with its mirror image.
+ */
+function corners({ own, tail, width, height }) {
+  const result = [];
+  for (let i = 0; i < 4; ++i) {
+    const right = i === 1 || i === 2 ? 1 : 0;
+    const down = i >= 2 ? 1 : 0;
+    const x = right * width;
+    const y = down * height;
+    const p = own
+      ? [0, 1, 2, 3].map((c) => x * own[c] + y * own[4 + c] + own[12 + c])
+      : [x, y, 0, 1];
+    const through = (c) => p[0] * tail[c] + p[1] * tail[4 + c] + p[2] * tail[8 + c] + p[3] * tail[12 + c];
+    result.push({ at: [through(0), through(1), through(3)], shift: p[3], right, down });
+  }
+  return result;
 }
 
-/**
- * The bounding box as browsers compute it, corner by corner: one behind the eye counts with its mirror image.
- * @param {Steps} steps
- * @param {{x: number, y: number, width: number, height: number}} at
- * @returns {{sides: number[], doubt: number[]}} left, top, right, bottom; how far off rounded matrices may put each
- */
-export function predictBox(steps, { x, y, width, height }) {
-  const sides = [Infinity, Infinity, -Infinity, -Infinity];
-  const doubt = [0, 0, 0, 0];
-  for (const [cx, cy] of [[0, 0], [width, 0], [width, height], [0, height]]) {
-    let p = [cx, cy, 0, 1];
-    if (steps.own) p = carry(p, steps.own);
-    p = [p[0] + x * p[3], p[1] + y * p[3], p[2], p[3]];
-    if (steps.eye) p = carry(p, steps.eye);
-    if (steps.flat) p[2] = 0;
-    for (const m of steps.afterwards) p = carry(p, m);
-    const w = p[3];
-    for (const axis of [0, 1]) {
-      const value = p[axis] / w;
-      const error = (DIGITS * (Math.max(Math.abs(p[axis]), 1000) + Math.abs(value) * Math.max(Math.abs(w), 1))) / Math.abs(w);
-      if (value < sides[axis]) {
-        sides[axis] = value;
-        doubt[axis] = error;
-      }
-      if (value > sides[axis + 2]) {
-        sides[axis + 2] = value;
-        doubt[axis + 2] = error;
-      }
+// A side of the predicted box: its value, how it moves with the unknowns, and how far off rounded matrices may put it.
+class Side {
+  constructor() {
+    this.slopes = [0, 0, 0, 0];
+  }
+  set(value, doubt, axis, w, { shift, right, down }, tail, unknowns) {
+    this.value = value;
+    this.doubt = doubt;
+    for (let u = 0; u < unknowns; ++u) {
+      const row = u % 2 === 0 ? 0 : 4;
+      const amount = u < 2 ? shift : u === 2 ? right : down;
+      this.slopes[u] = (amount * (tail[row + axis] - value * tail[row + 3])) / w;
     }
   }
-  return { sides, doubt };
 }
 
-/** Solves a small symmetric system in place; pivots are positive. */
+function predict(points, tail, at, origin, unknowns, sides) {
+  sides[0].value = sides[1].value = Infinity;
+  sides[2].value = sides[3].value = -Infinity;
+  let inFront = true;
+  for (const point of points) {
+    const dx = at[0] * point.shift + point.right * (at[2] - origin[2]);
+    const dy = at[1] * point.shift + point.down * (at[3] - origin[3]);
+    const w = point.at[2] + dx * tail[3] + dy * tail[7];
+    if (!(w > 0)) inFront = false;
+    for (let axis = 0; axis < 2; ++axis) {
+      const scaled = point.at[axis] + dx * tail[axis] + dy * tail[4 + axis];
+      const value = scaled / w;
+      const size = Math.abs(w);
+      const doubt = (DIGITS * (Math.max(Math.abs(scaled), 1000) + Math.abs(value) * Math.max(size, 1))) / size;
+      if (value < sides[axis].value) sides[axis].set(value, doubt, axis, w, point, tail, unknowns);
+      if (value > sides[axis + 2].value) sides[axis + 2].set(value, doubt, axis, w, point, tail, unknowns);
+    }
+  }
+  return inFront;
+}
+
+/** Solves a small symmetric system in place; its pivots are positive. */
 function solve(a, b) {
   const n = b.length;
   for (let i = 0; i < n; ++i) {
@@ -73,45 +91,55 @@ function solve(a, b) {
     for (let k = i + 1; k < n; ++k) b[i] -= a[i][k] * b[k];
     b[i] /= a[i][i];
   }
-  return b;
 }
 
 /**
- * @param {Steps} steps
- * @param {{width: number, height: number}} size
- * @param {DOMRect} seen  the browser's box
- * @param {{x: number, y: number, isKnown: boolean}} offset  the place within a pixel, if it is known
- * @param {boolean} sizeIsKnown  else it is fitted, too
- * @returns {{x: number, y: number, width: number, height: number, fits: boolean}}
+ * @param {Fitting} fitting
+ * @param {{x: number, y: number, isKnown: boolean}} offset  where to begin; isKnown when that is the place within a pixel
+ * @returns {{x: number, y: number, width: number, height: number, fits: boolean, isSure: boolean}}
+ *   fits: the box is where the browser has it; isSure: nowhere else would it be
  */
-export function fit(steps, size, seen, offset, sizeIsKnown) {
+export function fit(fitting, offset) {
+  const { seen, tail } = fitting;
   const wanted = [seen.left, seen.top, seen.right, seen.bottom];
-  const names = sizeIsKnown ? ['x', 'y'] : ['x', 'y', 'width', 'height'];
-  const at = { x: offset.x, y: offset.y, width: size.width, height: size.height };
-  // The offset counts a little, so that what the bounding box does not show stays where it is.
+  const unknowns = fitting.sizeIsKnown ? 2 : 4;
+  const points = corners(fitting);
+  const start = [offset.x, offset.y, fitting.width, fitting.height];
+  const at = start.slice();
+  const sides = [new Side(), new Side(), new Side(), new Side()];
+  // A known offset counts a little: what the bounding box does not show stays where it is.
   const pull = offset.isKnown ? 1e-4 : 1e-9;
-  let predicted = predictBox(steps, at);
-  for (let round = 0; round < 12; ++round) {
-    const weights = predicted.doubt.map((error) => 1 / (TOLERANCE + error) ** 2);
-    const missing = wanted.map((side, i) => side - predicted.sides[i]);
-    const slopes = names.map((name) => {
-      const moved = predictBox(steps, { ...at, [name]: at[name] + STEP });
-      return moved.sides.map((side, i) => (side - predicted.sides[i]) / STEP);
-    });
-    const start = { x: offset.x, y: offset.y, width: size.width, height: size.height };
-    const scale = Math.max(...weights);
-    const normal = slopes.map((a, i) =>
-      slopes.map((b, j) => a.reduce((sum, v, k) => sum + (weights[k] / scale) * v * b[k], i === j ? pull : 0)));
-    const right = slopes.map((a, i) =>
-      a.reduce((sum, v, k) => sum + (weights[k] / scale) * v * missing[k], pull * (start[names[i]] - at[names[i]])));
-    const change = solve(normal, right);
+  let inFront = predict(points, tail, at, start, unknowns, sides);
+  let shows = false;
+  for (let round = 0; round < MAX_ROUNDS; ++round) {
+    let scale = 0;
+    for (const side of sides) scale = Math.max(scale, 1 / (TOLERANCE + side.doubt) ** 2);
+    const normal = [];
+    const change = [];
+    for (let i = 0; i < unknowns; ++i) {
+      normal.push([]);
+      change.push(pull * (start[i] - at[i]));
+      for (let j = 0; j < unknowns; ++j) normal[i].push(i === j ? pull : 0);
+    }
+    for (let k = 0; k < 4; ++k) {
+      const { value, doubt, slopes } = sides[k];
+      const weight = 1 / (TOLERANCE + doubt) ** 2 / scale;
+      for (let i = 0; i < unknowns; ++i) {
+        change[i] += weight * slopes[i] * (wanted[k] - value);
+        for (let j = 0; j < unknowns; ++j) normal[i][j] += weight * slopes[i] * slopes[j];
+      }
+    }
+    if (unknowns === 2) {
+      const [[a, b], [, d]] = normal;
+      shows = a * d - b * b > SHOWS * (a + d) && Math.min(a, d) > SHOWS;
+    }
+    solve(normal, change);
     if (!change.every(Number.isFinite)) break;
-    names.forEach((name, i) => (at[name] += change[i]));
-    predicted = predictBox(steps, at);
-    if (change.every((value) => Math.abs(value) < 1e-7)) break;
+    for (let i = 0; i < unknowns; ++i) at[i] += change[i];
+    inFront = predict(points, tail, at, start, unknowns, sides);
+    if (change.every((value) => Math.abs(value) < 1e-6)) break;
   }
-  const off = (i) => Math.abs(wanted[i] - predicted.sides[i]);
-  const close = wanted.every((side, i) => off(i) <= TOLERANCE + 2 * predicted.doubt[i] + 2e-6 * Math.abs(side));
-  const near = !offset.isKnown || (Math.abs(at.x - offset.x) <= 1 && Math.abs(at.y - offset.y) <= 1);
-  return { ...at, fits: close && near };
+  const fits = wanted.every((side, k) =>
+    Math.abs(side - sides[k].value) <= TOLERANCE + 2 * sides[k].doubt + 2e-6 * Math.abs(side));
+  return { x: at[0], y: at[1], width: at[2], height: at[3], fits, isSure: shows && inFront && fits };
 }

@@ -1,6 +1,6 @@
 // Where layout puts a box and how large it is, from offsets and computed styles.
 import { flatParent } from './boxes.js';
-import { givesOverflowToViewport, isInlineBox } from './style.js';
+import { givesOverflowToViewport } from './style.js';
 
 const px = (text) => parseFloat(text) || 0;
 
@@ -10,34 +10,34 @@ const px = (text) => parseFloat(text) || 0;
  * @param {DOMRect} seen
  * @returns {{width: number, height: number, isKnown: boolean}} isKnown is false for whole pixels
  */
-export function layoutSize({ element, style, zoom }, seen) {
-  const width = alongAxis(style.width, element.offsetWidth, element.clientWidth, [
-    style.paddingLeft, style.paddingRight, style.borderLeftWidth, style.borderRightWidth,
-  ], style);
-  const height = alongAxis(style.height, element.offsetHeight, element.clientHeight, [
-    style.paddingTop, style.paddingBottom, style.borderTopWidth, style.borderBottomWidth,
-  ], style);
-  if (isInlineBox(element, style) || width === null || height === null) {
+export function layoutSize({ element, style, zoom, isInline }, seen) {
+  const isShared = style.display === 'table-cell' && style.borderCollapse === 'collapse';  // its borders are half its own
+  const width = isInline || isShared ? null : alongAxis(style, 'width', ['Left', 'Right'], element.offsetWidth, () => element.clientWidth);
+  const height =
+    width === null ? null : alongAxis(style, 'height', ['Top', 'Bottom'], element.offsetHeight, () => element.clientHeight);
+  if (height === null) {
     const whole = { width: element.offsetWidth ?? seen.width, height: element.offsetHeight ?? seen.height };
     return { width: whole.width * zoom, height: whole.height * zoom, isKnown: false };
   }
   return { width: width * zoom, height: height * zoom, isKnown: true };
 }
 
-function alongAxis(text, offsetSize, clientSize, edges, style) {
-  const inner = parseFloat(text);
-  if (Number.isNaN(inner)) return null;
-  const [padding1, padding2, border1, border2] = edges.map(px);
-  let size = inner;
-  if (style.boxSizing !== 'border-box') {
-    size += padding1 + padding2 + border1 + border2;
-    const scrolls = style.overflowX !== 'visible' || style.overflowY !== 'visible';
-    const bar = scrolls && offsetSize !== undefined ? offsetSize - clientSize - Math.round(border1) - Math.round(border2) : 0;
-    if (bar >= 1) size += bar;
+function alongAxis(style, property, ends, offsetSize, clientSize) {
+  const computed = parseFloat(style[property]);
+  if (Number.isNaN(computed)) return null;
+  const isSize = (size) => offsetSize === undefined || Math.abs(size - offsetSize) < 1;
+  if (style.boxSizing === 'border-box' && isSize(computed)) return computed;
+  let size = computed;
+  let borders = 0;
+  for (const end of ends) {
+    const border = px(style[`border${end}Width`]);
+    size += px(style[`padding${end}`]) + border;
+    borders += Math.round(border);
   }
-  if (offsetSize === undefined) return size;
-  for (const candidate of [size, inner]) if (Math.abs(candidate - offsetSize) < 1) return candidate;
-  return null;
+  if (isSize(size)) return size;
+  const bar = offsetSize - clientSize() - borders;
+  if (bar >= 1 && isSize(size + bar)) return size + bar;
+  return isSize(computed) ? computed : null;  // of a table
 }
 
 /**
@@ -50,7 +50,7 @@ function alongAxis(text, offsetSize, clientSize, edges, style) {
 export function offsetIn(plane, box, look) {
   const { element, style, parent, zoom } = box;
   const { body, documentElement } = element.ownerDocument;
-  const unknown = { x: originOf(parent, plane).x, y: originOf(parent, plane).y, isKnown: false };
+  const unknown = { ...cornerIn(plane, parent), isKnown: false };
   if (typeof element.offsetLeft !== 'number' || element === documentElement || element === body) return unknown;
   const { position } = style;
   const around = element.offsetParent;
@@ -59,7 +59,7 @@ export function offsetIn(plane, box, look) {
   if (!around) return position === 'fixed' && !plane ? { x, y, isKnown: true } : unknown;
 
   const outside = look.boxOf(around);
-  if (!outside || outside.zoom !== zoom * 1 && position === 'fixed') return unknown;
+  if (!outside || (position === 'fixed' && outside.zoom !== zoom)) return unknown;
   const base = around === body ? originInBody(outside, plane, position, look) : paddingOrigin(outside, plane);
   if (!base) return unknown;
   x += base.x;
@@ -74,17 +74,21 @@ export function offsetIn(plane, box, look) {
   const outOfFlow = position === 'absolute' || position === 'fixed';
   for (let scroller = outOfFlow ? around : flatParent(element); scroller; scroller = flatParent(scroller)) {
     if (!givesOverflowToViewport(scroller, look)) {
-      const scrollZoom = scroller.currentCSSZoom ?? 1;
-      x -= scroller.scrollLeft * scrollZoom;
-      y -= scroller.scrollTop * scrollZoom;
+      const scroll = look.scrollOf(scroller);
+      x -= scroll.x;
+      y -= scroll.y;
     }
     if (scroller === around) break;
   }
   return { x, y, isKnown: true };
 }
 
-/** A box's top left corner in a plane. */
-function originOf(box, plane) {
+/**
+ * A box's top left corner in a plane.
+ * @param {import('./boxes.js').Plane | null} plane
+ * @param {import('./boxes.js').Box | null} box
+ */
+export function cornerIn(plane, box) {
   if (!box || box.plane !== plane || plane?.element === box.element) return { x: 0, y: 0 };
   return { x: box.x, y: box.y };
 }
@@ -93,9 +97,9 @@ function originOf(box, plane) {
 function paddingOrigin(box, plane) {
   if (box.plane !== plane) return null;
   const { element, style, zoom } = box;
-  const { x, y } = originOf(box, plane);
+  const { x, y } = cornerIn(plane, box);
   const left = px(style.borderLeftWidth);
-  const bar = isInlineBox(element, style) ? 0 : element.clientLeft - left;  // a scroll bar may be on the left
+  const bar = box.isInline ? 0 : element.clientLeft - left;  // a scroll bar may be on the left
   return { x: x + (left + (bar > 2 ? Math.round(bar) : 0)) * zoom, y: y + px(style.borderTopWidth) * zoom };
 }
 
@@ -103,13 +107,14 @@ function paddingOrigin(box, plane) {
 function originInBody(bodyBox, plane, position, look) {
   const { element: body, style } = bodyBox;
   const isContainer = style.position !== 'static' || bodyBox.plane?.element === body;
-  if (style.position !== 'static' || (isContainer && position === 'absolute')) return originOf(bodyBox, plane);
+  if (style.position !== 'static' || (isContainer && position === 'absolute')) return cornerIn(plane, bodyBox);
   const root = look.boxOf(body.ownerDocument.documentElement);
   const rootIsContainer = root.style.position !== 'static' || root.plane?.element === root.element;
   if (position === 'absolute' && !rootIsContainer) {
     const view = body.ownerDocument.defaultView;
     return plane ? null : { x: -view.scrollX, y: -view.scrollY };
   }
-  if (bodyBox.plane?.element === body) return { x: -bodyBox.place[0] + originOf(root, root.plane).x, y: -bodyBox.place[1] + originOf(root, root.plane).y };
-  return root.plane === plane ? originOf(root, plane) : null;
+  const { x, y } = cornerIn(root.plane, root);
+  if (bodyBox.plane?.element === body) return { x: x - bodyBox.place[0], y: y - bodyBox.place[1] };
+  return root.plane === plane ? { x, y } : null;
 }

@@ -83,7 +83,7 @@ export class PaintOrder {
       }
     }
     // The boxes of an inline element, where they are upright.
-    if (isInlineBox(box.element, box.style) && (!box.plane || box.plane.isPlain)) {
+    if (box.isInline && (!box.plane || box.plane.isPlain)) {
       item.rects = [...box.element.getClientRects()];
     }
     return item.outline;
@@ -147,7 +147,7 @@ export class PaintOrder {
       if (style.display === 'contents') this.#gatherFlow(child, flow);
       else if (isGridContainer) flow.inlines.push([child, true]);
       else if (style.float !== 'none') flow.floats.push(child);
-      else if (isInlineBox(child, style)) {
+      else if (isInlineBox(child, style.display)) {
         flow.inlines.push([child, false]);
         this.#gatherFlow(child, flow);
       } else if (style.display.startsWith('inline')) flow.inlines.push([child, true]);
@@ -188,7 +188,7 @@ function stackLevel(element, look) {
       answer.isContext = true;
     }
     if (parent === null || isolatesStacking(element, style)) answer.isContext = true;
-    if (isInTopLayer(element)) {
+    if (isInTopLayer(element, look)) {
       answer.isContext = true;
       answer.level = Infinity;
     }

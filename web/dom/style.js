@@ -14,12 +14,12 @@ const AXES = { x: [1, 0, 0], y: [0, 1, 0], z: [0, 0, 1] };
 export const isReplaced = (element) => REPLACED.has(element.localName);
 
 /** Whether an element is a box of a line that has no size of its own and cannot be transformed. */
-export const isInlineBox = (element, style) =>
-  (style.display === 'inline' || style.display === 'ruby' || style.display === 'ruby-text') && !isReplaced(element);
+export const isInlineBox = (element, display) =>
+  (display === 'inline' || display === 'ruby' || display === 'ruby-text') && !isReplaced(element);
 
 /** Whether transforms and perspective apply to an element. */
-export const isTransformable = (element, style) =>
-  !isInlineBox(element, style) && style.display !== 'contents' && !style.display.startsWith('table-column');
+export const isTransformable = (element, display) =>
+  !isInlineBox(element, display) && display !== 'contents' && !display.startsWith('table-column');
 
 /**
  * A computed length or percentage, calc() and its kin included.
@@ -66,15 +66,25 @@ export function length(text, whole, zoom) {
   return tokens.length > 1 ? sum() : NaN;
 }
 
-/** The arguments of a computed value, split at spaces outside parentheses. */
-const parts = (text) => text.match(/(?:[^\s(]|\([^()]*(?:\([^()]*\)[^()]*)*\))+/g) ?? [];
+/** A computed value split at the spaces outside parentheses. */
+function parts(text) {
+  const result = [''];
+  let depth = 0;
+  for (const character of text) {
+    depth += Number(character === '(') - Number(character === ')');
+    if (character === ' ' && depth === 0) result.push('');
+    else result[result.length - 1] += character;
+  }
+  return result;
+}
 
 /**
  * `transform`, in viewport pixels. Where the browser gives the functions that it is made of, they are taken: the digits of
  * `matrix3d(…)` are too few near the eye.
  */
 function transformMatrix(element, text, width, height, zoom) {
-  const m = typedTransform(element, width / zoom, height / zoom) ?? parseTransform(text);
+  const typed = text.startsWith('matrix3d') ? typedTransform(element, width / zoom, height / zoom) : null;
+  const m = typed ?? parseTransform(text);
   for (const i of [12, 13, 14]) m[i] *= zoom;
   for (const i of [3, 7, 11]) m[i] /= zoom;
   return m;
@@ -166,16 +176,15 @@ export const containsPaint = (style) =>
   contains(style.contain, ['paint', 'content', 'strict']) || style.contentVisibility !== 'visible';
 
 /**
- * Whether an element that asks for `preserve-3d` is made flat by another property; containment of paint is left out.
- * @param {Element} element
+ * Whether an element that asks for `preserve-3d` is made flat by another property; containment of paint is left out. The
+ * root always is, by its name for view transitions, and so is a body whose overflow is the viewport's.
  * @param {CSSStyleDeclaration} style
  */
-export function isForcedFlat(element, style) {
+export function isForcedFlat(style) {
   const clips = style.overflowX !== 'visible' || style.overflowY !== 'visible';
-  const isRoot = element === element.ownerDocument.documentElement;
   const positioned = style.position === 'absolute' || style.position === 'fixed';
   return (
-    (clips && !isRoot) ||
+    clips ||
     style.opacity < 1 ||
     style.filter !== 'none' ||
     given(style.backdropFilter) ||
@@ -217,7 +226,7 @@ export function isolatesStacking(element, style) {
   if (style.filter !== 'none' || given(style.backdropFilter) || style.clipPath !== 'none' || hasMask(style)) return true;
   if (given(style.viewTransitionName) || given(style.offsetPath) || given(style.webkitBoxReflect)) return true;
   if (style.willChange !== 'auto' && contains(style.willChange, STACKING)) return true;
-  if (!isTransformable(element, style)) return false;
+  if (!isTransformable(element, style.display)) return false;
   if (hasTransform(style) || style.perspective !== 'none' || style.transformStyle === 'preserve-3d') return true;
   return contains(style.contain, ['layout', 'paint', 'content', 'strict']) || style.contentVisibility !== 'visible';
 }

@@ -11,6 +11,7 @@ const FLAGS = [
   '--disable-component-update', '--disable-sync', '--hide-scrollbars=false',
 ];
 
+/** A browser with a page. A fault put into `page.fault` changes a source file on its way to the page. */
 export async function openBrowser() {
   const executablePath = process.env.CHROMIUM ?? '/usr/bin/chromium';
   const browser = await chromium.launch({ executablePath, args: FLAGS, ignoreDefaultArgs: ['--hide-scrollbars'] });
@@ -20,7 +21,8 @@ export async function openBrowser() {
     const path = new URL(route.request().url()).pathname.slice(1);
     if (path === '') return route.fulfill({ contentType: TYPES.html, body: page.content });
     try {
-      const body = await readFile(new URL(path, PACKAGE));
+      let body = await readFile(new URL(path, PACKAGE));
+      if (page.fault?.file === path) body = body.toString().replace(page.fault.from, page.fault.to);
       return await route.fulfill({ contentType: TYPES[path.split('.').pop()], body });
     } catch {
       return route.fulfill({ status: 404, body: '' });

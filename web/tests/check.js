@@ -1,0 +1,47 @@
+// One case: its outlines and hits beside what the browser says and paints.
+import { show } from './browser.js';
+import { hitsBesideBrowser, hitsBesidePaint, probeCorners, wrongPixels } from './truth.js';
+
+/**
+ * What is wrong with a page.
+ * @param {import('playwright-core').Page} page
+ * @param {import('./cases.js').Case} rule
+ * @returns {Promise<string[]>}
+ */
+export async function problemsOf(page, rule) {
+  const { what, html, prepare, skip = [], paint = [], inexact = [], edgeOn = [], noProbe = [] } = rule;
+  await show(page, `<!doctype html><title>${what}</title>${html}`);
+  if (prepare) await page.evaluate(prepare);
+  const outlines = await page.evaluate(() => {
+    const look = zan.look();
+    return [...document.querySelectorAll('[id]')].map((element) => [element.id, look.outlineOf(element)]);
+  });
+  const problems = [];
+  const shown = outlines.filter(([id]) => !skip.includes(id));
+  for (const [id, outline] of shown) {
+    if (outline.exact === inexact.includes(id)) problems.push(`${id}: exact is ${outline.exact}`);
+    if (outline.edgeOn !== edgeOn.includes(id)) problems.push(`${id}: edgeOn is ${outline.edgeOn}`);
+    const probes = noProbe.includes(id) ? [] : await page.evaluate(probeCorners, id);
+    const here = outline.points.filter((point) => probes.some((probe) => isNear(point, probe))).length;
+    const inFront = outline.behind.filter((behind) => !behind).length;
+    if (probes.length > 0 && here < inFront) {
+      problems.push(`${id}: ${JSON.stringify(outline.points)} beside probes at ${JSON.stringify(probes)}`);
+    }
+    if (!paint.includes(id)) continue;
+    const wrong = await wrongPixels(page, id, outline.points);
+    if (wrong.length > 0) problems.push(`${id}: ${wrong.length} pixels painted otherwise, one at (${wrong[0]})`);
+  }
+  const wrongHits = await hitsOf(page, rule, shown.map(([id]) => id));
+  if (wrongHits.length > 0) problems.push(`${wrongHits.length} hits, one of them ${wrongHits[0]}`);
+  return problems;
+}
+
+function hitsOf(page, { noHits, paintedHits }, ids) {
+  if (noHits) return [];
+  return paintedHits ? hitsBesidePaint(page, ids) : page.evaluate(hitsBesideBrowser);
+}
+
+function isNear(a, b) {
+  const near = (p, q) => Math.abs(p - q) <= 0.05 + 2e-6 * Math.abs(q);
+  return near(a.x, b.x) && near(a.y, b.y);
+}
