@@ -4,16 +4,21 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set_target_properties(zan_platform PROPERTIES EXPORT_NAME platform)
+set_target_properties(zan_platform_headers PROPERTIES EXPORT_NAME platform_headers)
 if(NOT APPLE AND NOT WIN32)
   set_target_properties(zan PROPERTIES INSTALL_RPATH "$ORIGIN")
 endif()
-install(
-  TARGETS zan zan_platform
-  EXPORT zan
-  RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
-  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT dev
-  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev
-  INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+# Two export sets: a host that has platform libraries of its own does not import the stand-in.
+foreach(library IN ITEMS zan zan_platform)
+  install(
+    TARGETS ${library}
+    EXPORT ${library}
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT dev
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev
+    INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+endforeach()
+install(TARGETS zan_platform_headers EXPORT zan)
 install(DIRECTORY include/zan DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT dev FILES_MATCHING PATTERN "*.h")
 install(FILES platform/bel.h platform/kelvora_point.h platform/oska.h platform/vun.h
         DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/platform" COMPONENT dev)
@@ -26,6 +31,7 @@ write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/zan-config-version
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/zan-config.cmake" "${CMAKE_CURRENT_BINARY_DIR}/zan-config-version.cmake"
         DESTINATION "${config_dir}" COMPONENT dev)
 install(EXPORT zan NAMESPACE zan:: FILE zan-targets.cmake DESTINATION "${config_dir}" COMPONENT dev)
+install(EXPORT zan_platform NAMESPACE zan:: FILE zan-platform-targets.cmake DESTINATION "${config_dir}" COMPONENT dev)
 
 # pkg-config
 set(pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

@@ -8,7 +8,7 @@ set(prefix "${work}/moved")
 # Configures from scratch and builds. Objects are kept, and the cases that compile zan's sources share a directory, so that
 # zan is compiled only once.
 set(directory "${work}/${CASE}")
-if(CASE MATCHES "add_subdirectory|own_platform")
+if(CASE MATCHES "^(add_subdirectory|own_platform)$")
   set(directory "${work}/sources")
 endif()
 function(build_project from)
@@ -25,7 +25,17 @@ function(run_program program expected)
   endif()
 endfunction()
 
+# Lets pkg-config and the loader find the installation.
+macro(use_pkg_config)
+  file(GLOB_RECURSE pc "${prefix}/*/zan.pc")
+  cmake_path(GET pc PARENT_PATH pc_dir)
+  cmake_path(GET pc_dir PARENT_PATH lib_dir)
+  set(ENV{PKG_CONFIG_PATH} "${pc_dir}")
+  set(ENV{LD_LIBRARY_PATH} "${lib_dir}")
+endmacro()
+
 set(consumer_prints "kind 1\nreport 0x110014: the library has already been started.\nresult 12\n")
+set(own_platform_prints "host received report 0x110014, severity 8: host's text for platform error 12\n")
 
 if(CASE STREQUAL "install")
   # The other cases use the moved installation.
@@ -46,11 +56,7 @@ elseif(CASE STREQUAL "other_versions")
   endforeach()
 
 elseif(CASE STREQUAL "pkg_config")
-  file(GLOB_RECURSE pc "${prefix}/*/zan.pc")
-  cmake_path(GET pc PARENT_PATH pc_dir)
-  cmake_path(GET pc_dir PARENT_PATH lib_dir)
-  set(ENV{PKG_CONFIG_PATH} "${pc_dir}")
-  set(ENV{LD_LIBRARY_PATH} "${lib_dir}")
+  use_pkg_config()
   file(MAKE_DIRECTORY "${directory}")
   execute_process(
     COMMAND sh -ec "$0 -std=c++17 consumer.cpp $(pkg-config --cflags --libs zan zan-platform) -o $1" "${CXX}"
@@ -63,8 +69,20 @@ elseif(CASE STREQUAL "add_subdirectory")
   run_program("${directory}/consumer" "${consumer_prints}")
 
 elseif(CASE STREQUAL "own_platform")
-  build_project("${source}/examples/own_platform")
-  run_program("${directory}/host" "host received report 0x110014, severity 8: host's text for platform error 12\n")
+  build_project("${source}/examples/own_platform" "-DZAN_SOURCE=${source}")
+  run_program("${directory}/host" "${own_platform_prints}")
+
+elseif(CASE STREQUAL "own_platform_find_package")
+  build_project("${source}/examples/own_platform" "-DCMAKE_PREFIX_PATH=${prefix}")
+  run_program("${directory}/host" "${own_platform_prints}")
+
+elseif(CASE STREQUAL "own_platform_pkg_config")
+  use_pkg_config()
+  file(REMOVE_RECURSE "${directory}")
+  file(COPY "${source}/examples/own_platform/" DESTINATION "${directory}")
+  execute_process(COMMAND sh -e build.sh WORKING_DIRECTORY "${directory}" COMMAND_ERROR_IS_FATAL ANY)
+  set(ENV{LD_LIBRARY_PATH} "$ENV{LD_LIBRARY_PATH}:${directory}")
+  run_program("${directory}/host" "${own_platform_prints}")
 
 elseif(CASE STREQUAL "zip")
   # The zip for Windows, used with the toolchain that made it. tests/windows/microsoft_abi uses the unpacked files too.
