@@ -42,8 +42,8 @@ foreach(pc IN ITEMS zan zan-platform)
   install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc" DESTINATION "${pc_dir}" COMPONENT dev)
 endforeach()
 
-# Debuggers' files and documentation.
-install(FILES debug/zan.natvis debug/zan_gdb.py DESTINATION "${CMAKE_INSTALL_DATADIR}/zan" COMPONENT dev)
+# Debuggers' files, the description of the interface, and documentation.
+install(FILES debug/zan.natvis debug/zan_gdb.py tools/api/zan-api.json DESTINATION "${CMAKE_INSTALL_DATADIR}/zan" COMPONENT dev)
 install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dev
         FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")
 if(WIN32)
