@@ -34,6 +34,7 @@ macro(use_pkg_config)
   set(ENV{LD_LIBRARY_PATH} "${lib_dir}")
 endmacro()
 
+set(c_host_prints "4 outline points, the mouse is on the layer\n")
 set(consumer_prints "kind 1\nreport 0x110014: the library has already been started.\nresult 12\n")
 set(own_platform_prints "host received report 0x110014, severity 8: host's text for platform error 12\n")
 
@@ -62,6 +63,10 @@ elseif(CASE STREQUAL "pkg_config")
     COMMAND sh -ec "$0 -std=c++17 consumer.cpp $(pkg-config --cflags --libs zan zan-platform) -o $1" "${CXX}"
             "${directory}/consumer" WORKING_DIRECTORY "${source}/tests/consumer" COMMAND_ERROR_IS_FATAL ANY)
   run_program("${directory}/consumer" "${consumer_prints}")
+
+elseif(CASE STREQUAL "c_host")
+  build_project("${source}/examples/c_host" "-DCMAKE_PREFIX_PATH=${prefix}")
+  run_program("${directory}/c_host" "${c_host_prints}")
 
 elseif(CASE STREQUAL "add_subdirectory")
   build_project("${source}/tests/consumer" "-DZAN_SOURCE=${source}"
@@ -93,7 +98,10 @@ elseif(CASE STREQUAL "zip")
   set(prefix "${prefix}/zan-${VERSION}-windows-x86_64")
   build_project("${source}/tests/consumer" "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
   set(ENV{WINEPATH} "${prefix}/bin")
-  run_program("${work}/${CASE}/consumer.exe" "${consumer_prints}")
+  run_program("${directory}/consumer.exe" "${consumer_prints}")
+  set(directory "${work}/zip_c_host")
+  build_project("${source}/examples/c_host" "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}")
+  run_program("${directory}/c_host.exe" "${c_host_prints}")
 
 else()
   message(FATAL_ERROR "unknown case: '${CASE}'")

@@ -8,6 +8,7 @@
 #include "zan/space.h"
 
 extern "C" int _fltused = 0;  // needed by the linker in a program that uses floating point
+extern "C" int failedLayerCheck();
 
 namespace {
 
@@ -74,6 +75,7 @@ extern "C" int entry() {
     expect(Zan_RayIntersectPlane(&plane, true, &ray, &hit, nullptr, &found) == 0);
     expect(found);
     expect(hit.z == 4.0);
+    expect(failedLayerCheck() == 0);
     expect(Zan_Death() == 0);
     expect(reports == 1);
     return failed;
