@@ -53,12 +53,16 @@ constexpr Extent kEmptyExtent = {std::numeric_limits<double>::infinity(), -std::
 
 // One axis of the grid: 2^29 steps from the least to the greatest coordinate.
 struct Axis {
-    double low, step;
+    double low, step, divisor;
 
-    explicit Axis(const Extent& extent) : low(extent.low), step((extent.high - extent.low) * 0x1p-29) {}
-    // The quotient is NaN or infinite when the extent is zero or overflows; every value then snaps to 0.
+    // Where the extent is zero, every value snaps to 0. Division by infinity does that, too, and raises no flag.
+    explicit Axis(const Extent& extent)
+        : low(extent.low),
+          step((extent.high - extent.low) * 0x1p-29),
+          divisor(step == 0 ? std::numeric_limits<double>::infinity() : step) {}
+    // The quotient is NaN or infinite when the extent overflows; every value then snaps to 0.
     int64_t snap(double value) const {
-        const double position = (value - low) / step + 0.5;
+        const double position = (value - low) / divisor + 0.5;
         return position >= 0 && position <= 0x1p30 ? static_cast<int64_t>(position) : 0;
     }
     double coordinate(int64_t position) const { return static_cast<double>(position) * step + low; }
@@ -79,7 +83,10 @@ size_t listCandidates(const auto* points, size_t count, const Extent& y, uint64_
     const size_t stripCount = size_t{1} << stripBits;
     std::array<Extent, 1 << kMaxStripBits> strips, inner;
     const auto last = static_cast<double>(stripCount - 1);
-    const double scale = static_cast<double>(stripCount) / (y.high - y.low);
+    // Below this height the scale would overflow: all points are in strip 0, and none is left out.
+    constexpr double kMinHeight = 0x1p-1000;
+    const double height = y.high - y.low;
+    const double scale = height >= kMinHeight ? static_cast<double>(stripCount) / height : 0;
     const auto stripOf = [=](double value) {
         const double position = (value - y.low) * scale;
         const double notNegative = position > 0 ? position : 0;  // 0 for NaN

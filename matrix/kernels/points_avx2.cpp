@@ -189,17 +189,24 @@ Lanes lastOf(Lanes q0, Lanes q1, Lanes q2, Lanes q3) {
     return _mm256_permute2f128_pd(_mm256_unpackhi_pd(q0, q1), _mm256_unpackhi_pd(q2, q3), 0x31);
 }
 
-// A point with w near zero stops the checked loop; in the other loop it is multiplied by 1, which changes no bit.
+// What a block does when one of its w is near zero: a checked loop stops there. The other loops leave the block to the
+// plain loop, since dividing all lanes would raise flags for points that are not divided.
+template <zan::PointTransform transform, bool checked>
+bool leaveToPlain(const void* matrix, double* block) {
+    if (!checked) zan::transformRest(transform, matrix, 0, 4, block);
+    return !checked;
+}
+
 template <zan::PointTransform transform>
 int32_t spaceDivideXYZ(const void* matrix, int32_t count, void* points) {
     const Rows m = rows4(matrix);
     constexpr bool checked = transform == &zan::PointKernel::spaceCheckedDivideXYZ;
-    return blocks<transform, 3>(matrix, count, points, [&m](double* p) {
+    return blocks<transform, 3>(matrix, count, points, [&m, matrix](double* p) {
         const Lanes q0 = productOfXYZ(p, m), q1 = productOfXYZ(p + 3, m), q2 = productOfXYZ(p + 6, m),
                     q3 = productOfXYZ(p + 9, m);
         const Lanes w = lastOf(q0, q1, q2, q3);
-        if (checked && bitsOf(nearZero(w)) != 0) return false;
-        const Lanes r = reciprocal(checked ? w : _mm256_blendv_pd(w, all(1.0), nearZero(w)));
+        if (bitsOf(nearZero(w)) != 0) return leaveToPlain<transform, checked>(matrix, p);
+        const Lanes r = reciprocal(w);
         // Each store writes four components; the next point's store overwrites the fourth.
         _mm256_storeu_pd(p, times(q0, _mm256_permute4x64_pd(r, 0x00)));
         _mm256_storeu_pd(p + 3, times(q1, _mm256_permute4x64_pd(r, 0x55)));
@@ -222,23 +229,18 @@ int32_t spaceProduct(const void* matrix, int32_t count, void* points) {
 template <zan::PointTransform transform>
 int32_t spaceDivide(const void* matrix, int32_t count, void* points) {
     const Rows m = rows4(matrix);
-    return blocks<transform, 4>(matrix, count, points, [&m](double* p) {
+    return blocks<transform, 4>(matrix, count, points, [&m, matrix](double* p) {
         const Lanes q0 = productOf(p, m), q1 = productOf(p + 4, m), q2 = productOf(p + 8, m), q3 = productOf(p + 12, m);
         const Lanes w = lastOf(q0, q1, q2, q3);
-        const int undivided = transform == &zan::PointKernel::spaceDivide ? 0 : bitsOf(nearZero(w));
-        if (transform == &zan::PointKernel::spaceCheckedDivide && undivided != 0) return false;
+        if (transform != &zan::PointKernel::spaceDivide && bitsOf(nearZero(w)) != 0) {
+            return leaveToPlain<transform, transform == &zan::PointKernel::spaceCheckedDivide>(matrix, p);
+        }
         const Lanes r = reciprocal(w);
         const auto divided = [](Lanes q, Lanes factor) { return _mm256_blend_pd(times(q, factor), all(1.0), 0x8); };
         _mm256_storeu_pd(p, divided(q0, _mm256_permute4x64_pd(r, 0x00)));
         _mm256_storeu_pd(p + 4, divided(q1, _mm256_permute4x64_pd(r, 0x55)));
         _mm256_storeu_pd(p + 8, divided(q2, _mm256_permute4x64_pd(r, 0xAA)));
         _mm256_storeu_pd(p + 12, divided(q3, _mm256_permute4x64_pd(r, 0xFF)));
-        if (undivided != 0) {
-            if ((undivided & 1) != 0) _mm256_storeu_pd(p, q0);
-            if ((undivided & 2) != 0) _mm256_storeu_pd(p + 4, q1);
-            if ((undivided & 4) != 0) _mm256_storeu_pd(p + 8, q2);
-            if ((undivided & 8) != 0) _mm256_storeu_pd(p + 12, q3);
-        }
         return true;
     });
 }

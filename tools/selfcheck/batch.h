@@ -89,7 +89,11 @@ public:
         } else if constexpr (std::is_floating_point_v<T>) {
             const double unit = static_cast<double>(static_cast<int64_t>(bits()) >> 11) * 0x1p-52;
             if (mood_ == 0) return static_cast<T>(below(9) - 4) / 2;
-            if (mood_ == 3 && below(3) == 0) return static_cast<T>(kBadDoubles[bits() % std::size(kBadDoubles)]);
+            if (mood_ == 3 && below(3) == 0) {
+                const T bad = static_cast<T>(kBadDoubles[bits() % std::size(kBadDoubles)]);
+                finite_ = finite_ && std::isfinite(bad);
+                return bad;
+            }
             return static_cast<T>(std::ldexp(unit, mood_ == 1 ? 7 : below(40) - 8));
         } else {
             if (mood_ == 0) return static_cast<T>(below(9) - 4);
@@ -141,6 +145,9 @@ public:
         return value;
     }
 
+    /// Whether all numbers drawn so far are finite.
+    bool finite() const { return finite_; }
+
     /// Limits the 16-bit and 32-bit integer arguments that are drawn from now on.
     void limit(IntegerRange range) { range_ = range; }
     /// A new draw within the limits; without limits, the value that was drawn.
@@ -151,6 +158,7 @@ public:
 private:
     uint64_t state_, mood_;
     IntegerRange range_ = kAnyInteger;
+    bool finite_ = true;
 };
 
 /// The sum of the results of a case. Prints them too, if asked.
