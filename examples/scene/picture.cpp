@@ -221,7 +221,7 @@ std::string drawHull(const Outline& hull) {
 }
 
 std::string labelOf(const Layer& layer, const Appearance& seen, bool withShare) {
-    const std::string name = oneLine(layer.id);
+    std::string name = oneLine(layer.id);
     if (!withShare || !seen.share) return name;
     const long percent = std::lround(*seen.share * 100);
     return name + " " + (percent == 0 && *seen.share > 0 ? "<1" : std::to_string(percent)) + "%";
