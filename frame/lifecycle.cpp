@@ -90,7 +90,8 @@ bool platformVersionsMatch() {
 uint32_t Zan_PkgObjectVersion() { return (uint32_t{ZAN_VERSION_MAJOR} << 16) | uint32_t{ZAN_VERSION_MINOR}; }
 
 int32_t Zan_CheckVersions(int32_t errorNumber, int32_t headerVersion) {
-    // Before the header's version: the only check of the platform must not be lost to a wrong header.
+    // The platform is checked first: it is checked only on the first call, so the return for a wrong header version
+    // must not skip it.
     const bool platformMatches = platformVersionsMatch();
     if (headerVersion != Zan_kInterfaceVersion) {
         Belp_SetThreadLastError(0);

@@ -1,4 +1,4 @@
-// Failure reports. The code that finds a failure reports it once and returns the result of the report.
+// Failure reports. The function that finds a failure reports it once and returns the result of the report.
 #ifndef ZAN_FRAME_REPORT_H
 #define ZAN_FRAME_REPORT_H
 

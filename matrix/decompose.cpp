@@ -26,7 +26,7 @@ Vector3 subtractScaled(const Vector3& v, double k, const Vector3& axis) {
 }
 Vector3 negated(const Vector3& v) { return {-v.x, -v.y, -v.z}; }
 // Scales a row to unit length, except one of length 0, and returns the length it had.
-double normalize(Vector3& row) {
+double normalizeRow(Vector3& row) {
     const double length = zan::length(row);
     if (length > 0) row = scaled(row, 1.0 / length);
     return length;
@@ -86,7 +86,7 @@ int32_t decompose(const Zan_Matrix4& m, Zan_Matrix4Decomp* out, unsigned char* f
     const bool affine = w != 0.0 && m.m03 / w == 0.0 && m.m13 / w == 0.0 && m.m23 / w == 0.0;
     if (!affine) {
         if (failed == nullptr)
-            return zan::report(zan::Site::TakeApartMatrix4, Zan_Err_CannotDecompose, zan::kNoContext);
+            return zan::report(zan::Site::InvertOrDecomposeMatrix4, Zan_Err_CannotDecompose, zan::kNoContext);
         *failed = 1;
         return Zan_Err_CannotDecompose;
     }
@@ -95,15 +95,15 @@ int32_t decompose(const Zan_Matrix4& m, Zan_Matrix4Decomp* out, unsigned char* f
     out->tz = m.m32 / w;
     Rotation r = {
         {m.m00 / w, m.m01 / w, m.m02 / w}, {m.m10 / w, m.m11 / w, m.m12 / w}, {m.m20 / w, m.m21 / w, m.m22 / w}};
-    out->sx = normalize(r.r0);
+    out->sx = normalizeRow(r.r0);
     out->shearXY = zan::dot(r.r1, r.r0);
     r.r1 = subtractScaled(r.r1, out->shearXY, r.r0);
-    out->sy = normalize(r.r1);
+    out->sy = normalizeRow(r.r1);
     out->shearXZ = zan::dot(r.r2, r.r0);
     r.r2 = subtractScaled(r.r2, out->shearXZ, r.r0);
     out->shearYZ = zan::dot(r.r2, r.r1);
     r.r2 = subtractScaled(r.r2, out->shearYZ, r.r1);
-    out->sz = normalize(r.r2);
+    out->sz = normalizeRow(r.r2);
     if (zan::dot(zan::cross(r.r0, r.r1), r.r2) < 0) {
         out->sx = -out->sx;
         out->sy = -out->sy;

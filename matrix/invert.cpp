@@ -107,7 +107,7 @@ int32_t Zan_InverseMatrix4Quiet(const Zan_Matrix4* in, Zan_Matrix4* out, unsigne
 
 int32_t Zan_InverseMatrix4(const Zan_Matrix4* in, Zan_Matrix4* out) {
     const int32_t code = Zan_InverseMatrix4Quiet(in, out, nullptr);
-    return code == 0 ? 0 : zan::report(zan::Site::TakeApartMatrix4, code, zan::kNoContext);
+    return code == 0 ? 0 : zan::report(zan::Site::InvertOrDecomposeMatrix4, code, zan::kNoContext);
 }
 
 int32_t Zan_CalcNormalMatrix4(const Zan_Matrix4* in, Zan_Matrix4* out) {

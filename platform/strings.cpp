@@ -59,7 +59,7 @@ const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t /*zero
 
     const auto installed = catalogue.get();
     if (installed.function == nullptr) return english;
-    char key[64];  // on the stack: reports of failed allocations need it too
+    char key[64];  // on the stack: a report of a failed allocation must not allocate
     const auto length = static_cast<size_t>(equals - keyAndText);
     if (length >= sizeof key) return english;
     std::memcpy(key, keyAndText, length);

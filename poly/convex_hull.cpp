@@ -92,7 +92,8 @@ size_t listCandidates(const auto* points, size_t count, const Extent& y, uint64_
         const double notNegative = position > 0 ? position : 0;  // 0 for NaN
         return static_cast<size_t>(static_cast<int32_t>(notNegative < last ? notNegative : last));
     };
-    // inner[i]: the x strictly between are hidden by points in the strips below and above strip i.
+    // In strip i, every x strictly between inner[i].low and inner[i].high is hidden by points in the strips below and
+    // above it.
     std::fill_n(strips.begin(), stripCount, kEmptyExtent);
     for (size_t i = 0; i < count; ++i) strips[stripOf(points[i].y)].include(points[i].x);
     Extent below = kEmptyExtent, above = kEmptyExtent;

@@ -14,7 +14,8 @@ namespace zan {
 enum class Quotient { kHOverK, kKOverH };
 
 /// Approximates whole + remainder / divisor, which is at least 1, by h / k with h <= bound; whole is below bound.
-/// @param wanted  breaks the tie between two equally good fractions: takes the one whose quotient is nearer
+/// @param wanted  decides when exactly half of the next coefficient fits: of the convergent and the semiconvergent, it
+///                takes the one that is nearer in this quotient
 constexpr void expandFraction(int64_t whole, uint32_t divisor, uint32_t remainder, int64_t bound, Quotient wanted,
                               int64_t* h, int64_t* k) {
     int64_t previousH = 1;

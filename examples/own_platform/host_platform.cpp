@@ -62,5 +62,5 @@ Bel_Handle Bel_AllocateHandle(uint32_t errorNumber, const char* name, size_t byt
 }
 void Bel_FreeHandle(Bel_Handle handle) { std::free(handle); }
 
-void* Bel_MemTrackedObject::TrackedNew(std::size_t bytes, bool /*quiet*/) { return ::operator new(bytes); }
+void* Bel_MemTrackedObject::TrackedNew(std::size_t bytes, bool /*unused*/) { return ::operator new(bytes); }
 void Bel_MemTrackedObject::TrackedDelete(void* block) { ::operator delete(block); }

@@ -78,8 +78,8 @@ extern ZAN_API const void* const Zan_G_zref;
 /// @param services  any of Zan_Service_Basic, _FastTrig, _FastCharMath, _Gaussian; other bits are ignored
 /// @param started   receives the running services, after a failure those before the failing one; may be null. Not
 ///                  written when the library is already started
-/// @return   0 when the library is started now. Otherwise an error, and the call has not started it: the platform's
-///           result when it is already started, with nothing changed; else the result of the first service that fails:
+/// @return   0 when this call has started the library. Otherwise an error: the platform's result when the library is
+///           already started, with nothing changed; else the result of the first service that fails:
 ///           Zan_Result_Failed (4) when its tables cannot be allocated, the platform's result for the Gaussian service.
 ///           The tables of the other services stay allocated then
 /// @reports  0x110014 platform code 12 when already started;
@@ -127,7 +127,7 @@ ZAN_API int32_t Zanp_ReportErr(uint16_t site, int32_t code, int16_t context);
 }  // extern "C"
 
 /// @cond
-#if UINTPTR_MAX > UINT32_MAX  // the sizes above; with 32-bit pointers, in WebAssembly, the records are smaller
+#if UINTPTR_MAX > UINT32_MAX  // sizes with 64-bit pointers; WebAssembly has 32-bit ones
 namespace zan_layout {
 static_assert(kPlainData<Zan_Globals> && sizeof(Zan_Globals) == 56 && offsetof(Zan_Globals, services) == 4 &&
               offsetof(Zan_Globals, reserved1) == 8 && offsetof(Zan_Globals, charMultiplyTable) == 16 &&

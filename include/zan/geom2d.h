@@ -237,8 +237,7 @@ ZAN_API int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* dest
 /// p > q ? p : q and the smaller is q > p ? p : q. The test for overlap takes p from a and q from b. So does the
 /// intersection, unless the destination is b: then it takes p from b and q from a.
 /// @param a, b         the rectangles
-/// @param destination  receives the intersection, or zeros when there is none; may be null, or the same record as a or
-/// b
+/// @param destination  receives the intersection, or zeros when there is none; may be null, or a or b itself
 /// @return   whether they overlap
 /// @threads  any
 ZAN_API bool Zan_SectRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination);
@@ -251,9 +250,8 @@ ZAN_API bool Zan_SectFloatRect(const Zan_FloatRect* a, const Zan_FloatRect* b, Z
 
 /// The smallest rectangle that contains a and b. An empty rectangle is ignored.
 /// @param a, b         the rectangles
-/// @param destination  receives the union; may be the same record as a or b. When both are empty it receives a copy of
-/// a,
-///                     or stays as it is when it is b
+/// @param destination  receives the union; may be the same record as a or b. When both are empty, a is copied to the
+///                     destination; but if the destination is b, it stays unchanged
 /// @return   0
 /// @threads  any
 ZAN_API int32_t Zan_UnionRect(const Zan_Rect* a, const Zan_Rect* b, Zan_Rect* destination);

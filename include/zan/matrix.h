@@ -161,7 +161,7 @@ struct Zan_Matrix3 {
     ZAN_API void TransformPointsAndDivideFast(int32_t count, Zan_Vector3T<double>* points) const;  ///< W not tested
     /// @}
 
-    /// Zan_TransformRect: the box and, unless null, its four corners and the flag.
+    /// Zan_TransformRect: stores the box and, unless null, the four transformed corners and the flag.
     ZAN_API void TransformRect(Zan_Rect* rect, Zan_Vector2T<double>* corners, unsigned char* turned) const;
     /// Zan_TransformFixRect. Throws Zan_Err_Overflow, reported, where that returns it.
     ZAN_API void TransformRect(Zan_FixedRect* rect, Zan_FixedPoint* corners, unsigned char* turned) const;
@@ -659,7 +659,8 @@ ZAN_API int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect
 /// @param out     receives the parts; all zeros on failure
 /// @param failed  null: a failure is reported. Otherwise a failure sets it to 1 and is not reported; success leaves it
 ///                unchanged
-/// @return        0; Zan_Err_CannotDecompose (0x1108) when m33 is 0 or column 3 is otherwise not 0 after the division
+/// @return        0; Zan_Err_CannotDecompose (0x1108) when m33 is 0, or m03, m13 or m23 is not 0 after the division by
+///                m33
 /// @reports       0x11002D severity 8, "unable to decompose matrix.", only when `failed` is null
 /// @threads       any
 /// @libm          asin, cos, atan2, in the angles alone
@@ -747,9 +748,10 @@ ZAN_API int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_
 /// @copydoc Zan_EqualMatrixWithinEpsilon(const Zan_Matrix3&,const Zan_Matrix3&,double)
 [[nodiscard]] ZAN_API bool Zan_EqualMatrixWithinEpsilon(const Zan_Matrix4& a, const Zan_Matrix4& b, double eps);
 
-/// The rotation that takes the z axis to the direction of view f = target - eye, the x axis to s = up x f and the y
-/// axis to u = f x s, each normalized. The result has no translation. When eye and target are the same point, it is the
-/// identity. When up is 0 or parallel to f, it is a rotation about x, by pi/2 if f.y < 0 and by -pi/2 otherwise.
+/// The rotation that takes the z axis to the direction of view f = target - eye, the x axis to s = cross(up, f) and the
+/// y axis to u = cross(f, s), each normalized. The result has no translation. When eye and target are the same point,
+/// it is the identity. When up is 0 or parallel to f, it is a rotation about x, by pi/2 if f.y < 0 and by -pi/2
+/// otherwise.
 /// @param eye, target  the eye and the point that it looks at
 /// @param up           any vector not parallel to the direction of view
 /// @return             the rotation

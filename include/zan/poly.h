@@ -176,8 +176,8 @@ private:
 /// A layer in space, transformed to eye space, clipped at the near plane, and transformed to the screen. Call
 /// SetLayerPoint for each corner, TransformPointsToEye, TransformPointsToScreen, InitPolyPoints, then any query.
 /// IsPointInside, NumPolyPoints, GetPolyPoints and GetPolyPoint read the outline as it was last built; the other
-/// members do not use it. Copies own their outline; copy construction allocates exactly the tracked memory that its
-/// points need.
+/// queries (IsVisible, GetPoint, GetEdge, GetMinimumEdgeDistance) use the corners and clip points instead. Copies own
+/// their outline; copy construction allocates exactly the tracked memory that its points need.
 class ZAN_API Zan_TransformPoly3D {
 public:
     /// Makes a layer with no corner behind, no outline, and uninitialised corners and clip points.
@@ -192,13 +192,13 @@ public:
     /// @param i  0 to 3
     /// @param p  the corner in layer coordinates
     void SetLayerPoint(int32_t i, const Zan_Vector2T<double>& p);
-    /// Transforms the corners as Zan_Transform3DFloatPoints does. A degenerate matrix instead marks no corner as behind
-    /// and does nothing else. The outline stays.
+    /// Transforms the corners as Zan_Transform3DFloatPoints does. With a degenerate matrix it only marks every
+    /// corner as in front. The outline stays.
     /// @param layerToEye  the transform to eye space, in which the eye looks along +z
     void TransformPointsToEye(const Zan_Matrix4& layerToEye);
     /// Clips the four edges with ClipEdgeToScreen, then transforms corners and clip points as
-    /// Zan_Transform3DFloatPoints does, and empties the outline. A degenerate matrix instead marks no corner as behind
-    /// and does nothing else.
+    /// Zan_Transform3DFloatPoints does, and empties the outline. With a degenerate matrix it only marks every
+    /// corner as in front.
     /// @param eyeToScreen  the projection; the corners must be in eye space
     void TransformPointsToScreen(const Zan_Matrix4& eyeToScreen);
     /// Clips an edge at the near plane z = 0.1, as Zan_Clip3DLine does: stores which of its corners are behind, and its
@@ -290,7 +290,7 @@ ZAN_API void Zan_PolyPolyClip2D(const std::vector<Zan_Vector4T<double>>* clipPol
 /// (Andrew, 1979), and its vertices are mapped back to coordinates; each is within half a step of an input point.
 /// Points on an edge of the hull and repeated points are omitted: points on a line give its two ends, one repeated
 /// point gives that point.
-/// @param first, last  the points. A NaN coordinate is ignored for the bounds and snaps to the lower one. Where the
+/// @param first, last  the points. A NaN coordinate is ignored for the bounds and snaps to the lower bound. Where the
 ///                     extent is not finite, the coordinates of the result are NaN
 /// @param hull         a vector of the same point type, which must not share memory with the points; receives the
 ///                     vertices, with z and w 0. Three points or fewer are copied unchanged

@@ -12,7 +12,8 @@ inline constexpr uint8_t Zan_RatioAllowApproximation = 2;  ///< on entry: the re
 inline constexpr uint8_t Zan_RatioExact = 0;               ///< outcome: the result is exact
 inline constexpr uint8_t Zan_RatioFailed = 1;              ///< outcome: no result; the destination is {0, 0}
 inline constexpr uint8_t Zan_RatioApproximated = 2;        ///< outcome: the result is an approximation
-inline constexpr uint8_t Zan_RatioDivisorHalved = 2;       ///< set in the outcome of a division that halved its divisor
+/// The same bit as Zan_RatioApproximated. A division that halved its divisor sets it, also when it failed (outcome 3).
+inline constexpr uint8_t Zan_RatioDivisorHalved = 2;
 /// A status pointer that allows both without a status byte; never dereferenced.
 inline uint8_t* const Zan_kRatioApproximate =
     reinterpret_cast<uint8_t*>(UINTPTR_MAX);  // NOLINT(performance-no-int-to-ptr)
@@ -139,13 +140,14 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// Product of two 8.24 numbers, computed in double precision, halves rounded away from zero.
 /// @param a, b   8.24, every value
 /// @return   8.24; 0x80000000 when the product does not fit
-/// @reports  0x110008 "overflow in fix24 multiply." for a product >= 128 or <= -129. Nothing for a product that does
-///           not fit between -129 and -128, or within 2^-25 below 128
+/// @reports  0x110008 "overflow in fix24 multiply." for a product >= 128 or <= -129. A product between -129 and -128,
+/// or
+///           less than 2^-25 below 128, does not fit either, but is not reported
 /// @threads  any
 [[nodiscard]] ZAN_API Zan_Fix24 Zan_Fix24Mul(Zan_Fix24 a, Zan_Fix24 b);
 
-/// Quotient of two integers of the same scale as an 8.24 number, computed in double precision, halves rounded away from
-/// zero.
+/// The quotient, as an 8.24 number, of two integers that have the same scale. Computed in double precision, halves
+/// rounded away from zero.
 /// @param numerator, denominator  every value
 /// @return   8.24; 0x80000000 when the quotient does not fit or the denominator is 0
 /// @reports  0x110009 "divide by zero in fix24 divide."; 0x110009 "overflow in fix24 divide." for a quotient >= 128 or
@@ -169,7 +171,8 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// | Zan_kRatioApproximate | yes | yes | reports and returns a code |
 /// | a byte | if it has Zan_RatioAllowApproximation | if it has Zan_RatioAllowHalving | returns 0 |
 ///
-/// The byte receives Zan_RatioExact, Zan_RatioFailed or Zan_RatioApproximated. A zero denominator is reported and its
+/// The byte receives Zan_RatioExact, Zan_RatioFailed or Zan_RatioApproximated; a division that halved its divisor also
+/// sets Zan_RatioDivisorHalved. A zero denominator is reported and its
 /// code returned whatever the status pointer is, and the byte is set to 0.
 ///
 /// A numerator of -2^31 has the magnitude 2^31: unless it can be reduced, no product with it fits, and it cannot be
@@ -270,9 +273,8 @@ ZAN_API int32_t Zan_FpLong2Ratio(double value, Zan_Ratio* destination, bool* ove
 /// @param status       as in Zan_AddRatio; a byte also gets Zan_RatioDivisorHalved when the divisor was halved
 /// @return   as Zan_AddRatio
 /// @reports  0x110011 "zero denominator in ratio multiply.", also for b = 0; 0x110011 "overflow in ratio multiply.",
-///           only without a status byte; 0x110011 "overflow in ratio divide.", only with a null status pointer, when b
-///           would
-///           have to be halved
+///           only without a status byte; 0x110011 "overflow in ratio divide.", only with a null status pointer, when
+///           b would have to be halved
 /// @threads  any
 [[nodiscard]] ZAN_API int32_t Zan_DivRatio(const Zan_Ratio* a, const Zan_Ratio* b, Zan_Ratio* destination,
                                            uint8_t* status);

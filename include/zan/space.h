@@ -79,9 +79,9 @@ ZAN_API int32_t Zan_Clip3DLine(const Zan_Vector3T<double>* a, const Zan_Vector3T
 /// 1e12 or more, or NaN, it is the distance from p to a.
 /// @param p              the point
 /// @param a, b           the ends of the segment
-/// @param withinSegment  receives whether p is beside the segment: (p - a) . (b - a) >= 0 and |p - a| <= |b - a|. By
-///                       this rule, a point beside the segment close to b can count as beyond it. False when the
-///                       distance is the one to a because of the segment's length. May be null
+/// @param withinSegment  receives whether p counts as beside the segment: (p - a) . (b - a) >= 0 and |p - a| <=
+///                       |b - a|. A point whose projection is on the segment, but close to b, can fail this test.
+///                       False when the distance is the one to a because of the segment's length. May be null
 /// @param distance       receives the distance
 /// @return   0
 /// @threads  any
@@ -92,7 +92,8 @@ ZAN_API int32_t Zan_PerpDistTo2DLine(const Zan_Vector2T<double>* p, const Zan_Ve
 /// the rectangle overlap in a positive area; so a horizontal or vertical segment is visible only with both ends inside.
 /// @param rect     the rectangle; a point with left <= x <= right and top <= y <= bottom is inside
 /// @param a, b     the ends. Those outside are moved to the rectangle's sides. Both are unchanged when the bounding box
-///                 does not overlap; a segment that passes a corner of the rectangle is left partly clipped
+///                 does not overlap; a segment whose bounding box overlaps, but that runs past a corner outside the
+///                 rectangle, is left partly clipped
 /// @param visible  receives whether part of the segment is inside
 /// @return   0
 /// @threads  any
@@ -172,7 +173,7 @@ ZAN_API int32_t Zan_Correct3DDecompFor2D(Zan_Matrix4Decomp* decomposition);
 /// @param point    the point, replaced by its image
 /// @return   0
 /// @threads  any
-/// @libm     passes through sin and cos
+/// @libm     sin, cos
 ZAN_API int32_t Zan_TransformPtF(Zan_Vector2T<float>* centre, double degrees, Zan_Vector2T<float>* point);
 
 /// @}

@@ -77,17 +77,17 @@ int32_t checkedDivide(const void* matrix, int32_t count, void* array) {
     return count;
 }
 
-// Stops where a coordinate does not fit. Coordinates are in steps of 1 / one; the matrix is in whole units, so that
-// only its translation is scaled to steps. A point's h is stored before its v is tested: a v that does not fit leaves
-// the new h behind.
-template <class Point, class Coordinate, int32_t one>
+// Stops where a coordinate does not fit. Coordinates are in steps of 1 / stepsPerUnit; the matrix is in whole units, so
+// that only its translation is scaled to steps. A point's h is stored before its v is tested: a v that does not fit
+// leaves the new h behind.
+template <class Point, class Coordinate, int32_t stepsPerUnit>
 int32_t roundPoints(const void* matrix, int32_t count, void* array) {
     constexpr double low = std::numeric_limits<Coordinate>::min();
     constexpr double high = std::numeric_limits<Coordinate>::max();
     auto m = copyOf<Zan_Matrix3>(matrix);
-    if constexpr (one != 1) {
-        m.m20 *= one;
-        m.m21 *= one;
+    if constexpr (stepsPerUnit != 1) {
+        m.m20 *= stepsPerUnit;
+        m.m21 *= stepsPerUnit;
     }
     auto* points = static_cast<Point*>(array);
     for (int32_t i = 0; i < count; ++i) {

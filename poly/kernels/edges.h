@@ -12,7 +12,8 @@ namespace zan {
 struct HitQuery {
     double x, y;
     double margin;      ///< an edge farther from the point than this is not within the tolerance; 0 without tolerance
-    double yTolerance;  ///< (|y| + 1) * 2^-39: a height above the point of more than this is not nearly equal to 0
+    double yTolerance;  ///< (|y| + 1) * 2^-39: an edge whose y at the point's x differs from the point's y
+                        ///< by more than this is not nearly on the point
 };
 
 /// A set of up to 64 edges, bit i for edge i.
