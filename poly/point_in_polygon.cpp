@@ -42,8 +42,8 @@ bool allRepeatFirst(const Zan_Vector2T<T>* vertices, int32_t count) {
 }
 
 // HitQuery::margin: an edge farther away than this fails isNear. The squares that isNear compares have relative errors
-// of a few 2^-53, which 1e-10 covers. The distance to an edge counts only for a point beside it, in an edge of at most
-// 1e12, so its absolute error is a few times 1e12 * 2^-53 = 1.1e-4, which 0.01 covers.
+// of a few 2^-53, which 1e-10 covers. The distance to an edge counts only for a point beside an edge of length at
+// most 1e12, so its absolute error is a few times 1e12 * 2^-53 = 1.1e-4, which 0.01 covers.
 double farMargin(double tolerance, double toleranceSquared) {
     if (!(toleranceSquared < 1e300)) return std::numeric_limits<double>::infinity();
     return std::fabs(tolerance) * (1 + 1e-10) + 0.01;

@@ -28,8 +28,8 @@ bool isInside(const Zan_FloatRect& rect, const Vector2& p) {
     return rect.left <= p.x && p.x <= rect.right && rect.top <= p.y && p.y <= rect.bottom;
 }
 
-// Moves an end along its segment until its coordinate on one axis is that of a side. u is the coordinate on the axis
-// across the side, v the one on the other axis. False when the segment runs parallel to the side.
+// Moves an end along its segment until its coordinate on one axis is that of a side. u is the coordinate
+// perpendicular to the side, v the one along it. False when the segment runs parallel to the side.
 bool moveToSide(double side, double& u, double& v, double otherU, double otherV) {
     const double delta = u - otherU;
     if (delta == 0) return false;
@@ -38,7 +38,7 @@ bool moveToSide(double side, double& u, double& v, double otherU, double otherV)
     return true;
 }
 
-// Moves an end that is outside to the left or right side that it is beyond, then to the top or bottom side.
+// If the end lies beyond the left or right side, moves it to that side; then the same for top and bottom.
 bool clipEnd(const Zan_FloatRect& rect, Vector2& end, const Vector2& other) {
     if (end.x < rect.left) {
         if (!moveToSide(rect.left, end.x, end.y, other.x, other.y)) return false;

@@ -228,7 +228,7 @@ private:
 
 namespace {
 
-/// Stops one byte after the limit on pages: the parser then says what is wrong.
+/// Stops at the first piece that exceeds the limit on the size of a page; the parser then reports the excess.
 std::string readText(std::istream& file, Progress& progress) {
     std::string text;
     std::string piece(size_t{1} << 16, '\0');

@@ -243,7 +243,7 @@ Output& Files::open(const fs::path& path) {
         }
     }
     const bool replaceable = !exists || S_ISREG(status.st_mode);
-    // The link /dev/stderr may lead to a pipe, which has no name to follow it to.
+    // /dev/stderr may be a link to a pipe. A pipe has no path, so the link cannot be followed.
     const fs::path target = replaceable ? followLinks(path) : path;
     if (exists && ::access(target.c_str(), W_OK) != 0) cannotWrite(path, errno);
     const bool first = !replaceable || (targets_.insert(target).second && (!exists || targetIds_.insert(id).second));

@@ -46,8 +46,8 @@ private:
     std::string buffer_;
 };
 
-/// The outputs of a run. Until the commit every target is as it was; without one, or after a failed one, neither a new
-/// file nor a new folder stays.
+/// The outputs of a run. Until the commit every target is as it was. Without a commit, or after a failed one, no new
+/// file or folder stays.
 class Files {
 public:
     Files();
@@ -76,7 +76,7 @@ public:
     /// Writes streams and devices, then moves the files into place. When a move fails, those before it are undone.
     /// @throws Stop
     void commit(Progress& progress);
-    /// Without streams and devices.
+    /// The number of outputs that are files, without streams and devices.
     [[nodiscard]] size_t count() const;
 
     /// From now on a signal that ends the program first removes the temporary files and the new folders of the Files

@@ -208,7 +208,7 @@ private:
         return memory;
     }
 
-    /// Null when none is.
+    /// The message for the limit that is exceeded; null when no limit is.
     const char* exceededLimit(size_t bytes) noexcept {
         if (bytes > kMaxParserBytes || arena_.bytes() > kMaxParserBytes) return "its tree needs more than 1 GiB";
         const double seconds = kMaxParserSeconds + kMaxParserSecondsPerByte * static_cast<double>(text_.size());

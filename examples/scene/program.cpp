@@ -1,8 +1,8 @@
 // A run, from the command line to the files.
 #include "program.h"
 
-#include "answer.h"
 #include "files.h"
+#include "json.h"
 #include "messages.h"
 #include "options.h"
 #include "picture.h"

@@ -22,7 +22,7 @@ inline constexpr double kEdgeOnTolerance = 1e-3;
 /// Layers whose depths differ by less than this fraction are in one plane; the last of them in the deck is in front.
 inline constexpr double kSameDepth = 1e-9;
 
-/// An outline whose area divided by its length is smaller, in pixels, has no share on screen.
+/// An outline whose area divided by the longer side of its bounds is smaller, in pixels, has no share on screen.
 inline constexpr double kMinMeanWidth = 1e-6;
 
 struct HitPoint {

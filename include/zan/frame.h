@@ -117,7 +117,8 @@ ZAN_API int32_t Zan_Death();
 /// @param site     the place that reports; the error number is 0x110000 | site
 /// @param code     Zan_Err_Overflow to Zan_Err_NoPlaneIntersection (0x1102 to 0x110A) select their message, other codes
 ///                 "unknown error (%d)."; 0 does nothing at all
-/// @param context  index of the text that replaces the "%s" of messages 1, 2, 3, 7 and 10; ignored for other messages
+/// @param context  index of the text that replaces the "%s" in the messages of Zan_Err_Overflow, _Underflow,
+///                 _DivideByZero, _UnrequestedService and _ZeroDenominator; ignored for other codes
 /// @return   code
 /// @reports  0x110000 | site, the message, severity 4 for Zan_Err_Underflow and 8 for all other codes, after setting
 ///           the thread's last error to 0

@@ -1,6 +1,6 @@
 // The answers as JSON. The brackets are written by hand, since nlohmann-json cannot write a document in parts; it
 // escapes the strings.
-#include "answer.h"
+#include "json.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,6 @@
 // The answers as JSON.
-#ifndef ZAN_SCENE_ANSWER_H
-#define ZAN_SCENE_ANSWER_H
+#ifndef ZAN_SCENE_JSON_H
+#define ZAN_SCENE_JSON_H
 
 #include "files.h"
 #include "project.h"
@@ -29,4 +29,4 @@ private:
 
 }  // namespace scene
 
-#endif  // ZAN_SCENE_ANSWER_H
+#endif  // ZAN_SCENE_JSON_H
