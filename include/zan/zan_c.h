@@ -238,7 +238,7 @@ enum {
     Zan_RatioExact = 0,  ///< outcome: the result is exact
     Zan_RatioFailed = 1,  ///< outcome: no result; the destination is {0, 0}
     Zan_RatioApproximated = 2,  ///< outcome: the result is an approximation
-    Zan_RatioDivisorHalved = 2,  ///< set in the outcome of a division that halved its divisor
+    Zan_RatioDivisorHalved = 2,  ///< The same bit as Zan_RatioApproximated.
 };
 
 /// A status pointer that allows both without a status byte; never dereferenced.
@@ -308,8 +308,7 @@ ZAN_NODISCARD ZAN_API Zan_Fixed Zan_FixDiv(Zan_Fixed a, Zan_Fixed b);
 /// Product of two 8.24 numbers, computed in double precision, halves rounded away from zero.
 ZAN_NODISCARD ZAN_API Zan_Fix24 Zan_Fix24Mul(Zan_Fix24 a, Zan_Fix24 b);
 
-/// Quotient of two integers of the same scale as an 8.24 number, computed in double precision, halves rounded away from
-/// zero.
+/// The quotient, as an 8.24 number, of two integers that have the same scale.
 ZAN_NODISCARD ZAN_API Zan_Fix24 Zan_Fix24Ratio(int32_t numerator, int32_t denominator);
 
 /// Reduces a ratio to lowest terms.
