@@ -1,5 +1,5 @@
-// Draws the figures of the conventions page. The library computes every coordinate and every result that they show.
-// zan-figures FOLDER
+// Draws the figures of the conventions page and of the guide. The library computes every coordinate and every result
+// that they show. zan-figures FOLDER
 #include <zan/zan.h>
 
 #include <array>
@@ -9,6 +9,7 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -18,6 +19,8 @@ constexpr const char* kInk = "#24323f";
 constexpr const char* kQuiet = "#9aa7b2";
 constexpr const char* kFirst = "#2f6fb0";
 constexpr const char* kSecond = "#c8501e";
+
+constexpr double kRadiansPerDegree = 0.017453292519943295;
 
 // An SVG picture in pixels; y points down.
 class Picture {
@@ -51,6 +54,15 @@ public:
         out_ << "\" fill=\"" << fill << "\" fill-opacity=\"0.18\" stroke=\"" << stroke << "\" stroke-width=\"1.5\" "
              << extra << "/>\n";
     }
+    // What is drawn until endClip is cut off outside of a box.
+    void beginClip(Point topLeft, Point bottomRight) {
+        ++clips_;
+        out_ << "<clipPath id=\"window" << clips_ << "\"><rect x=\"" << number(topLeft.x) << "\" y=\""
+             << number(topLeft.y) << "\" width=\"" << number(bottomRight.x - topLeft.x) << "\" height=\""
+             << number(bottomRight.y - topLeft.y) << "\"/></clipPath>\n<g clip-path=\"url(#window" << clips_
+             << ")\">\n";
+    }
+    void endClip() { out_ << "</g>\n"; }
     void dot(Point p, bool filled) {
         out_ << "<circle cx=\"" << number(p.x) << "\" cy=\"" << number(p.y) << "\" r=\"4\" stroke=\"" << kFirst
              << "\" fill=\"" << (filled ? kFirst : "#ffffff") << "\"/>\n";
@@ -73,6 +85,7 @@ private:
         return text.data() == std::string("-0.00") ? "0.00" : text.data();
     }
     std::ostringstream out_;
+    int clips_ = 0;
 };
 
 void axes(Picture& picture, Point origin) {
@@ -201,6 +214,117 @@ bool drawBoundary(const std::string& folder) {
     return picture.write(folder + "/boundary.svg");
 }
 
+// The outline of a layer, posed as in the guide's first recipe.
+std::vector<Point> posedLayer(double degrees, double distance) {
+    Zan_TransformPoly3D layer;
+    const std::array<Point, 4> corners = box(-100, -50, 100, 50);
+    for (int32_t i = 0; i < 4; ++i) layer.SetLayerPoint(i, corners[static_cast<size_t>(i)]);
+    Zan_Matrix4 toEye(true);
+    toEye.RotateXYZ(0.0, degrees * kRadiansPerDegree, 0.0);
+    toEye.Translate(0.0, 0.0, distance);
+    Zan_Matrix4 toScreen(true);
+    toScreen.Project(1000.0);
+    toScreen.Translate(640.0, 400.0, 0.0);
+    layer.TransformPointsToEye(toEye);
+    layer.TransformPointsToScreen(toScreen);
+    layer.InitPolyPoints();
+    return {layer.GetPolyPoints(), layer.GetPolyPoints() + layer.NumPolyPoints()};
+}
+
+bool drawLayer(const std::string& folder) {
+    Picture picture(690, 180);
+    struct Frame {
+        double degrees, distance;
+        const char* words;
+    };
+    double left = 10;
+    for (const Frame& frame : {Frame{0, 500, "facing the eye"}, Frame{60, 500, "rotated by 60 degrees"},
+                               Frame{80, 60, "partly behind the eye"}}) {
+        Zan_Matrix3 toPicture(true);
+        toPicture.Scale(0.165, 0.165);
+        toPicture.Translate(left, 10);
+        std::vector<Point> outline = posedLayer(frame.degrees, frame.distance);
+        toPicture.TransformPoints(static_cast<int32_t>(outline.size()), outline.data());
+        const std::array<Point, 4> window = transformed(box(0, 0, 1280, 800), toPicture);
+        picture.beginClip(window[0], window[2]);
+        picture.polygon(outline, kFirst, kFirst);
+        picture.endClip();
+        picture.polygon(window, "none", kQuiet);
+        Point mouse(700, 420);
+        toPicture.TransformPoint(&mouse);
+        picture.dot(mouse, true);
+        picture.text({left, 165}, frame.words);
+        left += 228;
+    }
+    return picture.write(folder + "/guide_layer.svg");
+}
+
+bool drawCamera(const std::string& folder) {
+    Picture picture(460, 180);
+    using Vector = Zan_Vector3T<double>;
+    double left = 10;
+    for (const double down : {-1.0, 1.0}) {
+        Zan_Matrix4 toEye = Zan_LookAtMatrix({0, 10, 100}, {0, 10, 0}, {0, down, 0});
+        toEye.Transpose();
+        Zan_Matrix4 view(true);
+        view.Translate(0, -10, -100);
+        view *= toEye;
+        Zan_Matrix4 projection(true);
+        projection.Project(140);
+        Zan_Matrix3 toPicture(true);
+        toPicture.Translate(left + 105, 76);
+        const auto seen = [&](Vector p) {
+            if (!Zan_TransformPoint3DtoScreen(view, projection, toPicture, &p)) return Point(0, 0);
+            return Point(p.x, p.y);
+        };
+        picture.polygon(
+            std::array<Point, 4>{seen({-40, 0, -20}), seen({40, 0, -20}), seen({50, 0, 20}), seen({-50, 0, 20})},
+            kQuiet, kQuiet);
+        picture.polygon(std::array<Point, 4>{seen({-4, 0, 0}), seen({4, 0, 0}), seen({4, 30, 0}), seen({-4, 30, 0})},
+                        kFirst, kFirst);
+        picture.polygon(std::array<Point, 3>{seen({17, 0, 0}), seen({23, 0, 0}), seen({20, 9, 0})}, kSecond, kSecond);
+        picture.polygon(box(left, 10, left + 211, 142), "none", kQuiet);
+        picture.text({left, 165}, down < 0 ? "(0, -1, 0): upright" : "(0, 1, 0): on its head");
+        left += 228;
+    }
+    return picture.write(folder + "/guide_camera.svg");
+}
+
+bool drawPoses(const std::string& folder) {
+    Picture picture(640, 170);
+    const auto poseOf = [](double angle, Zan_Quat* rotation) {
+        Zan_Matrix4 m(true);
+        m.RotateXYZ(0, 0, angle);
+        Zan_Matrix4ToQuat(&m, rotation);
+    };
+    Zan_Quat from;
+    Zan_Quat to;
+    poseOf(-1.0, &from);
+    poseOf(1.5, &to);
+    for (int step = 0; step <= 6; ++step) {
+        const double t = step / 6.0;
+        Zan_Quat rotation;
+        Zan_Slerp(&from, &to, t, &rotation);
+        Zan_Matrix4 turned;
+        Zan_QuatToMatrix4(&rotation, &turned);
+        Zan_Matrix4 m(true);
+        m.Scale(1 + 2 * t, 1 + 2 * t, 1);
+        m *= turned;
+        m.Translate(60 + 500 * t, 85, 0);
+        std::array<Point, 4> square = box(-18, -18, 18, 18);
+        std::array<Point, 2> axis = {Point(0, 0), Point(18, 0)};
+        for (Point* p : {&square[0], &square[1], &square[2], &square[3], &axis[0], &axis[1]}) {
+            Zan_Vector3T<double> q(p->x, p->y, 0);
+            m.TransformPoint(&q);
+            *p = {q.x, q.y};
+        }
+        const char* colour = step % 6 == 0 ? kSecond : kFirst;
+        picture.polygon(square, colour, colour);
+        picture.arrow(axis[0], axis[1], colour);
+    }
+    return picture.write(folder + "/guide_poses.svg");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -209,7 +333,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string folder = argv[1];
-    for (bool (*const draw)(const std::string&) : {drawOrder, drawRotation, drawNearPlane, drawBoundary}) {
+    for (bool (*const draw)(const std::string&) :
+         {drawOrder, drawRotation, drawNearPlane, drawBoundary, drawLayer, drawCamera, drawPoses}) {
         if (!draw(folder)) {
             std::fprintf(stderr, "zan-figures: cannot draw into %s\n", folder.c_str());
             return 1;

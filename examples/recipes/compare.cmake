@@ -1,8 +1,16 @@
-# Runs a recipe and compares what it prints with the text file beside it.
-# cmake -DPROGRAM=... -DKEPT=... -DPRINTED=... -P compare.cmake
-execute_process(COMMAND "${PROGRAM}" OUTPUT_FILE "${PRINTED}" COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND "${CMAKE_COMMAND}" -E compare_files --ignore-eol "${PRINTED}" "${KEPT}" RESULT_VARIABLE differs)
-if(differs)
-  file(READ "${PRINTED}" printed)
-  message(FATAL_ERROR "the recipe printed what ${KEPT} does not hold (kept in ${PRINTED}):\n${printed}")
+# Runs a recipe and compares what it prints, and the picture that it draws, with the files kept.
+# cmake -DPROGRAM=... [-DARGUMENTS=...] -DKEPT=... -DPRINTED=... [-DPICTURE=...] -P compare.cmake
+if(PICTURE)
+  set(drawn "${PRINTED}.svg")
+endif()
+execute_process(COMMAND "${PROGRAM}" ${ARGUMENTS} ${drawn} OUTPUT_FILE "${PRINTED}" COMMAND_ERROR_IS_FATAL ANY)
+function(compare made kept)
+  execute_process(COMMAND "${CMAKE_COMMAND}" -E compare_files --ignore-eol "${made}" "${kept}" RESULT_VARIABLE differs)
+  if(differs)
+    message(FATAL_ERROR "${made} differs from ${kept}")
+  endif()
+endfunction()
+compare("${PRINTED}" "${KEPT}")
+if(PICTURE)
+  compare("${drawn}" "${PICTURE}")
 endif()

@@ -1,10 +1,12 @@
 // Picking: which of 200 layers are under the mouse, front to back, and the selection's outline and bounds.
+// picking [PICTURE.svg]: also draws the layers.
 #include <zan/zan.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -115,9 +117,27 @@ void showSelection(const Layer& layer) {
 }
 //! [selection]
 
+bool draw(const std::vector<Layer>& layers, const std::vector<Hit>& hits, Point mouse, const char* path) {
+    std::ofstream file(path, std::ios::binary);
+    file << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"640\" height=\"400\" viewBox=\"0 0 1280 800\">\n"
+         << "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
+    for (const Layer& layer : layers) {
+        const bool hit = std::any_of(hits.begin(), hits.end(), [&layer](const Hit& h) { return h.layer == &layer; });
+        file << "<polygon points=\"";
+        for (int32_t i = 0; i < layer.outline.NumPolyPoints(); ++i) {
+            const Point& p = layer.outline.GetPolyPoints()[i];
+            file << std::lround(p.x) << ',' << std::lround(p.y) << ' ';
+        }
+        file << (hit ? "\" fill=\"#c8501e\" fill-opacity=\"0.25\" stroke=\"#c8501e\" stroke-width=\"3\"/>\n"
+                     : "\" fill=\"none\" stroke=\"#9aa7b2\"/>\n");
+    }
+    file << "<circle cx=\"" << mouse.x << "\" cy=\"" << mouse.y << "\" r=\"7\" fill=\"#24323f\"/>\n</svg>\n";
+    return static_cast<bool>(file.flush());
+}
+
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
     const std::vector<Layer> layers = makeScene();
     const Point mouse(632.0, 380.0);
     for (const double tolerance : {0.0, 5.0}) {
@@ -130,4 +150,5 @@ int main() {
     showSelection(*front.layer);
     std::printf("  nearest edge of it: %.1f pixels from the mouse\n",
                 front.layer->outline.GetMinimumEdgeDistance(&mouse));
+    if (argc > 1 && !draw(layers, hitsAt(layers, mouse, 0.0), mouse, argv[1])) return 1;
 }

@@ -36,7 +36,7 @@ endmacro()
 
 set(c_host_prints "4 outline points, the mouse is on the layer\n")
 set(consumer_prints "kind 1\nreport 0x110014: the library has already been started.\nresult 12\n")
-set(own_platform_prints "host received report 0x110014, severity 8: host's text for platform error 12\n")
+file(READ "${source}/examples/own_platform/printed.txt" own_platform_prints)
 
 if(CASE STREQUAL "install")
   # The other cases use the moved installation.
@@ -47,6 +47,14 @@ if(CASE STREQUAL "install")
 elseif(CASE STREQUAL "find_package")
   build_project("${source}/tests/consumer" "-DCMAKE_PREFIX_PATH=${prefix}")
   run_program("${directory}/consumer" "${consumer_prints}")
+
+elseif(CASE STREQUAL "first_program")
+  set(recipes "${source}/examples/recipes")
+  file(REMOVE_RECURSE "${directory}.from")
+  file(COPY "${recipes}/first_program/CMakeLists.txt" "${recipes}/layer.cpp" DESTINATION "${directory}.from")
+  build_project("${directory}.from" "-DCMAKE_PREFIX_PATH=${prefix}")
+  file(READ "${recipes}/layer.txt" expected)
+  run_program("${directory}/layer" "${expected}")
 
 elseif(CASE STREQUAL "other_versions")
   foreach(version IN ITEMS 17 19 18.999)
