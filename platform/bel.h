@@ -90,7 +90,7 @@ ZAN_PLATFORM_API void Bel_FreeHandle(Bel_Handle handle);
 
 }  // extern "C"
 
-/// Reports a caught exception (error number 0, severity 8, its what()) and returns its Bel_Error.
+/// Reports a caught exception (error number 0, severity 8, its what()) and returns its Bel_Error. Zan does not call it.
 ZAN_PLATFORM_API int32_t Bel_TranslateAndReportException(const std::exception& exception);
 
 /// Memory that the host tracks.

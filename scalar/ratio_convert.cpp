@@ -37,7 +37,8 @@ std::optional<Zan_Ratio> zan::ratioFromDouble(double value) {
 
 namespace {
 
-// The numerator of num / oldDen over newDen, computed in double precision and rounded; none if it does not fit.
+// The numerator of num / oldDen when it is written with the denominator newDen, computed in double precision and
+// rounded; none if it does not fit.
 std::optional<int32_t> changeDenominator(int32_t num, uint32_t oldDen, uint32_t newDen) {
     const double x = static_cast<double>(newDen) / static_cast<double>(oldDen) * static_cast<double>(num);
     if (x > 2147483647.0 || x < -2147483648.0) return std::nullopt;

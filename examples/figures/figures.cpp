@@ -145,7 +145,7 @@ bool drawRotation(const std::string& folder) {
     m.TransformPoint(&tip);
     picture.arrow(origin, tip, kSecond);
     picture.text({tip.x + 8, tip.y + 4}, "the +x axis after Rotate(30)", kSecond);
-    picture.text({190, 190}, "positive turns +x towards +y");
+    picture.text({190, 190}, "a positive angle turns +x towards +y");
     return picture.write(folder + "/turn.svg");
 }
 

@@ -1,4 +1,4 @@
-// A camera: eye, target and up become a view matrix, and a scene is projected to a window.
+// A camera: eye, target and the direction of down become a view matrix, and a scene is projected to a window.
 #include <zan/zan.h>
 
 #include <cmath>

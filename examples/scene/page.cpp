@@ -237,7 +237,8 @@ private:
             }
             const GumboVector* children = childrenOf(*at.node);
             if (children == nullptr) continue;
-            // Only a few: comments may stand behind the element, and there may be any number of them.
+            // Looks at the last four children: comments may follow the element. Not at all of them, since there may be
+            // any number of comments.
             const unsigned last = children->length;
             for (unsigned i = last; i-- > 0 && last - i <= 4;) {
                 const auto* child = static_cast<const GumboNode*>(children->data[i]);

@@ -281,8 +281,8 @@ ZAN_API int32_t Zan_UnionFixedRect(const Zan_FixedRect* a, const Zan_FixedRect* 
 /// 1.5708 for pi/2 and truncates the result, so that a point exactly to the left of the centre gives 269.
 /// @param rect   the rectangle
 /// @param point  the point
-/// @param angle  receives 0 to 360: 360 for a point exactly above the centre, 0 for one less than a degree clockwise of
-///               that, 90 for the centre itself
+/// @param angle  receives 0 to 360: 360 for a point exactly above the centre, 0 for a point that lies clockwise of that
+///               by less than a degree, 90 for the centre itself
 /// @return   0
 /// @threads  any
 /// @libm     atan2

@@ -167,7 +167,8 @@ ZAN_API int32_t Zan_Correct3DDecompFor2D(Zan_Matrix4Decomp* decomposition);
 }  // extern "C"
 
 /// Rotates a point about a centre. The difference of the two is calculated in single precision, rotated in double
-/// precision with the sine and cosine of degrees - 90, and rounded to single precision before the centre is added.
+/// precision (by an exact quarter turn, then with the sine and cosine of degrees - 90), and rounded to single precision
+/// before the centre is added.
 /// @param centre   the centre; not changed
 /// @param degrees  the angle, counterclockwise with y upward (clockwise on a screen)
 /// @param point    the point, replaced by its image

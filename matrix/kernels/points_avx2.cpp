@@ -189,10 +189,11 @@ Lanes lastOf(Lanes q0, Lanes q1, Lanes q2, Lanes q3) {
     return _mm256_permute2f128_pd(_mm256_unpackhi_pd(q0, q1), _mm256_unpackhi_pd(q2, q3), 0x31);
 }
 
-// What a block does when one of its w is near zero: a checked loop stops there. The other loops leave the block to the
-// plain loop, since dividing all lanes would raise flags for points that are not divided.
+// What a block does when one of its w is near zero. In a checked loop it returns false, so that the plain loop
+// continues from this block and stops at the point. In the others the plain loop transforms this block alone, since
+// dividing all lanes would raise flags for points that are not divided.
 template <zan::PointTransform transform, bool checked>
-bool leaveToPlain(const void* matrix, double* block) {
+bool handleNearZero(const void* matrix, double* block) {
     if (!checked) zan::transformRest(transform, matrix, 0, 4, block);
     return !checked;
 }
@@ -205,7 +206,7 @@ int32_t spaceDivideXYZ(const void* matrix, int32_t count, void* points) {
         const Lanes q0 = productOfXYZ(p, m), q1 = productOfXYZ(p + 3, m), q2 = productOfXYZ(p + 6, m),
                     q3 = productOfXYZ(p + 9, m);
         const Lanes w = lastOf(q0, q1, q2, q3);
-        if (bitsOf(nearZero(w)) != 0) return leaveToPlain<transform, checked>(matrix, p);
+        if (bitsOf(nearZero(w)) != 0) return handleNearZero<transform, checked>(matrix, p);
         const Lanes r = reciprocal(w);
         // Each store writes four components; the next point's store overwrites the fourth.
         _mm256_storeu_pd(p, times(q0, _mm256_permute4x64_pd(r, 0x00)));
@@ -233,7 +234,7 @@ int32_t spaceDivide(const void* matrix, int32_t count, void* points) {
         const Lanes q0 = productOf(p, m), q1 = productOf(p + 4, m), q2 = productOf(p + 8, m), q3 = productOf(p + 12, m);
         const Lanes w = lastOf(q0, q1, q2, q3);
         if (transform != &zan::PointKernel::spaceDivide && bitsOf(nearZero(w)) != 0) {
-            return leaveToPlain<transform, transform == &zan::PointKernel::spaceCheckedDivide>(matrix, p);
+            return handleNearZero<transform, transform == &zan::PointKernel::spaceCheckedDivide>(matrix, p);
         }
         const Lanes r = reciprocal(w);
         const auto divided = [](Lanes q, Lanes factor) { return _mm256_blend_pd(times(q, factor), all(1.0), 0x8); };

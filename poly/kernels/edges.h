@@ -12,8 +12,8 @@ namespace zan {
 struct HitQuery {
     double x, y;
     double margin;      ///< an edge farther from the point than this is not within the tolerance; 0 without tolerance
-    double yTolerance;  ///< (|y| + 1) * 2^-39: an edge whose y at the point's x differs from the point's y
-                        ///< by more than this is not nearly on the point
+    double yTolerance;  ///< (|y| + 1) * 2^-39: if an edge's y at the point's x differs from the point's y by
+                        ///< more than this, the two are not nearly equal: the point is not on the edge
 };
 
 /// A set of up to 64 edges, bit i for edge i.
