@@ -166,10 +166,8 @@ void computeHull(const Point* first, size_t count, std::vector<Point>& hull) {
     }
 }
 
-}  // namespace
-
 template <class Iterator, class Container>
-void Zan_ComputeConvexHull(Iterator first, Iterator last, Container& hull) {
+void hullOf(Iterator first, Iterator last, Container& hull) {
     if (last - first <= 3) {
         hull.assign(first, last);
     } else {
@@ -177,11 +175,19 @@ void Zan_ComputeConvexHull(Iterator first, Iterator last, Container& hull) {
     }
 }
 
-#define ZAN_HULL(...)                                                                                                 \
-    template ZAN_API void Zan_ComputeConvexHull(std::vector<__VA_ARGS__>::const_iterator,                             \
-                                                std::vector<__VA_ARGS__>::const_iterator, std::vector<__VA_ARGS__>&); \
-    template ZAN_API void Zan_ComputeConvexHull(const __VA_ARGS__*, const __VA_ARGS__*, std::vector<__VA_ARGS__>&)
-ZAN_HULL(zan::Vector2);
-ZAN_HULL(zan::Vector3);
-ZAN_HULL(zan::Vector4);
-ZAN_HULL(kelvora::geom::PointT<float>);
+}  // namespace
+
+#define ZAN_HULL(...)                                                                                               \
+    template <>                                                                                                     \
+    void Zan_ComputeConvexHull(std::vector<__VA_ARGS__>::const_iterator first,                                      \
+                               std::vector<__VA_ARGS__>::const_iterator last, std::vector<__VA_ARGS__>& hull) {     \
+        hullOf(first, last, hull);                                                                                  \
+    }                                                                                                               \
+    template <>                                                                                                     \
+    void Zan_ComputeConvexHull(const __VA_ARGS__* first, const __VA_ARGS__* last, std::vector<__VA_ARGS__>& hull) { \
+        hullOf(first, last, hull);                                                                                  \
+    }
+ZAN_HULL(zan::Vector2)
+ZAN_HULL(zan::Vector3)
+ZAN_HULL(zan::Vector4)
+ZAN_HULL(kelvora::geom::PointT<float>)

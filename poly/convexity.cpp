@@ -36,19 +36,25 @@ zan::Turns turnsByKernel(Iterator first, Iterator last) {
     return found;
 }
 
-}  // namespace
-
 template <class Iterator>
-bool Zan_IsConvex(Iterator first, Iterator last) {
+bool isConvex(Iterator first, Iterator last) {
     if (last - first <= 2) return true;
     const bool few = last - first < kMinVerticesForLanes;
     const zan::Turns found = few ? turnsInline(first, last) : turnsByKernel(first, last);
     return !(found.left && found.right);
 }
 
-template ZAN_API bool Zan_IsConvex(std::vector<zan::Vector2>::const_iterator,
-                                   std::vector<zan::Vector2>::const_iterator);
-template ZAN_API bool Zan_IsConvex(std::vector<zan::Vector3>::const_iterator,
-                                   std::vector<zan::Vector3>::const_iterator);
-template ZAN_API bool Zan_IsConvex(std::vector<zan::Vector4>::const_iterator,
-                                   std::vector<zan::Vector4>::const_iterator);
+}  // namespace
+
+template <>
+bool Zan_IsConvex(std::vector<zan::Vector2>::const_iterator first, std::vector<zan::Vector2>::const_iterator last) {
+    return isConvex(first, last);
+}
+template <>
+bool Zan_IsConvex(std::vector<zan::Vector3>::const_iterator first, std::vector<zan::Vector3>::const_iterator last) {
+    return isConvex(first, last);
+}
+template <>
+bool Zan_IsConvex(std::vector<zan::Vector4>::const_iterator first, std::vector<zan::Vector4>::const_iterator last) {
+    return isConvex(first, last);
+}

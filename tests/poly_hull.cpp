@@ -5,6 +5,7 @@
 #include <catch2/catch.hpp>
 
 #include <algorithm>
+#include <list>
 
 namespace {
 
@@ -18,6 +19,22 @@ TEST_CASE("a hull of three points or fewer is a copy") {
         Zan_ComputeConvexHull(points.cbegin(), points.cend(), hull);
         CHECK(hull == points);
     }
+}
+
+TEST_CASE("a hull and convexity of points in any range") {
+    Points points = {{0, 0}, {4, 0}, {2, 1}, {4, 4}, {0, 4}};
+    const Points expected = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
+    const auto check = [&expected](auto first, auto last) {
+        Points hull;
+        Zan_ComputeConvexHull(first, last, hull);
+        CHECK(hull == expected);
+        CHECK_FALSE(Zan_IsConvex(first, last));
+    };
+    const std::list<Vector2> list(points.begin(), points.end());
+    check(points.begin(), points.end());
+    check(points.data(), points.data() + points.size());
+    check(points.crbegin(), points.crend());
+    check(list.begin(), list.end());
 }
 
 TEST_CASE("convexity, from whichever vertex the polygon starts") {

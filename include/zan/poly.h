@@ -1,12 +1,14 @@
 // Layer outlines, hit tests, hulls and clipping.
 //
 // A polygon is a list of vertices in order; the last is joined to the first. The function templates are defined in the
-// library, for the types that are declared here as extern and no others.
+// library, for the types that are declared here.
 #ifndef ZAN_POLY_H
 #define ZAN_POLY_H
 
 #include "zan/matrix.h"
 
+#include <iterator>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -280,19 +282,20 @@ ZAN_API void Zan_PolyPolyClip2D(const std::vector<Zan_Vector4T<double>>* clipPol
 /// @}
 
 /// @defgroup hulls Hulls and convexity
-/// In the plane of x and y; z and w are ignored. The library holds instantiations for const iterators of std::vector of
-/// Zan_Vector2T<double>, Zan_Vector3T<double> and Zan_Vector4T<double>. Those of the hull are also for
-/// kelvora::geom::PointT<float>, and for pointers to const points of these four types.
+/// In the plane of x and y; z and w are ignored. Points are Zan_Vector2T<double>, Zan_Vector3T<double>,
+/// Zan_Vector4T<double> or, for hulls, kelvora::geom::PointT<float>. Iterators of a std::vector and pointers are passed
+/// on to the library; points of any other range, and for Zan_IsConvex those of an array, are copied to a std::vector
+/// first.
 /// @{
 
 /// The convex hull of some points, counterclockwise with y upward, from the lowest point (the leftmost of several). The
 /// points are snapped to a grid of 2^29 steps across their bounds in x and in y, the hull is found exactly on that grid
-/// (Andrew, 1979), and its vertices are mapped back to coordinates; each is within half a step of an input point.
-/// Points on an edge of the hull and repeated points are omitted: points on a line give its two ends, one repeated
-/// point gives that point.
+/// (Andrew, 1979), and its vertices are mapped back to coordinates. So a vertex is a point of the grid: within half a
+/// step of an input point, but seldom equal to it. Points on an edge of the hull and repeated points are omitted:
+/// points on a line give its two ends, one repeated point gives that point.
 /// @param first, last  the points. A NaN coordinate is ignored for the bounds and snaps to the lower bound. Where the
 ///                     extent is not finite, the coordinates of the result are NaN
-/// @param hull         a vector of the same point type, which must not share memory with the points; receives the
+/// @param hull         a std::vector of the same point type, which must not share memory with the points; receives the
 ///                     vertices, with z and w 0. Three points or fewer are copied unchanged
 /// @throws   std::bad_alloc, std::length_error; hull is then unchanged or empty
 /// @threads  any
@@ -305,28 +308,85 @@ void Zan_ComputeConvexHull(Iterator first, Iterator last, Container& hull);
 /// @param first, last  the vertices
 /// @return   true when no two turns that count have opposite directions: also for fewer than three vertices, for points
 ///           on a line, and for a polygon that winds around more than once
+/// @throws   std::bad_alloc, only where the points are copied
 /// @threads  any
 template <class Iterator>
 [[nodiscard]] bool Zan_IsConvex(Iterator first, Iterator last);
 
 /// @cond
-#define ZAN_HULL(...)                                                                            \
-    extern template ZAN_API void Zan_ComputeConvexHull(std::vector<__VA_ARGS__>::const_iterator, \
-                                                       std::vector<__VA_ARGS__>::const_iterator, \
-                                                       std::vector<__VA_ARGS__>&);               \
-    extern template ZAN_API void Zan_ComputeConvexHull(const __VA_ARGS__*, const __VA_ARGS__*,   \
-                                                       std::vector<__VA_ARGS__>&)
+// The library defines these specializations. All else is passed on to one of them.
+#define ZAN_HULL(...)                                                                                        \
+    template <>                                                                                              \
+    ZAN_API void Zan_ComputeConvexHull(std::vector<__VA_ARGS__>::const_iterator,                             \
+                                       std::vector<__VA_ARGS__>::const_iterator, std::vector<__VA_ARGS__>&); \
+    template <>                                                                                              \
+    ZAN_API void Zan_ComputeConvexHull(const __VA_ARGS__*, const __VA_ARGS__*, std::vector<__VA_ARGS__>&)
 ZAN_HULL(Zan_Vector2T<double>);
 ZAN_HULL(Zan_Vector3T<double>);
 ZAN_HULL(Zan_Vector4T<double>);
 ZAN_HULL(kelvora::geom::PointT<float>);
 #undef ZAN_HULL
-extern template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector2T<double>>::const_iterator,
-                                          std::vector<Zan_Vector2T<double>>::const_iterator);
-extern template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector3T<double>>::const_iterator,
-                                          std::vector<Zan_Vector3T<double>>::const_iterator);
-extern template ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector4T<double>>::const_iterator,
-                                          std::vector<Zan_Vector4T<double>>::const_iterator);
+template <>
+[[nodiscard]] ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector2T<double>>::const_iterator,
+                                        std::vector<Zan_Vector2T<double>>::const_iterator);
+template <>
+[[nodiscard]] ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector3T<double>>::const_iterator,
+                                        std::vector<Zan_Vector3T<double>>::const_iterator);
+template <>
+[[nodiscard]] ZAN_API bool Zan_IsConvex(std::vector<Zan_Vector4T<double>>::const_iterator,
+                                        std::vector<Zan_Vector4T<double>>::const_iterator);
+
+namespace zan_ranges {
+template <class Point>
+inline constexpr bool kVector =
+    std::is_same_v<Point, Zan_Vector2T<double>> || std::is_same_v<Point, Zan_Vector3T<double>> ||
+    std::is_same_v<Point, Zan_Vector4T<double>>;
+template <class Point>
+inline constexpr bool kHullPoint = kVector<Point> || std::is_same_v<Point, kelvora::geom::PointT<float>>;
+template <class Iterator>
+using PointOf = std::remove_cv_t<typename std::iterator_traits<Iterator>::value_type>;
+template <class Iterator>
+using ConstIterator = typename std::vector<PointOf<Iterator>>::const_iterator;
+}  // namespace zan_ranges
+
+template <class Iterator, class Container>
+void Zan_ComputeConvexHull(Iterator first, Iterator last, Container& hull) {
+    using Point = zan_ranges::PointOf<Iterator>;
+    constexpr bool kRightPoint = zan_ranges::kHullPoint<Point>;
+    constexpr bool kRightHull = std::is_same_v<Container, std::vector<Point>>;
+    static_assert(kRightPoint,
+                  "Zan_ComputeConvexHull: the points are not Zan_Vector2T<double>, Zan_Vector3T<double>, "
+                  "Zan_Vector4T<double> or kelvora::geom::PointT<float>");
+    static_assert(!kRightPoint || kRightHull,
+                  "Zan_ComputeConvexHull: the hull is not a std::vector of the points' type");
+    if constexpr (kRightPoint && kRightHull) {
+        using ConstIterator = zan_ranges::ConstIterator<Iterator>;
+        if constexpr (std::is_convertible_v<Iterator, ConstIterator>) {
+            Zan_ComputeConvexHull<ConstIterator, Container>(first, last, hull);
+        } else if constexpr (std::is_convertible_v<Iterator, const Point*>) {
+            Zan_ComputeConvexHull<const Point*, Container>(first, last, hull);
+        } else {
+            const std::vector<Point> points(first, last);
+            Zan_ComputeConvexHull(points.cbegin(), points.cend(), hull);
+        }
+    }
+}
+
+template <class Iterator>
+bool Zan_IsConvex(Iterator first, Iterator last) {
+    using Point = zan_ranges::PointOf<Iterator>;
+    static_assert(
+        zan_ranges::kVector<Point>,
+        "Zan_IsConvex: the vertices are not Zan_Vector2T<double>, Zan_Vector3T<double> or Zan_Vector4T<double>");
+    if constexpr (!zan_ranges::kVector<Point>) {
+        return false;
+    } else if constexpr (std::is_convertible_v<Iterator, zan_ranges::ConstIterator<Iterator>>) {
+        return Zan_IsConvex<zan_ranges::ConstIterator<Iterator>>(first, last);
+    } else {
+        const std::vector<Point> points(first, last);
+        return Zan_IsConvex(points.cbegin(), points.cend());
+    }
+}
 /// @endcond
 
 /// @}

@@ -154,9 +154,9 @@ class _Reader:
                 for member in child.get_children():
                     if member.kind in (CursorKind.CXX_METHOD, CursorKind.CONSTRUCTOR, CursorKind.DESTRUCTOR):
                         self.function(member, child.spelling)
-            elif kind == CursorKind.FUNCTION_DECL:
+            elif kind == CursorKind.FUNCTION_DECL and child.get_num_template_arguments() < 0:  # no specialization
                 self.function(child)
-            elif kind == CursorKind.FUNCTION_TEMPLATE:
+            elif kind == CursorKind.FUNCTION_TEMPLATE and child == child.canonical:  # no second declaration
                 self.templates.append(self.callable(child, child.spelling, [], template=True))
 
     def variable(self, cursor):
