@@ -29,7 +29,7 @@ interface_entries() {
   awk '/^##/ { inside = ($0 == "### Interface"); next } inside && NF'
 }
 
-# The changelog has gained an entry since the baseline before the present one.
+# The changelog has an entry that it did not have at the commit of the previous baseline.
 check_changelog() {
   local before entries
   entries=$(interface_entries <CHANGELOG.md)

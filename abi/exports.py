@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""exports.py BUILD LIST: the export list of a library as its sources have it, in the form of the file LIST.
+"""exports.py BUILD LIST: prints the export list of a library, made from its object files, in the format of LIST.
 
 The list holds every symbol that an object file in BUILD defines with default visibility, by subsystem. Before it is
 printed it is compared with the headers: each declaration marked for export must have a definition, and each exported

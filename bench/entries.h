@@ -75,7 +75,7 @@ auto viewOf(const Container& container) {
     return ArrayView<typename Container::value_type>{container.data(), container.size()};
 }
 
-/// The same for arrays of doubles, or of records of doubles.
+/// Near, for arrays of doubles or of records of doubles.
 struct NearArrays {
     double tolerance = 1e-9;
 
@@ -214,7 +214,7 @@ private:
 };
 
 // Each registers the entries of one file, in the order of the table.
-void addFrameEntries();
+void addScalarTables();
 void addScalarEntries();
 void addGeom2dEntries();
 void addMatrixProducts();

@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
         std::fputs("the library does not start\n", stderr);
         return 1;
     }
-    zan_bench::addFrameEntries();
+    zan_bench::addScalarTables();
     zan_bench::addScalarEntries();
     zan_bench::addGeom2dEntries();
     zan_bench::addMatrixProducts();

@@ -17,7 +17,7 @@ done
 [ ! -f "$programs/zan_bench_native" ] || native=$programs/zan_bench_native
 rm -f "$build"/bench/results.*.json
 
-# measure KIND ROUND PROGRAM [OPTION...]
+# measure BUILT ROUND PROGRAM [OPTION...]
 measure() {
   local results=$build/bench/results.$1.$2.json
   shift 2

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """table.py [--smoke | --markdown | --readme] RESULTS...: prints the results of the benchmarks as a table of medians.
 
-RESULTS are Google Benchmark's files results.KIND.ROUND.json. KIND is portable (zan and its peers, built for any
-processor), native (the peers, built for this processor) or plain (zan, linked with its plain kernels).
+RESULTS are Google Benchmark's files results.BUILT.ROUND.json. BUILT is portable (zan and its peers, built for any
+processor), native (the peers, built for this processor) or plain (zan, linked with its plain kernels). Peers are the
+alternatives that a host would use.
 
 Fails if an entry could not be measured, if results differ, or if an entry lacks zan or a peer.
 --smoke     only checks, and also that README.md shows the figures of docs/speed.md
@@ -41,7 +42,7 @@ def in_single_precision(peer):
 
 
 def read(paths):
-    """{operation: {(side, kind): nanoseconds of each repetition}}, the list of faults, and the compiler."""
+    """{operation: {(side, built): nanoseconds of each repetition}}, the list of faults, and the compiler."""
     entries, digests, faults, compiler = {}, {}, [], ""
     # The portable results first: they have every entry, in the order of the table.
     for path in sorted(paths, key=lambda path: (".portable." not in path, path)):
@@ -55,8 +56,8 @@ def read(paths):
             if run["run_type"] != "iteration":
                 continue
             operation, side = run["name"].rsplit("/", 1)
-            kind = "native" if ".native." in path else "portable"
-            times = entries.setdefault(operation, {}).setdefault((side, kind), [])
+            built = "native" if ".native." in path else "portable"
+            times = entries.setdefault(operation, {}).setdefault((side, built), [])
             if run.get("error_occurred"):
                 faults.append(f"{run['name']}: {run['error_message']}")
                 continue
@@ -84,12 +85,12 @@ def rows(entries):
             continue
         peers = list(dict.fromkeys(side for side, _ in medians if side not in ("zan", "plain")))
 
-        def ratio(kinds):
-            times = [medians[peer, kind] for peer in peers for kind in kinds
-                     if (peer, kind) in medians and not in_single_precision(peer)]
+        def ratio(builds):
+            times = [medians[peer, built] for peer in peers for built in builds
+                     if (peer, built) in medians and not in_single_precision(peer)]
             return min(times) / zan if times else None
 
-        native = any(kind == "native" for _, kind in medians)
+        native = any(built == "native" for _, built in medians)
         first = (operation, figure(zan), figure(medians.get(("plain", "portable"))))
         ratios = (figure(ratio(["portable"])), figure(ratio(["portable", "native"])) if native else "")
         for peer in peers:

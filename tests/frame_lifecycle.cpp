@@ -1,4 +1,4 @@
-// Start and stop, and the globals block that moves out and in.
+// Start and stop of the library, and Zan_GetGlobals and Zan_SetGlobals, which move its globals out and in.
 #include "platform/oska.h"
 #include "tests/support/host_reports.h"
 #include "zan/frame.h"

@@ -126,7 +126,7 @@ TEMPLATE_TEST_CASE("inset and offset wrap in the width of the field", "", Int16,
     }
 }
 
-TEMPLATE_TEST_CASE("centring halves toward zero, and wraps", "", Int16, Int32, Fixed) {
+TEMPLATE_TEST_CASE("centring divides by 2 toward zero, and wraps", "", Int16, Int32, Fixed) {
     using F = TestType;
     using T = decltype(F::Rect::left);
     constexpr T kMin = std::numeric_limits<T>::min();
@@ -149,7 +149,8 @@ TEMPLATE_TEST_CASE("centring halves toward zero, and wraps", "", Int16, Int32, F
          rect(kMin, 0, kMax, 4),
          rect(3, 0, 7, 4),
          {kMin - 2LL, 0, kMin + 2LL, 4}},
-        {"the least height: 16-bit heights differ by 65535, halved in 32 bits; 32-bit heights differ by -1, wrapped",
+        {"a rectangle of the least height: in 16 bits the heights differ by 65535, which does not wrap; "
+         "in 32 bits by -1, since the difference wraps",
          rect(0, 0, 4, kMax),
          rect(0, 0, 4, kMin),
          {0, is16Bit ? kMax : 0, 4, is16Bit ? -1 : kMin}},

@@ -15,7 +15,9 @@ TEST_CASE("widths and heights wrap in 32 bits") {
     CHECK(Zan_RectCompare(Zan_RectRelation_AtLeastAsLarge, &whole16, &unit16));
 }
 
-TEST_CASE("an inverted rectangle touches another by its left and top alone") {
+TEST_CASE(
+    "an inverted rectangle touches another that has the same left and top, "
+    "although its right or bottom lies on the wrong side") {
     struct Row {
         const char* what;
         Zan_LRect inverted, other;

@@ -2,7 +2,7 @@
 #include "tests/support/doubles.h"
 #include "zan/geom2d.h"
 
-TEST_CASE("the record that is the destination comes first, and a NaN in either operand gives the second") {
+TEST_CASE("of two edges the destination's is the first operand; where either is NaN, the second one is the result") {
     const Zan_FloatRect a = {NAN, 0, 10, NAN};
     const Zan_FloatRect b = {5, 5, 15, 15};
 

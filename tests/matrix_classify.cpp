@@ -4,8 +4,8 @@
 #include <algorithm>
 
 TEST_CASE("the kind of the identity with one or two elements changed") {
-    // The kind after a change of each element. Of two the greater is the kind, except that a scale and a translation
-    // together have a kind of their own.
+    // The kind after a change of each element. After two changes the kind is the greater of the two, except that a
+    // scale and a translation together have a kind of their own.
     constexpr int32_t kKinds[3][3] = {
         {Zan_MatrixType_Scale, Zan_MatrixType_Affine, Zan_MatrixType_Perspective},
         {Zan_MatrixType_Affine, Zan_MatrixType_Scale, Zan_MatrixType_Perspective},

@@ -8,7 +8,7 @@ const auto kNumbered = fill<Zan_Matrix4>([](int i, int j) { return i * 10.0 + j;
 
 }  // namespace
 
-TEST_CASE("a transform of the plane as one of space loses its projective column") {
+TEST_CASE("a 3x3 matrix converted to 4x4 loses its projective column") {
     const Zan_Matrix3 plane = matrix({2, 3, 0.5, 5, 7, kNaN, 11, 13, 17});
     const Zan_Matrix4 space = matrix({2, 3, 0, 0, 5, 7, 0, 0, 0, 0, 1, 0, 11, 13, 0, 1});
     Zan_Matrix4 assigned;
@@ -17,7 +17,7 @@ TEST_CASE("a transform of the plane as one of space loses its projective column"
     CHECK(doubles(Zan_Matrix4(kNumbered) *= plane) == doubles(product(kNumbered, space)));
 }
 
-TEST_CASE("columns of nearly the same length scale z as well") {
+TEST_CASE("where both columns have nearly the same length, z is scaled by it too") {
     struct Row {
         const char* what;
         double m00, m01, m10, m11, scaleZ;
@@ -44,7 +44,7 @@ TEST_CASE("columns of nearly the same length scale z as well") {
     }
 }
 
-TEST_CASE("a transform of space without one row and one column") {
+TEST_CASE("a 4x4 matrix converted to 3x3 loses one row and one column") {
     Zan_Matrix3 kept;
     kept.AssignFromByDroppingZ(kNumbered);
     CHECK(doubles(kept) == doubles(matrix({0, 1, 3, 10, 11, 13, 30, 31, 33})));

@@ -55,7 +55,7 @@ TEST_CASE("a decomposed matrix composes again, with the canonical signs and angl
     }
 }
 
-TEST_CASE("a matrix without axes has no angles") {
+TEST_CASE("a matrix whose 3x3 part is zero has the angles 0") {
     const auto m = fill<Zan_Matrix4>([](int i, int) { return i == 3 ? 1.0 : 0.0; });
     Zan_Matrix4Decomp parts;
     m.Decompose(&parts);

@@ -53,7 +53,8 @@ bool transformByDefinition(const M& m, Division division, bool tested, V* point)
     return true;
 }
 
-// Tame numbers, so that tested arrays are done to their end; boundary values; boundary values where w is often x.
+// Tame numbers, with which no w is near zero, so that every array is transformed to its end; boundary values; boundary
+// values with matrices that make w equal to x.
 enum class Numbers { kTame, kNasty, kWIsX };
 
 template <class M, class V>

@@ -9,7 +9,8 @@ Zan_Quat aboutAxis(double x, double y, double z, double angle) {
 }
 Zan_Quat negated(const Zan_Quat& q) { return {-q.x, -q.y, -q.z, -q.w}; }
 
-constexpr double kFloor = 563 * 0x1p-49;  // the least difference of components that are not nearly equal, up to 1
+// Components of magnitude up to 1 are nearly equal when they differ by less.
+constexpr double kLeastTolerance = 563 * 0x1p-49;
 
 }  // namespace
 
@@ -77,7 +78,7 @@ TEST_CASE("spherical interpolation has constant speed along the shorter arc, and
     }
 }
 
-TEST_CASE("interpolation between single quaternions") {
+TEST_CASE("interpolation: special cases") {
     const Zan_Quat one = {0, 0, 0, 1};
     const Zan_Quat any = aboutAxis(1, 2, 3, 1);
     const Zan_Quat mixed = {0.25, -0.25, 0.5, -0.5};
@@ -99,7 +100,7 @@ TEST_CASE("interpolation between single quaternions") {
          1e-15},
         {"so near that it is linear", one, {0, 0.004, 0, 1}, 0.25, {0, 0.001, 0, 1}, 1e-18},
         {"not of unit length: linear", {0, 0, 0, 2}, {0, 2, 0, 2}, 0.25, {0, 0.5, 0, 2}, 0},
-        {"nearly equal: q0", mixed, {mixed.x, mixed.y, mixed.z, mixed.w - 0.99 * kFloor}, 1, mixed, 0},
+        {"nearly equal: q0", mixed, {mixed.x, mixed.y, mixed.z, mixed.w - 0.99 * kLeastTolerance}, 1, mixed, 0},
         {"nearly equal relative to a component above 1: q0",
          {0, 0, -3e3, 4},
          {0, 0, -3e3 - 2e-9, 4},
@@ -113,7 +114,7 @@ TEST_CASE("interpolation between single quaternions") {
     }
     for (double Zan_Quat::*component : {&Zan_Quat::x, &Zan_Quat::y, &Zan_Quat::z, &Zan_Quat::w}) {
         Zan_Quat different = mixed;  // not nearly equal in this component
-        different.*component -= 1.5 * kFloor;
+        different.*component -= 1.5 * kLeastTolerance;
         checkSlerp(mixed, different, 1, different, 1e-15);
     }
 }

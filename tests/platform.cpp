@@ -25,7 +25,7 @@ struct TextRow {
     bool accepted;
 };
 constexpr TextRow kTexts[] = {
-    {"a text without conversions, not even in English", "k=in matrix", "100 %%", true},
+    {"neither the text nor the English text has a conversion", "k=in matrix", "100 %%", true},
     {"the same conversion elsewhere in the text", "k=overflow %s.", "%s: 100 %% trop", true},
     {"several conversions with flags, in order", "k=%s takes %5.2f%%", "%%: %s, %5.2f", true},
     {"the longest key", "a key as long as it may be, which is one less than its 64 bytes=x", "y", true},
@@ -183,7 +183,7 @@ TEST_CASE("a report without a text has the platform's text, or none") {
     CHECK(host.takeAll() == "0x2 sev 4: ");
 }
 
-TEST_CASE("threads report at once, from handlers too, while handler and catalogue change") {
+TEST_CASE("threads report simultaneously, also from handlers, while handler and catalogue change") {
     std::atomic<int> correctReports{0};
     std::atomic<int> ownStates{0};
     Bel_SetReportHandler(countCorrectReports, &correctReports);

@@ -49,7 +49,7 @@ TEST_CASE("how many vertices a clip leaves") {
          kUnitSquare,
          0},
         {"an empty clip polygon", {}, kUnitSquare, 0},
-        {"the mean of the clip polygon is exactly at 1e-6 from its first edge, which counts as counterclockwise",
+        {"cross(first clip edge, mean of the clip vertices) is exactly -1e-6: the polygon counts as counterclockwise",
          {vertexAt(0, 0), vertexAt(0x1p-20, 0), vertexAt(10, kBelow), vertexAt(-10, kBelow)},
          {vertexAt(0, -1.5), vertexAt(0.1, -1.6), vertexAt(-0.1, -1.6)},
          0},
@@ -63,7 +63,7 @@ TEST_CASE("how many vertices a clip leaves") {
     }
 }
 
-TEST_CASE("intersections with a nearly parallel line are not divided") {
+TEST_CASE("x and y of an intersection with a nearly parallel line are not divided by the determinant") {
     // Two vertices on both sides of the limit 1e-6, only 1e-13 apart.
     const Polygon subject = {{0.25, 1e-6, 0, 1}, {0.75, 1e-6 + 1e-13, 2, 3}, {0.5, 0.5, 0, 1}};
     const Polygon result = clipped(kUnitSquare, subject);

@@ -80,7 +80,9 @@ TEST_CASE("the distance from the edges of a layer in the plane") {
     const Row rows[] = {
         {"inside, nearest to a line", {5, 0.5}, 0.5},
         {"outside, nearest to a corner", {13, 14}, 5},
-        {"beside an edge, but farther from its start than it is long: its nearer end counts", {9, -5}, std::sqrt(26.0)},
+        {"beside an edge, but farther from its start than the edge is long: the distance to the nearer end counts",
+         {9, -5},
+         std::sqrt(26.0)},
     };
     const auto poly = withCorners<Zan_TransformPoly2D>(kSquare);
     for (const Row& row : rows) {

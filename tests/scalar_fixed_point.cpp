@@ -15,10 +15,10 @@ struct Row {
     const char* report = "";
 };
 constexpr Row kFixMul[] = {
-    {"16 trailing zeros in sum are too few: the low 8 bits of both are dropped", 0x10000, 0x12345, 0x12300},
+    {"16 trailing zeros in both together are too few: the low 8 bits of both are dropped", 0x10000, 0x12345, 0x12300},
     {"17 trailing zeros in one operand: exact", 0x60000, 0x12345, 0x6D39E},
     {"17 trailing zeros in both together: exact", 0x300, 0x20200, 0x606},
-    {"16 in both together", 0x300, 0x20180, 0x603},
+    {"15 in both together are too few, too", 0x300, 0x20180, 0x603},
     {"15 in one operand and 15 in the other: exact", 0x18000, 0x18000, 0x24000},
     {"dropping bits of a negative number rounds toward minus infinity", -1, 0x10001, -0x100},
     {"all bits of both are dropped", 1, 1, 0},

@@ -126,7 +126,7 @@ constexpr FormRow kForms[] = {
     {"the largest denominator", {-7, 0xFFFFFFFF}, {-7, 0xFFFFFFFF}, false, {-kMax, 3}, false},
     {"the smallest numerator", {kMin, 6}, {-kBound, 3}, true, {-6, kBig}, true},
     {"a common divisor of 2^31", {kMin, kBig}, {-1, 1}, true, {-1, 1}, true},
-    {"a zero over 2^31 is not changed, its reciprocal wraps", {0, kBig}, {0, kBig}, true, {kMin, 0}, true},
+    {"a zero over 2^31 is copied, changed is true; its reciprocal wraps", {0, kBig}, {0, kBig}, true, {kMin, 0}, true},
 };
 
 struct DoubleRow {

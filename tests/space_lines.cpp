@@ -32,9 +32,9 @@ TEST_CASE("a segment clipped at the near plane") {
     }
 }
 
-TEST_CASE("the distance from a point to a line agrees with lengths by square roots") {
+TEST_CASE("the distance from a point to a line is the same as when every length is a square root") {
     Random random(51);
-    // The greatest lengths that are too short and long enough, and the least that are neither, one step apart.
+    // Lengths on both sides of each limit, one step apart: too short, just long enough; just short enough, too long.
     const double limits[] = {1e-12, 0x1.19799812dea12p-40, 1e12, 0x1.d1a94a2000001p+39};
     enum Kind { kNasty, kLattice, kPlain, kLengthAtLimit, kKinds };
     for (int round = 0; round < 20000; ++round) {
@@ -84,7 +84,12 @@ TEST_CASE("a segment clipped to a rectangle") {
         {"from bottom to top", {6, 15}, {5, -5}, true, {5.75, 10}, {5.25, 0}},
         {"an end beyond a corner: to the left side first, then up", {-2, 16}, {6, 0}, true, {1, 10}, {6, 0}},
         {"beside the rectangle", {-5, -5}, {-1, 20}, false, {-5, -5}, {-1, 20}},
-        {"horizontal, across the rectangle: no area", {-5, 5}, {15, 5}, false, {-5, 5}, {15, 5}},
+        {"horizontal, across the rectangle: not visible, since its bounding box has no area",
+         {-5, 5},
+         {15, 5},
+         false,
+         {-5, 5},
+         {15, 5}},
         {"along a side, both ends inside", {0, 0}, {10, 0}, true, {0, 0}, {10, 0}},
         {"the first end is moved exactly above the second", {-20, -1e17}, {40, 1}, false, {40, 0}, {40, 1}},
         {"touches the right side from outside", {10, 5}, {15, 6}, false, {10, 5}, {15, 6}},

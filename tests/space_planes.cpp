@@ -29,7 +29,7 @@ TEST_CASE("the plane of an outline") {
          {{0, 0, 0}, {1e-12, 0, 0}, {0, 1, 0}},
          {0, 0, 1e-12, -0.0},
          {1e-12 * (1.0 / 3), 1.0 / 3, 0}},
-        {"a normal of the next length is",
+        {"a normal one step longer than 1e-12 is scaled",
          {{0, 0, 0}, {kAfter, 0, 0}, {0, 1, 0}},
          {0, 0, kAfter * (1 / kAfter), -0.0},
          {kAfter * (1.0 / 3), 1.0 / 3, 0}},
@@ -89,7 +89,7 @@ TEST_CASE("a ray and a plane") {
          false,
          true,
          true},
-        {"the same with other signs, and the sum of the denominator",
+        {"the same order with other signs, and in the sum of the denominator",
          {1e16, -1e16, -1, -1},
          {{1, 1, -1, 1}, {1, 1, 1}},
          {2, 2, 0},
@@ -140,9 +140,9 @@ TEST_CASE("a quadrilateral seen edge-on") {
     };
     constexpr double kNever = 9;
     const Row rows[] = {
-        {"turned edge-on for parallel sight", quarterTurn, {3, 6, 0}, true, 0},
+        {"turned edge-on in an orthographic view", quarterTurn, {3, 6, 0}, true, 0},
         {"the same seen from the origin, off its plane", quarterTurn, {2, 6, 3}, false, 3 / 7.0},
-        {"turned by one radian, parallel sight", oneRadian, {0, 0, 5}, true, std::cos(1.0)},
+        {"turned by one radian in an orthographic view", oneRadian, {0, 0, 5}, true, std::cos(1.0)},
         {"the same, on the line of sight from the origin", oneRadian, {0, 0, 5}, false, 1},
         {"facing the eye", identity, {0, 0, 5}, true, 1},
         {"facing away: the cosine is negative", mirrored, {0, 0, 5}, true, 1},

@@ -6,11 +6,16 @@ A paragraph of a list is a place and, indented, what is excepted there and why:
       x `>` 0; `*` scale: the strips only have to keep the order of y
 
 A place is a source (`*` in it stands for any characters) and the names of functions, classes, enumerations or constants
-in it; without a name it is the whole source. What is excepted is `*`, everything in that place, or pieces of code with
-"; " between them, compared token by token, in which the name x stands for any name and a semicolon has no blank behind
-it. Where a piece has tokens between backquotes, only these are excepted, and the others say where they stand. A line
-that ends with ";" continues in the next one. So the lists need no local variables and no line numbers: renaming the
-first or editing another line leaves them valid.
+in it; without a name it is the whole source. What is excepted there:
+
+  - `*` excepts everything in the place. Otherwise it is pieces of code, separated by "; " (a semicolon inside a piece
+    has no blank after it). A line that ends with ";" continues in the next one.
+  - A piece matches token by token; the name x matches any name.
+  - Tokens in backquotes are the excepted ones, and the rest is their context; without backquotes the whole piece is
+    excepted.
+
+The lists name no local variables and no line numbers: renaming a local variable or editing another line leaves them
+valid.
 """
 import bisect
 import fnmatch

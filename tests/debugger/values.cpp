@@ -6,8 +6,8 @@
 #include <cfloat>
 #include <cmath>
 
-using Sides = std::array<double, 9>;
-using Solid = std::array<double, 16>;
+using Elements3 = std::array<double, 9>;
+using Elements4 = std::array<double, 16>;
 template <class M, class Elements>
 constexpr M matrix(const Elements& elements) {
     return std::bit_cast<M>(elements);
@@ -29,11 +29,14 @@ extern const Zan_Vector3T<double> v3;
 const Zan_Vector3T<double> v3 = {0.1, -0.0, 1e-300};
 Zan_Vector4T<double> v4 = {1, 2, 3, 1};
 Zan_Matrix3 kinds[] = {
-    matrix<Zan_Matrix3>(Sides{1, 0, 0, 0, 1, 0, 0, 0, 1}),    matrix<Zan_Matrix3>(Sides{1, 0, 0, 0, 1, 0, 5, 0.1, 1}),
-    matrix<Zan_Matrix3>(Sides{2, 0, 0, 0, 1, 0, 0, 0, 1}),    matrix<Zan_Matrix3>(Sides{1, 0, 0, 0, 3, 0, 0, 4, 1}),
-    matrix<Zan_Matrix3>(Sides{1, -0.5, 0, 0, 1, 0, 0, 0, 1}), matrix<Zan_Matrix3>(Sides{1, 0, 0, 0, 1, 0, 0, 0, NAN}),
+    matrix<Zan_Matrix3>(Elements3{1, 0, 0, 0, 1, 0, 0, 0, 1}),
+    matrix<Zan_Matrix3>(Elements3{1, 0, 0, 0, 1, 0, 5, 0.1, 1}),
+    matrix<Zan_Matrix3>(Elements3{2, 0, 0, 0, 1, 0, 0, 0, 1}),
+    matrix<Zan_Matrix3>(Elements3{1, 0, 0, 0, 3, 0, 0, 4, 1}),
+    matrix<Zan_Matrix3>(Elements3{1, -0.5, 0, 0, 1, 0, 0, 0, 1}),
+    matrix<Zan_Matrix3>(Elements3{1, 0, 0, 0, 1, 0, 0, 0, NAN}),
 };
-Zan_Matrix4 solid = matrix<Zan_Matrix4>(Solid{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 7, 1});
+Zan_Matrix4 solid = matrix<Zan_Matrix4>(Elements4{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 7, 1});
 const Zan_Matrix4& sameSolid = solid;
 
 int main() { return plain == 0 ? 1 : 0; }

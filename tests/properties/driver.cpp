@@ -49,13 +49,13 @@ int main(int argc, char** argv) {
                 checkFile(*p, file.path());
             }
             int32_t inFirstClass = 0;
-            for (int32_t seed = 0; seed < p->rounds; ++seed) {
+            for (int32_t seed = 0; seed < p->seeds; ++seed) {
                 where = name + ", seed " + std::to_string(seed);
                 inFirstClass += check(*p, Choices(static_cast<uint64_t>(seed)));
             }
-            std::printf("%-24s %6d seeds, %d in the first class\n", p->name, p->rounds, inFirstClass);
+            std::printf("%-24s %6d seeds, %d in the first class\n", p->name, p->seeds, inFirstClass);
             where = name + ", classes of the seeded cases";
-            must(std::min(inFirstClass, p->rounds - inFirstClass) >= p->rounds / 20);
+            must(std::min(inFirstClass, p->seeds - inFirstClass) >= p->seeds / 20);
         }
     } catch (const std::string& place) {
         std::fprintf(stderr, "%s: the condition at %s does not hold\n", where.c_str(), place.c_str());

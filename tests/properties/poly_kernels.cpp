@@ -10,7 +10,7 @@
 
 namespace {
 
-// Few distinct values among them, so that vertices repeat and coordinates coincide.
+// A third of the coordinates that are not nasty are small integers, so that vertices repeat and coordinates coincide.
 double coordinate(Choices& c, bool nasty) {
     if (nasty && c.below(4) == 0) return c.nasty();
     return c.below(3) == 0 ? c.below(5) : c.plain(0, 4);

@@ -25,12 +25,13 @@ void eachKernel(const Kernel* const* kernels, const Kernel& plain, const Check& 
 }
 
 /// A property of the library. Its check draws a case, compares the library's answers with answers found by other means,
-/// and returns which of two classes the case belongs to. Each class must make up at least 5 % of the seeded cases.
+/// and returns whether the case belongs to the first of two classes, for example: the rectangles overlap. Each class
+/// must make up at least 5 % of the seeded cases.
 struct Property {
-    Property(const char* called, int32_t seeds, bool (*decide)(Choices&))
-        : name(called), rounds(seeds), check(decide), next(std::exchange(first, this)) {}
+    Property(const char* itsName, int32_t itsSeeds, bool (*itsCheck)(Choices&))
+        : name(itsName), seeds(itsSeeds), check(itsCheck), next(std::exchange(first, this)) {}
     const char* name;  ///< subsystem_topic
-    int32_t rounds;
+    int32_t seeds;     ///< the number of seeded cases
     bool (*check)(Choices&);
     const Property* next;
     inline static const Property* first = nullptr;

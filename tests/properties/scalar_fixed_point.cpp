@@ -7,9 +7,9 @@ namespace {
 
 constexpr int32_t kFail = INT32_MIN;
 
-// Checks that raw is num / den in 8.24: within half a step, plus the error of double precision. Or, when the quotient
-// does not fit, that raw is kFail; with the overflow report unless only the rounding or the fraction makes it too
-// large. Returns whether the quotient fits.
+// Checks that raw is num / den in 8.24, within half a step plus the error of double precision. A quotient that is too
+// large by itself must give kFail and the overflow report. One that only its rounding or its fraction makes too large
+// may give kFail without a report. Returns false only for the reported failure.
 bool checkFix24(int32_t raw, int64_t num, int64_t den, const std::string& report, const char* overflow) {
     __extension__ using Wide = __int128;
     if (den < 0) {
@@ -38,12 +38,12 @@ bool fixedPoint(Choices& c) {
     must(Zan_FixDiv(small, b) == (quotientFits ? quotient : kFail));
 
     const int32_t product24 = Zan_Fix24Mul(a, b);
-    const bool fits =
+    const bool unreported =
         checkFix24(product24, int64_t{a} * b, 1 << 24, host.takeAll(), "0x110008 sev 8: overflow in fix24 multiply.");
-    if (b == 0) return fits;
+    if (b == 0) return unreported;
     const int32_t ratio24 = Zan_Fix24Ratio(a, b);
     checkFix24(ratio24, int64_t{a} * (1 << 24), b, host.takeAll(), "0x110009 sev 8: overflow in fix24 divide.");
-    return fits;
+    return unreported;
 }
 
 const Property kProperty("scalar_fixed_point", 40000, fixedPoint);

@@ -15,7 +15,7 @@
 template <class Record>
 using DoublesOf = std::array<double, sizeof(Record) / sizeof(double)>;
 
-/// Equal as sameDoubles has it. CHECK(doubles(a) == doubles(b)) prints every number when it fails.
+/// Compared by sameDoubles. CHECK(doubles(a) == doubles(b)) prints every number when it fails.
 template <class Record>
 struct Doubles {
     Record record;

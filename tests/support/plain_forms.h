@@ -127,8 +127,8 @@ inline bool convex(const std::vector<Vector2>& v) {
     return true;
 }
 
-/// A Graham scan around the lowest point, on a grid of 2^29 steps. For more than three points that are on no horizontal
-/// or vertical line.
+/// A Graham scan around the lowest point, on a grid of 2^29 steps. For more than three points that do not all have the
+/// same x or the same y.
 inline void hull(const std::vector<Vector2>& points, std::vector<Vector2>& result) {
     struct GridPoint {
         int32_t x, y;

@@ -1,5 +1,5 @@
 # Checks a DLL: it exports the symbols on its list, imports from no unexpected DLL, and has the project's version.
-# cmake -DLIBRARY=... -DLIST=... -DVERSION=18.4 -DOBJDUMP=... -DIMPORTS=zan_platform.dll -P check_dll.cmake
+# cmake -DLIBRARY=... -DLIST=... -DVERSION=... -DOBJDUMP=... -DIMPORTS=zan_platform.dll -P check_dll.cmake
 cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND "${OBJDUMP}" -p "${LIBRARY}" OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
 

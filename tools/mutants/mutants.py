@@ -151,12 +151,12 @@ def covers(reason, mutant):
 
 
 def print_table(outcomes):
-    columns = ("killed", "survived", "accepted", "same code", "not built")
+    columns = ("killed", "survived", "equivalent", "same code", "not built")
     files = sorted({f for f, _ in outcomes}, key=lambda f: (SUBSYSTEMS.index(f.split("/")[0]), f))
-    print(f"\n{'':36}{'made':>10}" + "".join(f"{c:>10}" for c in columns))
+    print(f"\n{'':36}{'made':>12}" + "".join(f"{c:>12}" for c in columns))
     for f in [*files, "all"]:
         counts = [sum(n for (g, o), n in outcomes.items() if f in (g, "all") and o == c) for c in columns]
-        print(f"{f:36}{sum(counts):10}" + "".join(f"{n or '':>10}" for n in counts))
+        print(f"{f:36}{sum(counts):12}" + "".join(f"{n or '':>12}" for n in counts))
 
 
 def main():
@@ -167,7 +167,7 @@ def main():
     parser.add_argument("--sample", type=int, metavar="N", help="only N of the mutants, chosen at random")
     parser.add_argument("--seed", type=int, default=1, help="the seed of that choice")
     parser.add_argument("--with-reason", action="store_true", help="only those with a reason: is it still needed?")
-    parser.add_argument("--list", action="store_true", help="print the mutants, and those that have a reason with it; "
+    parser.add_argument("--list", action="store_true", help="print the mutants, each with its reason if it has one; "
                         "test none")
     parser.add_argument("--check", action="store_true", help="list the stale reasons; test no mutant")
     parser.add_argument("--prune", action="store_true", help="remove the stale reasons; test no mutant")
@@ -214,7 +214,7 @@ def main():
     with ThreadPoolExecutor(trees.qsize()) as pool:
         for n, (mutant, outcome) in enumerate(zip(chosen, pool.map(run, chosen)), 1):
             if outcome == "survived" and covering[mutant]:
-                outcome = "accepted"
+                outcome = "equivalent"
                 idle -= {str(r) for r in covering[mutant]}
             outcomes[mutant.file, outcome] += 1
             if outcome == "survived":

@@ -44,16 +44,17 @@ auto numberIn() {
 template <class T>
 using NumberIn = decltype(numberIn<T>());
 
-/// Numbers at which rounding, range tests and tolerances change their answer. Every sum depends on these lists.
+/// Numbers at which rounding, range tests and tolerances change their answer. Lists of their own, since every sum
+/// depends on them.
 // clang-format off
-inline constexpr double kBadDoubles[] = {
+inline constexpr double kNastyDoubles[] = {
     0.0, -0.0, 1.0, -1.0, 0.5, -0.5, 1.5, -2.5, 1 - 0x1p-53, 1 + 0x1p-52,
     5e-324, -5e-324, 0x1p-1022, 1e-300, 1e300,
     1e-12, -1e-12, 1e-12 - 0x1p-92, 1e-16, 1e-20, 0.1, 0.1 - 0x1p-56,
     32766.0, 32766.5, 32767.0, 32767.5, -32768.0, -32768.5,
     2147483646.5, 2147483647.0, 2147483647.5, 2147483648.0, -2147483648.0, -2147483648.5, 0x1p53,
     DBL_MAX, HUGE_VAL, -HUGE_VAL, NAN};
-inline constexpr int32_t kBadInts[] = {
+inline constexpr int32_t kNastyInts[] = {
     0, 1, -1, 2, -2, -32769, 32767, -32768, 32768, 65535, 65536, -65536,
     0x3FFFFFFF, 0x40000000, -0x40000000, -0x40000001, 0x7FFF8000, 0x7FFF0001,
     INT32_MAX, INT32_MAX - 1, INT32_MIN, INT32_MIN + 1};
@@ -90,14 +91,14 @@ public:
             const double unit = static_cast<double>(static_cast<int64_t>(bits()) >> 11) * 0x1p-52;
             if (mood_ == 0) return static_cast<T>(below(9) - 4) / 2;
             if (mood_ == 3 && below(3) == 0) {
-                const T bad = static_cast<T>(kBadDoubles[bits() % std::size(kBadDoubles)]);
-                finite_ = finite_ && std::isfinite(bad);
-                return bad;
+                const T nasty = static_cast<T>(kNastyDoubles[bits() % std::size(kNastyDoubles)]);
+                finite_ = finite_ && std::isfinite(nasty);
+                return nasty;
             }
             return static_cast<T>(std::ldexp(unit, mood_ == 1 ? 7 : below(40) - 8));
         } else {
             if (mood_ == 0) return static_cast<T>(below(9) - 4);
-            if (mood_ == 3) return static_cast<T>(kBadInts[bits() % std::size(kBadInts)]);
+            if (mood_ == 3) return static_cast<T>(kNastyInts[bits() % std::size(kNastyInts)]);
             return static_cast<T>(static_cast<int64_t>(bits()) >> (mood_ == 1 ? 52 : 32 + below(31)));
         }
     }

@@ -37,7 +37,8 @@ zan-selfcheck NAME         print the sum of each case of one operation, to find 
 zan-selfcheck NAME CASE    print the results of one case
 )";
 
-// Of the operation that this thread runs: the sum that its reports are added to, and the host's state that it changed.
+// Of this thread: the sum to which the current operation adds its reports, and a line for each change of errno or of
+// the rounding mode.
 thread_local Sum* reported = nullptr;
 thread_local std::string violations;
 
@@ -217,7 +218,7 @@ int main(int argc, char** argv) {
     constexpr int kFailed = 2;
     try {
         const int status = run(argc, argv);
-        // A failed write leaves the stream in error, unless it comes with this last one.
+        // An earlier failed write has set ferror; a failure of this last flush is in its result.
         if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
         std::fputs("zan-selfcheck: standard output cannot be written\n", stderr);
     } catch (const std::bad_alloc&) {

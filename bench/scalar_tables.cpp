@@ -29,7 +29,7 @@ float sumByHand(const uint8_t* steps) {
 
 }  // namespace
 
-void addFrameEntries() {
+void addScalarTables() {
     static const auto pairs = inputs(kInputs, 1, [](Random& random) {
         return BytePair{static_cast<uint8_t>(random.bits()), static_cast<uint8_t>(random.bits())};
     });
