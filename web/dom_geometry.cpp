@@ -1,5 +1,7 @@
 // The geometry of dom.js: outlines of boxes that browsers carry through space, with the library's operations. Arguments
 // and answers pass through one exchange buffer, so that JavaScript copies numbers and nothing has to be freed.
+#include "zan/zan.h"
+
 #include <emscripten.h>
 
 #include <algorithm>
@@ -8,8 +10,6 @@
 #include <cstdint>
 #include <cstring>
 #include <vector>
-
-#include "zan/zan.h"
 
 namespace {
 

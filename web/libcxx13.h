@@ -1,4 +1,4 @@
-// What C++20 has and libc++ 13, emscripten's, has not yet. Included before everything else by the compiler's command line.
+// What C++20 has and libc++ 13, emscripten's, has not yet. The compiler's command line includes it before all else.
 #ifndef ZAN_WEB_LIBCXX13_H
 #define ZAN_WEB_LIBCXX13_H
 
