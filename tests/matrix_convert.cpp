@@ -1,21 +1,5 @@
-// Conversions between the two sizes of matrices.
+// The scale of z when a transform of the plane becomes one of space.
 #include "tests/support/matrices.h"
-
-namespace {
-
-// Its elements are 0 to 3, 10 to 13, 20 to 23, 30 to 33.
-const auto kNumbered = fill<Zan_Matrix4>([](int i, int j) { return i * 10.0 + j; });
-
-}  // namespace
-
-TEST_CASE("a 3x3 matrix converted to 4x4 loses its projective column") {
-    const Zan_Matrix3 plane = matrix({2, 3, 0.5, 5, 7, kNaN, 11, 13, 17});
-    const Zan_Matrix4 space = matrix({2, 3, 0, 0, 5, 7, 0, 0, 0, 0, 1, 0, 11, 13, 0, 1});
-    Zan_Matrix4 assigned;
-    assigned = plane;
-    CHECK(doubles(assigned) == doubles(space));
-    CHECK(doubles(Zan_Matrix4(kNumbered) *= plane) == doubles(product(kNumbered, space)));
-}
 
 TEST_CASE("where both columns have nearly the same length, z is scaled by it too") {
     struct Row {
@@ -42,13 +26,4 @@ TEST_CASE("where both columns have nearly the same length, z is scaled by it too
             matrix({row.m00, row.m01, 0, 0, row.m10, row.m11, 0, 0, 0, 0, row.scaleZ, 0, 11, 13, 0, 1});
         CHECK(doubles(space) == doubles(expected));
     }
-}
-
-TEST_CASE("a 4x4 matrix converted to 3x3 loses one row and one column") {
-    Zan_Matrix3 kept;
-    kept.AssignFromByDroppingZ(kNumbered);
-    CHECK(doubles(kept) == doubles(matrix({0, 1, 3, 10, 11, 13, 30, 31, 33})));
-    // Indices outside of 0 to 3 count as the nearest.
-    kept.AssignFromByDroppingIndices(kNumbered, -1, 4);
-    CHECK(doubles(kept) == doubles(matrix({10, 11, 12, 20, 21, 22, 30, 31, 32})));
 }

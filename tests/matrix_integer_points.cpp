@@ -68,32 +68,3 @@ TEST_CASE("16.16 points are transformed as integers, by a translation in whole u
         check<Zan_FixedPoint>(row, "0x110027 sev 8: overflow in fixed point transformation.");
     }
 }
-
-TEST_CASE("16-bit points as points of space are divided, clamped and truncated") {
-    struct SpaceRow {
-        const char* what;
-        double m00, m03, m30, m31, m33;
-        Zan_Point point, image;  // v, h
-    };
-    const SpaceRow rows[] = {
-        {"fractions are truncated toward zero", 1, 0, 0.7, -2.7, 1, {0, 0}, {-2, 0}},
-        {"a fraction away from the ends of the range", 1, 0, 0.9, -0.9, 1, {-32766, 32766}, {-32766, 32766}},
-        {"just outside of the range", 1, 0, 0, 0, 1, {-32768, 32767}, {-32767, 32766}},
-        {"far outside of the range", 1, 0, 4e4, -4e4, 1, {0, 0}, {-32767, 32766}},
-        {"divided by w, which is h", 1, 1, 0, 0, 0, {7, 2}, {3, 1}},
-        {"not divided where w is 0", 1, 0, 1, 2, 0, {4, 3}, {6, 4}},
-        {"NaN gives 0", kNaN, 0, 0, 0, 1, {4, 3}, {4, 0}},
-    };
-    for (const SpaceRow& row : rows) {
-        CAPTURE(row.what);
-        const Zan_Matrix4 m = matrix({row.m00, 0, 9, row.m03, 0, 1, 9, 0, 9, 9, 9, 9, row.m30, row.m31, 9, row.m33});
-        Zan_Point points[] = {row.point, row.point, row.point};
-        CHECK(Zan_3DTransform2DPoints(&m, 2, points) == 0);
-        for (int i = 0; i < 2; ++i) {
-            CHECK(points[i].v == row.image.v);
-            CHECK(points[i].h == row.image.h);
-        }
-        CHECK(points[2].v == row.point.v);
-        CHECK(points[2].h == row.point.h);
-    }
-}

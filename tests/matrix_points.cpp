@@ -25,7 +25,6 @@ struct Operation {
     const char* pointSite = nullptr;
     const char* arraySite = nullptr;
 };
-enum class Form { kFunction, kPointMember, kArrayMember };
 
 bool nearZero(double w) { return w > -1e-12 && w < 1e-12; }
 
@@ -57,63 +56,55 @@ bool transformByDefinition(const M& m, Division division, bool tested, V* point)
 // values with matrices that make w equal to x.
 enum class Numbers { kTame, kNasty, kWIsX };
 
-template <class M, class V>
-void checkForm(const Operation<M, V>& operation, Form form, Numbers numbers, int32_t count, Random& random) {
-    const char* site = form == Form::kPointMember   ? operation.pointSite
-                       : form == Form::kArrayMember ? operation.arraySite
-                                                    : nullptr;
-    CAPTURE(static_cast<int>(form), static_cast<int>(numbers), count);
-    const auto number = [&] { return numbers == Numbers::kTame ? random.plain(1, 2) : random.nasty(); };
-    const M m = fill<M>([&](int i, int j) {
-        if (numbers != Numbers::kWIsX || j < sizeOf<M> - 1) return number();
-        return i == 0 ? 1.0 : 0.0;
-    });
-    // One point more than is to be transformed.
-    std::vector<V> points(static_cast<size_t>(std::max(count, 0)) + 1);
-    for (V& point : points) {
-        DoublesOf<V> coordinates;
-        for (double& x : coordinates) x = number();
-        point = std::bit_cast<V>(coordinates);
-    }
-    std::vector<V> expected = points;
-    bool complete = true;
-    for (int32_t i = 0; i < count && complete; ++i) {
-        complete = transformByDefinition(m, operation.division, site != nullptr, &expected[static_cast<size_t>(i)]);
-    }
-
-    HostReports host;
-    if (form == Form::kFunction) {
-        CHECK(operation.function(&m, count, points.data()) == 0);
-    } else {
-        const auto call = [&] {
-            if (form == Form::kArrayMember) (m.*operation.arrayMember)(count, points.data());
-            for (int32_t i = 0; i < count && form == Form::kPointMember; ++i) {
-                (m.*operation.pointMember)(&points[static_cast<size_t>(i)]);
-            }
-        };
-        CHECK(thrownBy(call) == (complete ? 0 : Zan_Err_HomogeneousWZero));
-    }
-    CHECK(host.takeAll() == (complete ? "" : std::string("0x1100") + site + " sev 8: homogeneous point has W=0"));
-    for (size_t i = 0; i < points.size(); ++i) {
-        CAPTURE(i);
-        CHECK(doubles(points[i]) == doubles(expected[i]));
+// Calls transform(m, count, points) for random points. Where there is a site, w is tested.
+template <class M, class V, class Transform>
+void checkForm(const char* form, Division division, const char* site, Transform transform) {
+    Random random(44);
+    for (int round = 0; round < 144; ++round) {
+        const auto numbers = static_cast<Numbers>(round % 3);
+        const int32_t count = round / 3 % 12 - 1;
+        CAPTURE(form, round);
+        const auto number = [&] { return numbers == Numbers::kTame ? random.plain(1, 2) : random.nasty(); };
+        const M m = fill<M>([&](int i, int j) {
+            if (numbers != Numbers::kWIsX || j < sizeOf<M> - 1) return number();
+            return i == 0 ? 1.0 : 0.0;
+        });
+        // One point more than is to be transformed.
+        std::vector<V> points(static_cast<size_t>(std::max(count, 0)) + 1);
+        for (V& point : points) {
+            DoublesOf<V> coordinates;
+            for (double& x : coordinates) x = number();
+            point = std::bit_cast<V>(coordinates);
+        }
+        std::vector<V> expected = points;
+        bool complete = true;
+        for (int32_t i = 0; i < count && complete; ++i) {
+            complete = transformByDefinition(m, division, site != nullptr, &expected[static_cast<size_t>(i)]);
+        }
+        HostReports host;
+        CHECK(thrownBy([&] { transform(m, count, points.data()); }) == (complete ? 0 : Zan_Err_HomogeneousWZero));
+        CHECK(host.takeAll() == (complete ? "" : std::string("0x1100") + site + " sev 8: homogeneous point has W=0"));
+        for (size_t i = 0; i < points.size(); ++i) {
+            CAPTURE(i);
+            CHECK(doubles(points[i]) == doubles(expected[i]));
+        }
     }
 }
 
 template <class M, class V>
 void check(const Operation<M, V>& operation) {
     CAPTURE(operation.what);
-    Random random(44);
-    for (const Numbers numbers : {Numbers::kTame, Numbers::kNasty, Numbers::kWIsX}) {
-        for (int repetition = 0; repetition < 4; ++repetition) {
-            for (int32_t count = -1; count <= 10; ++count) {
-                if (operation.function != nullptr) checkForm(operation, Form::kFunction, numbers, count, random);
-                if (operation.pointMember == nullptr) continue;
-                checkForm(operation, Form::kPointMember, numbers, count, random);
-                checkForm(operation, Form::kArrayMember, numbers, count, random);
-            }
-        }
+    if (operation.function != nullptr) {
+        checkForm<M, V>("function", operation.division, nullptr, [&](const M& m, int32_t count, V* points) {
+            CHECK(operation.function(&m, count, points) == 0);
+        });
     }
+    if (operation.pointMember == nullptr) return;
+    checkForm<M, V>("point member", operation.division, operation.pointSite, [&](const M& m, int32_t count, V* points) {
+        for (int32_t i = 0; i < count; ++i) (m.*operation.pointMember)(points + i);
+    });
+    checkForm<M, V>("array member", operation.division, operation.arraySite,
+                    [&](const M& m, int32_t count, V* points) { (m.*operation.arrayMember)(count, points); });
 }
 
 }  // namespace

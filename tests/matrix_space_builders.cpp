@@ -19,9 +19,7 @@ TEST_CASE("an axis shorter than 1e-12 is reported") {
 
     double rx = 9, ry = 9, rz = 9;
     CHECK(Zan_ConvertAxisAngleToOrderedXYZRotation(-kBelow12, 0, 0, 0.5, &rx, &ry, &rz) == Zan_Result_BadAxis);
-    CHECK(rx == 0);
-    CHECK(ry == 0);
-    CHECK(rz == 0);
+    CHECK(doubles(Vector3(rx, ry, rz)) == doubles(Vector3(0, 0, 0)));
     CHECK(host.takeAll() == kCannotBuildRotation);
 
     m.RotateAxis(0, 1e-12, 0, kPi / 2);
@@ -74,27 +72,8 @@ TEST_CASE("an axis that the matrix shrinks below 1e-12 is skipped, one that it s
     }
 }
 
-TEST_CASE("translation, scale and projection in space") {
-    const Zan_Matrix4 before = matrix({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16});
-    Zan_Matrix4 m = before;
-    m.Translate(1, 2, 3);
-    CHECK(doubles(m) == doubles(matrix({5, 10, 15, 4, 13, 22, 31, 8, 21, 34, 47, 12, 29, 46, 63, 16})));
-    m = before;
-    m.Scale(2, 1, -1);
-    CHECK(doubles(m) == doubles(matrix({2, 2, -3, 4, 10, 6, -7, 8, 18, 10, -11, 12, 26, 14, -15, 16})));
-    m = before;
-    m.Project(4);  // (x, y, z, w) becomes (x, y, z - w, z / 4)
-    CHECK(doubles(m) == doubles(matrix({1, 2, -1, 0.75, 5, 6, -1, 1.75, 9, 10, -1, 2.75, 13, 14, -1, 3.75})));
-}
-
 TEST_CASE("a scale by 1 is a product like any other: a NaN spreads over its row") {
     Zan_Matrix4 m = with(Zan_Matrix4(true), 0, 0, kNaN);
     m.Scale(1, 1, 1);
     CHECK(std::isnan(m.m03));
-}
-
-TEST_CASE("a change of basis replaces the matrix and reads no w") {
-    Zan_Matrix4 m = fill<Zan_Matrix4>([](int, int) { return kNaN; });
-    m.SetCOB({1, 2, 3, kNaN}, {4, 5, 6, kNaN}, {7, 8, 9, kNaN});
-    CHECK(doubles(m) == doubles(linear({1, 4, 7, 2, 5, 8, 3, 6, 9})));
 }
