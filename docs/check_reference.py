@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
-"""Compares the exported symbols with the documented names, and the reporting sites with docs/reports.md.
+"""Compares the exported symbols with the documented names, and the reporting sites with docs/reports.md. Every function
+and type that the reference lists has a sentence of its own.
 
 Run from the top of the tree after Doxygen: docs/check_reference.py. Prints what is not documented; status 1 then.
 """
+import pathlib
 import re
 import sys
 import xml.etree.ElementTree as ElementTree
@@ -20,11 +22,29 @@ def documented_names():
     return names
 
 
+def without_brief():
+    """Functions and types whose own description is empty, and members whose sentence Doxygen took for the heading of a
+    group: it does when no blank line separates them."""
+    found = set()
+    for path in pathlib.Path("build/docs/xml").glob("*.xml"):
+        for compound in ElementTree.parse(path).getroot().findall("compounddef"):
+            if compound.get("kind") not in ("struct", "class", "group"):
+                continue
+            for member in compound.iter("memberdef"):
+                if member.get("kind") == "variable" or member.get("prot") != "public":
+                    continue
+                if not "".join(member.find("briefdescription").itertext()).strip():
+                    owner, name = compound.findtext("compoundname"), member.findtext("name")
+                    found.add(f"{owner}: {name}{member.findtext('argsstring') or ''}")
+    return sorted(found)
+
+
 def main():
     with open("zan.exports", encoding="utf-8") as lines:
         exported = exported_names(line.strip() for line in lines if line.strip() and not line.startswith("#"))
     documented = documented_names()
     failures = [f"exported, but not documented: {name}" for name in sorted(exported - documented)]
+    failures += [f"no sentence of its own: {name}" for name in without_brief()]
     with open("frame/sites.def", encoding="utf-8") as sites, open("docs/reports.md", encoding="utf-8") as page:
         text = page.read()
         for number in re.findall(r"^ZAN_SITE\((0x[0-9A-F]+),", sites.read(), re.M):

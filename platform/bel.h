@@ -95,11 +95,12 @@ ZAN_PLATFORM_API int32_t Bel_TranslateAndReportException(const std::exception& e
 
 /// Memory that the host tracks.
 struct Bel_MemTrackedObject {
+    /// Allocates a block.
     /// @param bytes   size of the block, which is aligned for any type
     /// @param unused  Zan passes false
     /// @throws std::bad_alloc, without a report
     [[nodiscard]] ZAN_PLATFORM_API static void* TrackedNew(std::size_t bytes, bool unused);
-    /// Null does nothing.
+    /// Frees a block; null does nothing.
     ZAN_PLATFORM_API static void TrackedDelete(void* block);
 };
 

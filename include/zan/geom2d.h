@@ -13,6 +13,8 @@
 /// @defgroup rectrelations Relations of two rectangles a and b
 /// The selectors of Zan_RectCompare, Zan_LRectCompare and Zan_FixedRectCompare.
 /// @{
+
+/// One of the relations.
 using Zan_RectRelation = int16_t;
 inline constexpr Zan_RectRelation Zan_RectRelation_Equal = 0;           ///< all four fields are equal, also when empty
 inline constexpr Zan_RectRelation Zan_RectRelation_Larger = 1;          ///< a is wider and taller than b

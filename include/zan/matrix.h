@@ -30,6 +30,8 @@ struct Zan_Matrix4Decomp {
 /// 0; otherwise by whether m00 and m11 are both 1 and whether m20 and m21 are both 0. A NaN equals nothing. Kinds 0 to
 /// 3 transform axis-aligned rectangles to axis-aligned rectangles.
 /// @{
+
+/// One of the kinds.
 using Zan_MatrixType = int32_t;
 inline constexpr Zan_MatrixType Zan_MatrixType_Identity = 0;        ///< leaves points unchanged
 inline constexpr Zan_MatrixType Zan_MatrixType_Translate = 1;       ///< m00 = m11 = 1, translation not 0
@@ -47,7 +49,9 @@ struct Zan_Matrix3 {
     double m10, m11, m12;  ///< row 1: the image of (0, 1, 0)
     double m20, m21, m22;  ///< row 2: the translation m20, m21
 
+    /// Leaves the elements uninitialised.
     Zan_Matrix3() = default;
+    /// Makes an identity matrix, or an uninitialised one.
     /// @param identity  true sets the matrix to the identity, false leaves it uninitialised
     ZAN_API explicit Zan_Matrix3(bool identity);
 
@@ -111,6 +115,7 @@ struct Zan_Matrix3 {
     /// @name Building: this := this * step, the transform so far, then the step
     /// The functions of @ref matrixbuilders; angles in degrees.
     /// @{
+
     ZAN_API void Translate(double tx, double ty);                    ///< Zan_TranslateMatrix
     ZAN_API void Rotate(double degrees);                             ///< Zan_RotateMatrix about (0, 0)
     ZAN_API void Rotate(double degrees, double cx, double cy);       ///< Zan_RotateMatrix
@@ -132,6 +137,7 @@ struct Zan_Matrix3 {
     /// @name Points, in place
     /// As the functions of @ref matrixpoints. A count below 1 does nothing.
     /// @{
+
     /// Affine: x' = x*m00 + y*m10 + m20, y' = x*m01 + y*m11 + m21. Column 2 is not read.
     ZAN_API void TransformPoint(Zan_Vector2T<double>* point) const;
     /// The product of the homogeneous point (x, y, w = z) with all three columns, not divided by w.
@@ -153,6 +159,7 @@ struct Zan_Matrix3 {
     /// are unchanged, earlier ones stay transformed. The Fast members divide by any W and report nothing. A count below
     /// 1 does nothing.
     /// @{
+
     ZAN_API void TransformPointAndDivide(Zan_Vector3T<double>* point) const;                       ///< 0x110039
     ZAN_API void TransformPointAndDivide(Zan_Vector2T<double>* point) const;                       ///< 0x110039
     ZAN_API void TransformPointsAndDivide(int32_t count, Zan_Vector3T<double>* points) const;      ///< 0x11003A
@@ -176,7 +183,9 @@ struct Zan_Matrix4 {
     double m20, m21, m22, m23;  ///< row 2: the image of (0, 0, 1, 0)
     double m30, m31, m32, m33;  ///< row 3: the translation m30, m31, m32
 
+    /// Leaves the elements uninitialised.
     Zan_Matrix4() = default;
+    /// Makes an identity matrix, or an uninitialised one.
     /// @param identity  true sets the matrix to the identity, false leaves it uninitialised
     ZAN_API explicit Zan_Matrix4(bool identity);
 
@@ -242,6 +251,7 @@ struct Zan_Matrix4 {
     /// @name Building: this := this * step, the transform so far, then the step
     /// The functions of @ref matrixbuilders; angles in radians.
     /// @{
+
     ZAN_API void Translate(double tx, double ty, double tz);  ///< Zan_TranslateMatrix4
     ZAN_API void Scale(double sx, double sy, double sz);      ///< Zan_ScaleMatrix4
     /// Zan_RotateMatrix4. Throws Zan_Result_BadAxis, reported, where that returns it.
@@ -265,6 +275,7 @@ struct Zan_Matrix4 {
     /// @name Points, in place
     /// As the functions of @ref matrixpoints. A count below 1 does nothing.
     /// @{
+
     /// The product with all four columns, not divided by w.
     ZAN_API void TransformPoint(Zan_Vector4T<double>* point) const;
     /// The product of (x, y, z, 1), whose w is dropped without a division.
@@ -279,6 +290,7 @@ struct Zan_Matrix4 {
     /// As in Zan_Matrix3, but multiplied by one reciprocal: with r = 1 / W the point becomes (X*r, Y*r, Z*r, 1.0), so
     /// that the last bit can differ from that of a division. A Zan_Vector3T enters as (x, y, z, 1).
     /// @{
+
     ZAN_API void TransformPointAndDivide(Zan_Vector4T<double>* point) const;                       ///< 0x11003B
     ZAN_API void TransformPointAndDivide(Zan_Vector3T<double>* point) const;                       ///< 0x11003B
     ZAN_API void TransformPointsAndDivide(int32_t count, Zan_Vector4T<double>* points) const;      ///< 0x11003C
@@ -655,6 +667,11 @@ ZAN_API int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect
 /// reflection), the axes and the scales are negated, the shears are not. The angles are those of the rotation R = Rz *
 /// Ry * Rx whose rows are the axes; Zan_RotateMatrix4XYZ appends it. With |cos ry| < 1e-5 (gimbal lock) rx and rz are
 /// not determined separately: rx is 0.
+///
+/// The parts make m / m33 again as L * R * T, with the translation T = (tx, ty, tz) and L = rows (sx, 0, 0),
+/// (k*shearXY, sy, 0), (k*shearXZ, k*shearYZ, sz), where k is -1 for a reflection (sx < 0) and 1 otherwise. A scale of
+/// 0 leaves its axis and the shears along it 0; the angles are then not those of a rotation, and the parts make another
+/// transform.
 /// @param m       the transform
 /// @param out     receives the parts; all zeros on failure
 /// @param failed  null: a failure is reported. Otherwise a failure sets it to 1 and is not reported; success leaves it

@@ -94,8 +94,10 @@ ZAN_API int32_t Zan_IsFloatPointInQuad(const Zan_Vector2T<double>* point, const 
 template <class T>
 class Zan_TrackedAllocator {
 public:
+    /// The type of the objects.
     using value_type = T;
 
+    /// Has no state.
     Zan_TrackedAllocator() = default;
     /// Allocators have no state, so any of them can free what another has allocated.
     template <class U>
@@ -109,10 +111,12 @@ public:
     /// @param objects, count  the result and the argument of allocate
     void deallocate(T* objects, size_t count) noexcept;
 
+    /// True: any allocator can free what another has allocated.
     [[nodiscard]] friend constexpr bool operator==(const Zan_TrackedAllocator& /*a*/,
                                                    const Zan_TrackedAllocator& /*b*/) {
         return true;
     }
+    /// False.
     [[nodiscard]] friend constexpr bool operator!=(const Zan_TrackedAllocator& /*a*/,
                                                    const Zan_TrackedAllocator& /*b*/) {
         return false;
@@ -125,8 +129,11 @@ class ZAN_API Zan_TransformPoly2D {
 public:
     /// Makes a visible layer with uninitialised corners.
     Zan_TransformPoly2D();
+    /// Copies the corners and the visibility.
     Zan_TransformPoly2D(const Zan_TransformPoly2D& other);
+    /// Copies the corners and the visibility.
     Zan_TransformPoly2D& operator=(const Zan_TransformPoly2D& other);
+    /// Frees nothing, since nothing is allocated.
     virtual ~Zan_TransformPoly2D();
 
     /// Sets a corner.
@@ -184,10 +191,13 @@ class ZAN_API Zan_TransformPoly3D {
 public:
     /// Makes a layer with no corner behind, no outline, and uninitialised corners and clip points.
     Zan_TransformPoly3D();
+    /// Copies everything, the outline included.
     /// @throws std::bad_alloc
     Zan_TransformPoly3D(const Zan_TransformPoly3D& other);
+    /// Copies everything, the outline included.
     /// @throws std::bad_alloc; the old outline is then kept
     Zan_TransformPoly3D& operator=(const Zan_TransformPoly3D& other);
+    /// Frees the outline.
     virtual ~Zan_TransformPoly3D();
 
     /// Sets a corner to (p.x, p.y, 0). Does not change which corners are behind, nor the outline.
@@ -266,8 +276,9 @@ extern "C" {
 /// polygon in turn (Sutherland and Hodgman, 1974), in the plane of x and y. For the edges of a clockwise clip polygon
 /// (y upward), a vertex p is inside the edge from a to b when cross(b - a, p - a) < -1e-6. A vertex on the line is
 /// outside, so polygons that only touch give an empty result.
-/// @param clipPolygon  a convex polygon in either order; fewer than three vertices give an empty result. An edge
-///                     between repeated vertices has nothing inside
+/// @param clipPolygon  a convex polygon in either order, each vertex once; fewer than three vertices give an empty
+///                     result. So do repeated vertices, since an edge between them has nothing inside: a closed ring,
+///                     whose last vertex repeats the first, clips everything away
 /// @param subject      a polygon that does not cross itself; fewer than three vertices give an empty result
 /// @param result       receives the subject's vertices that are left, with their z and w, and the intersections, with z
 ///                     and w interpolated along the edge; may be the same vector as one of the others

@@ -162,7 +162,9 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 ///
 /// Sums, differences and products are computed in 32 bits. If that may overflow (by the conservative test of
 /// Zan_MulWouldOverflow), common factors are cancelled and the operation is repeated. If the result may still overflow,
-/// the operation fails, or the result is approximated in double precision. The status pointer decides:
+/// the operation fails, or the result is approximated as the status pointer decides. An approximation is calculated in
+/// double precision and converted by Zan_FpLong2Ratio, which rounds it to single precision first: the relative error is
+/// up to 2^-24 (6e-8), and a result below 2^-31 becomes 0.
 ///
 /// | status pointer | approximation allowed | halving of a divisor allowed | on failure |
 /// |---|---|---|---|
@@ -171,8 +173,8 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// | a byte | if it has Zan_RatioAllowApproximation | if it has Zan_RatioAllowHalving | returns 0 |
 ///
 /// The byte receives Zan_RatioExact, Zan_RatioFailed or Zan_RatioApproximated; a division that halved its divisor also
-/// sets Zan_RatioDivisorHalved. A zero denominator is reported and its
-/// code returned whatever the status pointer is, and the byte is set to 0.
+/// sets Zan_RatioDivisorHalved. A zero denominator is reported and its code returned whatever the status pointer is,
+/// and the byte is set to 0.
 ///
 /// A numerator of -2^31 has the magnitude 2^31: unless it can be reduced, no product with it fits, and it cannot be
 /// subtracted. The operation fails then; it never stores a wrong value.
@@ -228,7 +230,8 @@ ZAN_API int32_t Zan_RecipRatio(const Zan_Ratio* source, Zan_Ratio* destination, 
                                                  int32_t* destination, bool* overflow);
 
 /// Rounds a value to single precision and converts it to the nearest ratio with both terms at most 2^30, in lowest
-/// terms (continued fractions; Khinchin, 1935).
+/// terms (continued fractions; Khinchin, 1935). The relative error is up to 6e-8 for magnitudes from 2^-30 to 2^30. So
+/// a frame rate of 29.97 becomes 15712911/524288, and 30000.0 / 1001.0 does not become 30000/1001.
 /// @param value        a magnitude above 2^30 is clipped to 2^30 / 1; one that rounds to at most 2^-31 gives 0/1
 /// @param destination  receives the ratio; {0, 0} on overflow
 /// @param overflow     receives whether value is infinite, NaN, or at least 2^31 in magnitude; not null

@@ -116,7 +116,9 @@ template <class T>
 struct Zan_Vector2T {
     T x, y;
 
+    /// Leaves the members uninitialised.
     Zan_Vector2T() = default;
+    /// The vector (xValue, yValue).
     constexpr Zan_Vector2T(T xValue, T yValue) : x(xValue), y(yValue) {}
 
     /// (x - o.x)^2 + (y - o.y)^2, computed in T.
@@ -129,6 +131,7 @@ struct Zan_Vector2T {
     [[nodiscard]] friend constexpr bool operator==(const Zan_Vector2T& a, const Zan_Vector2T& b) {
         return a.x == b.x && a.y == b.y;
     }
+    /// The opposite of ==.
     [[nodiscard]] friend constexpr bool operator!=(const Zan_Vector2T& a, const Zan_Vector2T& b) { return !(a == b); }
 };
 
@@ -137,7 +140,9 @@ template <class T>
 struct Zan_Vector3T {
     T x, y, z;
 
+    /// Leaves the members uninitialised.
     Zan_Vector3T() = default;
+    /// The vector (xValue, yValue, zValue).
     constexpr Zan_Vector3T(T xValue, T yValue, T zValue) : x(xValue), y(yValue), z(zValue) {}
     /// The homogeneous point (v.x, v.y, 1).
     explicit constexpr Zan_Vector3T(const Zan_Vector2T<T>& v) : x(v.x), y(v.y), z(1) {}
@@ -151,7 +156,9 @@ template <class T>
 struct Zan_Vector4T {
     T x, y, z, w;
 
+    /// Leaves the members uninitialised.
     Zan_Vector4T() = default;
+    /// The vector (xValue, yValue, zValue, wValue).
     constexpr Zan_Vector4T(T xValue, T yValue, T zValue, T wValue) : x(xValue), y(yValue), z(zValue), w(wValue) {}
     /// The homogeneous point (v.x, v.y, v.z, 1).
     explicit constexpr Zan_Vector4T(const Zan_Vector3T<T>& v) : x(v.x), y(v.y), z(v.z), w(1) {}

@@ -382,6 +382,7 @@ ZAN_API int32_t Zan_UnprepareFTrig(void);
 
 // --- zan/geom2d.h
 
+/// One of the relations.
 typedef int16_t Zan_RectRelation;
 
 // Relations of two rectangles a and b
@@ -585,6 +586,7 @@ ZAN_API int32_t Zan_PtToAngle(const Zan_Rect* rect, Zan_Point point, int16_t* an
 
 // --- zan/matrix.h
 
+/// One of the kinds.
 typedef int32_t Zan_MatrixType;
 
 // Kinds of a Zan_Matrix3
