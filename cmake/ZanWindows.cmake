@@ -2,6 +2,33 @@
 find_program(ZAN_LLVM_DLLTOOL NAMES llvm-dlltool llvm-dlltool-14
              DOC "Makes the import libraries for Microsoft's tools (zan.lib)")
 
+# zan_use_windows_runtime(TARGET): the target's code calls the system's C runtime where MinGW would link code of its own, which
+# has x87 arithmetic: the functions of mathematics, and printf.
+function(zan_use_windows_runtime target)
+  if(NOT MINGW)
+    return()
+  endif()
+  # GCC would replace a sine and a cosine of the same angle by sincos, which the system does not have.
+  target_compile_options(${target} PRIVATE -include "${PROJECT_SOURCE_DIR}/cmake/mingw_stdio.h" -fno-builtin-sin
+                                           -fno-builtin-cos)
+  if(NOT TARGET zan_msvcrt_math)
+    set(library "${PROJECT_BINARY_DIR}/lib/libmsvcrt_math.a")
+    set(def "${PROJECT_SOURCE_DIR}/cmake/msvcrt_math.def")
+    file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+    add_custom_command(OUTPUT "${library}" COMMAND "${CMAKE_DLLTOOL}" -d "${def}" -l "${library}" DEPENDS "${def}" VERBATIM)
+    add_custom_target(zan_msvcrt_math DEPENDS "${library}")
+    set_property(TARGET zan_msvcrt_math PROPERTY ZAN_LIBRARY "${library}")
+  endif()
+  get_target_property(type ${target} TYPE)
+  if(NOT type STREQUAL "OBJECT_LIBRARY")
+    add_dependencies(${target} zan_msvcrt_math)
+    get_target_property(library zan_msvcrt_math ZAN_LIBRARY)
+    target_link_libraries(${target} PRIVATE "${library}")
+    # Undefined from the start, since MinGW's ldexpf, which comes after the library above, needs it.
+    target_link_options(${target} PRIVATE LINKER:--undefined=ldexp)
+  endif()
+endfunction()
+
 # zan_windows_library(TARGET EXPORT-LIST DESCRIPTION OBJECTS)
 # Makes TARGET a DLL that exports its list. In the folder lib, makes TARGET.def, libTARGET.dll.a and, if llvm-dlltool was
 # found, TARGET.lib.
