@@ -1,4 +1,5 @@
-// Multiplication and division in 16.16 and 8.24, with results calculated by hand.
+// Products and quotients at the limits of 16.16 and 8.24, with results calculated by hand. The property
+// scalar_fixed_point covers the rest.
 #include "tests/support/host_reports.h"
 #include "zan/scalar.h"
 
@@ -17,14 +18,10 @@ struct Row {
 constexpr Row kFixMul[] = {
     {"16 trailing zeros in both together are too few: the low 8 bits of both are dropped", 0x10000, 0x12345, 0x12300},
     {"17 trailing zeros in one operand: exact", 0x60000, 0x12345, 0x6D39E},
-    {"17 trailing zeros in both together: exact", 0x300, 0x20200, 0x606},
     {"15 in both together are too few, too", 0x300, 0x20180, 0x603},
     {"15 in one operand and 15 in the other: exact", 0x18000, 0x18000, 0x24000},
     {"dropping bits of a negative number rounds toward minus infinity", -1, 0x10001, -0x100},
     {"all bits of both are dropped", 1, 1, 0},
-    {"two negative numbers", -0x18000, -0x20000, 0x30000},
-    {"zero and a negative number", 0, -0x10000, 0},
-    {"a negative number and zero", -0x12345, 0, 0},
     {"a positive product that does not fit", 0x7FFF0000, 0x20000, kFails},
     {"a negative product that does not fit", -0x7FFF0000, 0x20000, kFails},
     {"-32768 negated does not fit", kMin, -0x10000, kFails},
@@ -32,28 +29,14 @@ constexpr Row kFixMul[] = {
     {"a product that wraps to the right sign is not detected", 0x1000000, 0x1020000, 0x2000000},
 };
 constexpr Row kFixDiv[] = {
-    {"the largest dividend for which the divisor keeps all bits", 0xFFFF, 3, 0x55550000},
     {"the smallest dividend for which the divisor loses a bit", 0x10000, 7, 0x2AAAAAAA},
     {"the divisor loses all its bits", 0x1000000, 0x100, kFails},
     {"the largest quotient", 0x7FFFFFFF, 0x10000, 0x7FFFFFFF},
-    {"0 divided by 0", 0, 0, kFails},
-    {"a negative quotient that does not fit", -0xFFFF, 1, kFails},
     {"-32768 fits, and equals the failure value", kMin, 0x10000, kMin},
-    {"-32768 divided by 2", kMin, 0x20000, -0x40000000},
     {"a divisor of -32768", 0x7FFF0000, kMin, -0xFFFE},
     {"-32768 divided by itself", kMin, kMin, 0x10000},
 };
-constexpr Row kFix24Mul[] = {
-    {"a half rounds away from zero", -0x1000, 0x800, -1},
-    {"less than a half rounds to zero", 0xFFF, 0x800, 0},
-    {"-128 fits, and equals the failure value", 0x8000000, -0x10000000, kMin},
-    {"-128.5 fails without a report", -0x40400000, 0x2000000, kFails},
-    {"within half a step of 128: fails without a report", 0x8000008, 0xFFFFFF0, kFails},
-    {"128 is reported", 0x8000000, 0x10000000, kFails, "0x110008 sev 8: overflow in fix24 multiply."},
-};
 constexpr Row kFix24Ratio[] = {
-    {"a half rounds away from zero", -1, 0x2000000, -1},
-    {"-128 fits, and equals the failure value", kMin, 0x1000000, kMin},
     {"-128.5 fails without a report", -257, 2, kFails},
     {"128 is reported", 128, 1, kFails, "0x110009 sev 8: overflow in fix24 divide."},
     {"-129 is reported", -129, 1, kFails, "0x110009 sev 8: overflow in fix24 divide."},
@@ -74,5 +57,4 @@ void check(int32_t (*operation)(int32_t, int32_t), const Row (&rows)[N]) {
 
 TEST_CASE("16.16 products") { check(Zan_FixMul, kFixMul); }
 TEST_CASE("16.16 quotients") { check(Zan_FixDiv, kFixDiv); }
-TEST_CASE("8.24 products") { check(Zan_Fix24Mul, kFix24Mul); }
 TEST_CASE("8.24 quotients") { check(Zan_Fix24Ratio, kFix24Ratio); }
