@@ -73,12 +73,6 @@ void checkOperation(const Entry& entry) {
 }
 
 // Points on a line are rare among the cases above, and so are many points.
-void hullOfLine(int count, const Vector2& step) {
-    std::vector<Vector2> points, hull;
-    for (int i = 0; i < count; ++i) points.emplace_back(i * step.x, i * step.y);
-    Zan_ComputeConvexHull(points.cbegin(), points.cend(), hull);
-}
-
 const struct HullRow {
     const char* what;
     int points;
@@ -99,8 +93,10 @@ int main() {
     Bel_SetReportHandler([](void*, const Bel_Report*) {}, nullptr);
     for (const Entry& entry : entries()) checkOperation(entry);
     for (const HullRow& row : kHulls) {
+        std::vector<Vector2> points, hull;
+        for (int i = 0; i < row.points; ++i) points.emplace_back(i * row.step.x, i * row.step.y);
         std::feclearexcept(FE_ALL_EXCEPT);
-        hullOfLine(row.points, row.step);
+        Zan_ComputeConvexHull(points.cbegin(), points.cend(), hull);
         const int flags = std::fetestexcept(kErrors);
         if (flags != 0) fail(row.what, 0, flags);
     }

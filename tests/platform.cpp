@@ -53,8 +53,6 @@ constexpr FailureRow kFailures[] = {
     {"every quiet handle", kBel_QuietAllocations, 1, true, "+-+ +-+ +-+"},
     {"two kinds have one count; from the third on", kBel_HandleAllocations | kBel_TrackedAllocations, 3, true,
      "+++ -+- -+-"},
-    {"two kinds have one count; only the fourth", kBel_QuietAllocations | kBel_TrackedAllocations, 4, false,
-     "+++ ++- +++"},
 };
 
 bool allocates(Bel_Handle handle) {

@@ -72,41 +72,32 @@ enum class Outcome {
 
 struct PrepareRow {
     const char* what;
+    const Service& service;
     Reclaimed reclaimed;
     bool prepared;  // by an earlier call
     bool failIfReclaimed, reportFailure;
     uint64_t failingAllocation;  // 1 is the first; 0 for none
-    bool andAllAfter;
     Outcome outcome;
     uint64_t handles, tablesInMemory;  // allocated afterwards, and tables not reclaimed
 };
-constexpr PrepareRow kCharMathRows[] = {
-    {"tables in place", Reclaimed::kNone, false, true, true, 0, false, Outcome::kReady, 2, 2},
-    {"only the first is reclaimed: both are rebuilt", Reclaimed::kFirst, false, false, true, 0, false, Outcome::kReady,
+const PrepareRow kPrepareRows[] = {
+    {"tables in place", kCharMath, Reclaimed::kNone, false, true, true, 0, Outcome::kReady, 2, 2},
+    {"the first is reclaimed: both are rebuilt", kCharMath, Reclaimed::kFirst, false, false, true, 0, Outcome::kReady,
      2, 2},
-    {"only the second is reclaimed: both are rebuilt", Reclaimed::kSecond, false, false, false, 0, false,
+    {"the second is reclaimed: both are rebuilt", kCharMath, Reclaimed::kSecond, false, false, false, 0,
      Outcome::kReady, 2, 2},
-    {"both are reclaimed and rebuilt", Reclaimed::kBoth, false, false, true, 0, false, Outcome::kReady, 2, 2},
-    {"rebuilding is not wanted; reported", Reclaimed::kFirst, false, true, true, 0, false, Outcome::kNotReady, 2, 1},
-    {"rebuilding is not wanted; not reported", Reclaimed::kSecond, false, true, false, 0, false, Outcome::kNotReady, 2,
+    {"rebuilding is not wanted; reported", kCharMath, Reclaimed::kFirst, false, true, true, 0, Outcome::kNotReady, 2,
      1},
-    {"tables that are prepared are not checked", Reclaimed::kBoth, true, false, true, 0, false, Outcome::kReady, 2, 0},
-    {"tables that are prepared are not allocated again", Reclaimed::kFirst, true, true, true, 1, true, Outcome::kReady,
+    {"rebuilding is not wanted; not reported", kCharMath, Reclaimed::kSecond, false, true, false, 0, Outcome::kNotReady,
      2, 1},
-    {"no memory for the first; the second is allocated", Reclaimed::kFirst, false, false, true, 1, false,
-     Outcome::kLost, 1, 1},
-    {"no memory for the second", Reclaimed::kBoth, false, false, true, 2, false, Outcome::kLost, 1, 1},
-    {"no memory for either; not reported", Reclaimed::kBoth, false, false, false, 1, true, Outcome::kLost, 0, 0},
-};
-constexpr PrepareRow kTrigRows[] = {
-    {"table in place", Reclaimed::kNone, false, true, true, 0, false, Outcome::kReady, 1, 1},
-    {"reclaimed and rebuilt", Reclaimed::kFirst, false, false, true, 0, false, Outcome::kReady, 1, 1},
-    {"rebuilding is not wanted; reported", Reclaimed::kFirst, false, true, true, 0, false, Outcome::kNotReady, 1, 0},
-    {"rebuilding is not wanted; not reported", Reclaimed::kFirst, false, true, false, 0, false, Outcome::kNotReady, 1,
+    {"tables that are prepared are not checked", kCharMath, Reclaimed::kBoth, true, true, true, 0, Outcome::kReady, 2,
      0},
-    {"a table that is prepared is not checked", Reclaimed::kFirst, true, false, true, 0, false, Outcome::kReady, 1, 0},
-    {"no memory; reported", Reclaimed::kFirst, false, false, true, 1, false, Outcome::kLost, 0, 0},
-    {"no memory; not reported", Reclaimed::kFirst, false, false, false, 1, true, Outcome::kLost, 0, 0},
+    {"no memory for the first; the second is allocated", kCharMath, Reclaimed::kFirst, false, false, true, 1,
+     Outcome::kLost, 1, 1},
+    {"no memory for the second", kCharMath, Reclaimed::kBoth, false, false, false, 2, Outcome::kLost, 1, 1},
+    {"the only table in place", kTrig, Reclaimed::kNone, false, true, true, 0, Outcome::kReady, 1, 1},
+    {"the only table is reclaimed and rebuilt", kTrig, Reclaimed::kFirst, false, false, true, 0, Outcome::kReady, 1, 1},
+    {"no memory for the only table", kTrig, Reclaimed::kFirst, false, false, true, 1, Outcome::kLost, 0, 0},
 };
 
 // The bytes of a service's tables, computed in floating point.
@@ -124,55 +115,50 @@ std::vector<std::string> expectedTables(const Service& service) {
     return &service == &kCharMath ? std::vector{products, quotients} : std::vector{sines};
 }
 
-void checkPrepare(const Service& service, const PrepareRow& row) {
-    CAPTURE(row.what);
-    HostReports host;
-    REQUIRE(Zan_Birth(service.flag, nullptr) == 0);
-    bool ok = false;
-    const void* tables[2] = {};
-    if (row.prepared) REQUIRE(service.prepare(true, true, nullptr, tables) == 0);
-    for (size_t i = 0; i < service.handles.size(); ++i) {
-        if ((static_cast<unsigned>(row.reclaimed) >> i & 1U) != 0) Bel_ReclaimHandle(Zanp_G.*service.handles[i]);
-    }
-    Bel_SetAllocationFailure(kBel_QuietAllocations, row.failingAllocation, row.andAllAfter);
-    Belp_SetThreadLastError(77);
-    const int32_t result = service.prepare(row.reportFailure, row.failIfReclaimed, &ok, tables);
-    Bel_SetAllocationFailure(0, 0, false);
-
-    const bool ready = row.outcome == Outcome::kReady;
-    const bool reported = !ready && row.reportFailure;
-    CHECK(ok == ready);
-    CHECK(result == (reported ? Zan_Result_Failed : 0));
-    CHECK(host.takeAll() == (reported ? service.unavailable : ""));
-    CHECK(Bel_GetThreadLastError() == 77);
-    CHECK(Zanp_G.*service.prepareCount == (row.prepared ? 2 : 1));
-    CHECK(memoryCounts().handles == row.handles);
-    CHECK(memoryCounts().handleBytes == row.tablesInMemory * service.tableBytes);
-    const std::vector<std::string> expected = expectedTables(service);
-    for (size_t i = 0; i < service.handles.size(); ++i) {
-        CAPTURE(i);
-        const void* address = ready ? *(Zanp_G.*service.handles[i]) : nullptr;
-        CHECK(tables[i] == address);
-        if (address != nullptr) CHECK(std::memcmp(address, expected[i].data(), service.tableBytes) == 0);
-    }
-
-    const bool lost = row.outcome == Outcome::kLost;
-    CHECK(service.unprepare() == (lost ? Zan_Err_UnrequestedService : 0));
-    CHECK(host.takeAll() == (lost ? service.notRunningAtUnprepare : ""));
-    CHECK(Zanp_G.*service.prepareCount == (lost || row.prepared ? 1 : 0));
-    CHECK(Zan_Death() == 0);
-    CHECK(memoryCounts().handles == 0);
-    Zanp_G = {};
-}
-
 }  // namespace
 
-TEST_CASE("a prepare call checks, rebuilds and counts the tables of fast char math") {
-    for (const PrepareRow& row : kCharMathRows) checkPrepare(kCharMath, row);
-}
+TEST_CASE("a prepare call checks, rebuilds and counts the tables") {
+    for (const PrepareRow& row : kPrepareRows) {
+        CAPTURE(row.what);
+        const Service& service = row.service;
+        HostReports host;
+        REQUIRE(Zan_Birth(service.flag, nullptr) == 0);
+        bool ok = false;
+        const void* tables[2] = {};
+        if (row.prepared) REQUIRE(service.prepare(true, true, nullptr, tables) == 0);
+        for (size_t i = 0; i < service.handles.size(); ++i) {
+            if ((static_cast<unsigned>(row.reclaimed) >> i & 1U) != 0) Bel_ReclaimHandle(Zanp_G.*service.handles[i]);
+        }
+        Bel_SetAllocationFailure(kBel_QuietAllocations, row.failingAllocation, false);
+        Belp_SetThreadLastError(77);
+        const int32_t result = service.prepare(row.reportFailure, row.failIfReclaimed, &ok, tables);
+        Bel_SetAllocationFailure(0, 0, false);
 
-TEST_CASE("a prepare call checks, rebuilds and counts the table of fast trig") {
-    for (const PrepareRow& row : kTrigRows) checkPrepare(kTrig, row);
+        const bool ready = row.outcome == Outcome::kReady;
+        const bool reported = !ready && row.reportFailure;
+        CHECK(ok == ready);
+        CHECK(result == (reported ? Zan_Result_Failed : 0));
+        CHECK(host.takeAll() == (reported ? service.unavailable : ""));
+        CHECK(Bel_GetThreadLastError() == 77);
+        CHECK(Zanp_G.*service.prepareCount == (row.prepared ? 2 : 1));
+        CHECK(memoryCounts().handles == row.handles);
+        CHECK(memoryCounts().handleBytes == row.tablesInMemory * service.tableBytes);
+        const std::vector<std::string> expected = expectedTables(service);
+        for (size_t i = 0; i < service.handles.size(); ++i) {
+            CAPTURE(i);
+            const void* address = ready ? *(Zanp_G.*service.handles[i]) : nullptr;
+            CHECK(tables[i] == address);
+            if (address != nullptr) CHECK(std::memcmp(address, expected[i].data(), service.tableBytes) == 0);
+        }
+
+        const bool lost = row.outcome == Outcome::kLost;
+        CHECK(service.unprepare() == (lost ? Zan_Err_UnrequestedService : 0));
+        CHECK(host.takeAll() == (lost ? service.notRunningAtUnprepare : ""));
+        CHECK(Zanp_G.*service.prepareCount == (lost || row.prepared ? 1 : 0));
+        CHECK(Zan_Death() == 0);
+        CHECK(memoryCounts().handles == 0);
+        Zanp_G = {};
+    }
 }
 
 TEST_CASE("every output of a prepare call may be null") {
@@ -184,23 +170,18 @@ TEST_CASE("every output of a prepare call may be null") {
 }
 
 TEST_CASE("one unprepare call too many wraps the count, and tables are not checked then") {
-    for (const Service* service : kServices) {
-        HostReports host;
-        CAPTURE(service->unavailable);
-        REQUIRE(Zan_Birth(service->flag, nullptr) == 0);
-        CHECK(service->unprepare() == 0);
-        CHECK(Zanp_G.*service->prepareCount == 0xFFFF);
-        Bel_ReclaimHandle(Zanp_G.*service->handles[0]);
-        bool ok = false;
-        const void* tables[2];
-        CHECK(service->prepare(true, true, &ok, tables) == 0);
-        CHECK(ok);
-        CHECK(tables[0] == nullptr);
-        CHECK(Zanp_G.*service->prepareCount == 0);
-        CHECK(Zan_Death() == 0);
-        CHECK(host.takeAll().empty());
-        Zanp_G = {};
-    }
+    HostReports host;
+    REQUIRE(Zan_Birth(Zan_Service_FastTrig, nullptr) == 0);
+    CHECK(Zan_UnprepareFTrig() == 0);
+    CHECK(Zanp_G.sinePrepareCount == 0xFFFF);
+    Bel_ReclaimHandle(Zanp_G.sineTable);
+    bool ok = false;
+    CHECK(Zan_PrepareFTrig(true, true, &ok, nullptr) == 0);
+    CHECK(ok);
+    CHECK(Zanp_G.sinePrepareCount == 0);
+    CHECK(Zan_Death() == 0);
+    CHECK(host.takeAll().empty());
+    Zanp_G = {};
 }
 
 TEST_CASE("a service that does not run is reported and counts nothing") {
