@@ -27,8 +27,7 @@ Poly withCorners(const Points& corners) {
     for (int32_t i = 0; i < 4; ++i) poly.SetLayerPoint(i, corners[static_cast<size_t>(i)]);
     return poly;
 }
-template <class Poly>
-Points outlineOf(const Poly& poly) {
+Points outlineOf(const Zan_TransformPoly3D& poly) {
     return {poly.GetPolyPoints(), poly.GetPolyPoints() + poly.NumPolyPoints()};
 }
 

@@ -14,8 +14,6 @@ TEST_CASE("the plane of an outline") {
     };
     constexpr double kAfter = 0x1.19799812dea12p-40;  // the double after 1e-12
     const Row rows[] = {
-        {"a triangle", {{3, 0, 0}, {3, 6, 0}, {3, 0, 6}}, {1, 0, 0, -3}, {3, 2, 2}},
-        {"a square", {{0, 3, 0}, {0, 3, 2}, {2, 3, 2}, {2, 3, 0}}, {0, 1, 0, -3}, {1, 3, 1}},
         {"two points have no normal", {{1, 2, 3}, {3, 4, 5}}, {0, 0, 0, -0.0}, {2, 3, 4}},
         {"twice the area is 2^-40, less than 1e-12: not scaled",
          {{0x1p-20, 0, 8}, {0, 0x1p-20, 8}, {0, 0, 8}, {0, 0, 8}},
@@ -74,20 +72,6 @@ TEST_CASE("a ray and a plane") {
          false,
          false,
          false},
-        {"sums run a x + d + b y + c z: 1e16 absorbs a 1 that is added to it",
-         {1e16, -1e16, 1, 1},
-         {{1, 1, 1, 1}, {0, 0, -1}},
-         {1, 1, 0},
-         false,
-         true,
-         true},
-        {"the same order with other signs, and in the sum of the denominator",
-         {1e16, -1e16, -1, -1},
-         {{1, 1, -1, 1}, {1, 1, 1}},
-         {2, 2, 0},
-         false,
-         true,
-         true},
     };
     HostReports host;
     for (const Row& row : rows) {

@@ -28,12 +28,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
 #else
 
-static bool checkFile(const Property& property, const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    const std::string bytes(std::istreambuf_iterator<char>(stream), {});
-    return check(property, {reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()});
-}
-
 // zan_properties [PREFIX]: runs the properties whose name begins with PREFIX, or all. Fails if there is none.
 int main(int argc, char** argv) {
     const std::string prefix = argc > 1 ? argv[1] : "";
@@ -46,7 +40,9 @@ int main(int argc, char** argv) {
             found = true;
             for (const auto& file : std::filesystem::directory_iterator(std::filesystem::path(ZAN_CORPUS) / name)) {
                 where = file.path().string();
-                checkFile(*p, file.path());
+                std::ifstream stream(file.path(), std::ios::binary);
+                const std::string bytes(std::istreambuf_iterator<char>(stream), {});
+                check(*p, {reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()});
             }
             int32_t inFirstClass = 0;
             for (int32_t seed = 0; seed < p->seeds; ++seed) {
