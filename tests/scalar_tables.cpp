@@ -97,7 +97,8 @@ const PrepareRow kPrepareRows[] = {
     {"no memory for the second", kCharMath, Reclaimed::kBoth, false, false, false, 2, Outcome::kLost, 1, 1},
     {"the only table in place", kTrig, Reclaimed::kNone, false, true, true, 0, Outcome::kReady, 1, 1},
     {"the only table is reclaimed and rebuilt", kTrig, Reclaimed::kFirst, false, false, true, 0, Outcome::kReady, 1, 1},
-    {"no memory for the only table", kTrig, Reclaimed::kFirst, false, false, true, 1, Outcome::kLost, 0, 0},
+    {"rebuilding it is not wanted", kTrig, Reclaimed::kFirst, false, true, true, 0, Outcome::kNotReady, 1, 0},
+    {"no memory for it; not reported", kTrig, Reclaimed::kFirst, false, false, false, 1, Outcome::kLost, 0, 0},
 };
 
 // The bytes of a service's tables, computed in floating point.
