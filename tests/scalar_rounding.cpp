@@ -16,6 +16,7 @@ struct DoubleRow {
 constexpr DoubleRow kDoubles[] = {
     {"below 0.5, but x + 0.5 rounds to 1", 0x1.fffffffffffffp-2, 1, 1, 1},
     {"above -0.5, but x - 0.5 rounds to -1", -0x1.fffffffffffffp-2, -1, -1, -1},
+    {"the last half in the 32-bit range", -2147483647.5, -2147483647, -2147483647, -2147483647},
     {"below the 32-bit range", -2147483649.5, INT32_MIN, INT32_MIN, -2147483649},
     {"an odd integer to which x + 0.5 does not fit", 0x1.0000000000001p52, INT32_MIN, INT32_MAX, 4503599627370498},
     {"the largest double in the 64-bit range", 0x1.fffffffffffffp62, INT32_MIN, INT32_MAX, 0x7FFFFFFFFFFFFC00},
