@@ -42,11 +42,11 @@ static double distanceSquared(const Zan_Vector2d* a, const Zan_Vector2d* b) {
 
 static bool isNearEdge(const Zan_Vector2d* point, const Zan_Vector2d* start, const Zan_Vector2d* end,
                        double tolerance) {
-    bool beside;
+    bool withinSegment;
     double distance;
-    Zan_PerpDistTo2DLine(point, start, end, &beside, &distance);
+    Zan_PerpDistTo2DLine(point, start, end, &withinSegment, &distance);
     const double limit = tolerance * tolerance;
-    return (beside && distance * distance <= limit) || distanceSquared(point, start) <= limit ||
+    return (withinSegment && distance * distance <= limit) || distanceSquared(point, start) <= limit ||
            distanceSquared(point, end) <= limit;
 }
 
@@ -59,7 +59,7 @@ bool layerIsHit(const LayerOutline* outline, Zan_Vector2d point, double toleranc
         }
     }
     // Zan_IsFloatPointInQuad takes four points: test the quadrilaterals 0, i, i + 1, i + 2 of a fan. The last one is a
-    // triangle when the count is odd: its last point is repeated, which does not count.
+    // triangle when the count is odd: its last point is repeated, which changes nothing.
     for (int32_t i = 1; i + 1 < count; i += 2) {
         const int32_t last = i + 2 < count ? i + 2 : i + 1;
         const Zan_Vector2d quad[4] = {points[0], points[i], points[i + 1], points[last]};

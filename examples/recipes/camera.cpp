@@ -35,7 +35,7 @@ Zan_Matrix4 projection(double width, double height, double fieldOfViewDegrees) {
 
 //! [points]
 // Zan_TransformPoint3DtoScreen tests the near plane first, so that points behind the eye are not mirrored into the
-// picture. Its third matrix maps what is projected to the screen; the projection above has done that already.
+// picture. Its third matrix maps projected points to pixels; the projection above already gives pixels.
 void show(const char* name, Vector point, const Zan_Matrix4& view, const Zan_Matrix4& toScreen) {
     const Zan_Matrix3 identity(true);
     if (Zan_TransformPoint3DtoScreen(view, toScreen, identity, &point)) {

@@ -1,5 +1,6 @@
 // Outlines of real data: the coast of an island from a file of shorelines, its area, its hull, and the part of it
-// inside a window. Prints figures; with a second argument, also draws them. coast SHORELINES.shp [PICTURE.svg]
+// inside a window. Prints counts and areas; with a second argument, also draws the outlines.
+// coast SHORELINES.shp [PICTURE.svg]
 #include <zan/zan.h>
 
 #include <algorithm>
@@ -52,7 +53,7 @@ std::vector<Outline> readRings(const char* path) {
 }
 
 //! [open]
-// Zan's outlines are open and have no repeated vertices: the last vertex is joined to the first by itself.
+// Zan's outlines are open and have no repeated vertices: the last vertex is joined to the first automatically.
 void openRing(Outline& outline) {
     outline.erase(std::unique(outline.begin(), outline.end()), outline.end());
     while (outline.size() > 1 && outline.front() == outline.back()) outline.pop_back();

@@ -17,8 +17,7 @@ using Contours = std::vector<Outline>;
 Point pointOf(const FT_Vector* v) { return {static_cast<double>(v->x), static_cast<double>(v->y)}; }
 
 //! [flatten]
-// Quadratic curves become 8 chords each. A vertex that repeats the previous one is left out: a clip polygon must not
-// have any.
+// Quadratic curves become 8 chords each. Repeated vertices are left out: clip polygons must not have them.
 void append(Contours& contours, Point p) {
     if (contours.back().empty() || contours.back().back() != p) contours.back().push_back(p);
 }
@@ -85,7 +84,7 @@ int main(int argc, char** argv) {
     const Contours contours = contoursOf(argv[1], 'R');
 
     //! [measure]
-    // Contours of a hole run in the other direction, so their areas are subtracted by themselves.
+    // Contours of a hole run in the other direction, so their signed areas subtract automatically.
     double area = 0.0;
     Outline all;
     for (const Outline& contour : contours) {

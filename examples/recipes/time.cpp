@@ -1,5 +1,5 @@
-// Time as ratios: frames of 1001/30000 seconds, spans, sums that do not fit, and frame rates that must not pass through
-// a floating-point number.
+// Time as ratios: frames of 1001/30000 seconds, spans, products that do not fit, and frame rates that must not pass
+// through a floating-point number.
 #include "platform/bel.h"
 
 #include <zan/zan.h>
@@ -29,7 +29,7 @@ Zan_Ratio nearStartOfFrame(int32_t frame, const Zan_Ratio& duration) {
     Zan_Ratio start;
     uint8_t status = Zan_RatioAllowApproximation;
     if (Zan_MulRatio(&count, &duration, &start, &status) != 0) return {0, 0};
-    return start;  // status tells whether it is exact
+    return start;  // status, dropped here, would tell whether it is exact
 }
 //! [approximate]
 
@@ -46,7 +46,7 @@ void showFrame(int32_t frame) {
                 std::fabs(seconds(start) / truth - 1.0));
 }
 
-// The last of the first frames whose start fits a ratio.
+// The frame before the first one whose start does not fit a ratio.
 int32_t lastExactFrame(const Zan_Ratio& duration) {
     Zan_Ratio start;
     int32_t frame = 0;

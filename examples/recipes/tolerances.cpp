@@ -29,7 +29,7 @@ bool degenerate(double rowLength) {
     layer.TransformPoints(m);
     return !layer.IsVisible();
 }
-// A subject inside the clip square, whose edges have length 1, but for the distance of its left side.
+// A sliver along the left edge of the clip square (edges of length 1): its right side is at `distance` from that edge.
 bool clippedAway(double distance) {
     using Polygon = std::vector<Zan_Vector4T<double>>;
     const Polygon square = {{0, 0, 0, 1}, {0, 1, 0, 1}, {1, 1, 0, 1}, {1, 0, 0, 1}};
@@ -149,7 +149,8 @@ constexpr std::array kTolerances = {
               "depth in eye space", behindNearPlane, 0.001, 10.0, "behind the eye",
               "a tenth of a pixel; in metres, everything nearer than ten centimetres disappears"},
     Tolerance{"`Zan_TransformPoly2D::TransformPoints`, `Zan_TransformPoly3D`", "length of row 0 or 1 of the matrix",
-              degenerate, 1e-9, 1.0, "the layer is invisible, the step is skipped",
+              degenerate, 1e-9, 1.0,
+              "`Zan_TransformPoly2D`: the layer is invisible; `Zan_TransformPoly3D`: the step is skipped",
               "a layer whose million pixels shrink to one"},
     Tolerance{"`Zan_PolyPolyClip2D`", "distance to a clip edge of length 1; for length L it is divided by L",
               clippedAway, 1e-9, 1.0, "counts as outside",
@@ -166,23 +167,27 @@ constexpr std::array kTolerances = {
     Tolerance{"`Zan_InverseMatrix`, `Zan_Matrix3::Invert`", "pivot of the elimination", singular3, 1e-30, 1.0,
               "singular", "only a scale of about 0"},
     Tolerance{"`Zan_InverseMatrix4`, `Zan_CalcNormalMatrix4`, `Zan_Matrix4::Invert`", "determinant", singular4, 1e-30,
-              1.0, "singular", "a uniform scale of 4.6e-6: below any scale between pixels"},
+              1.0, "singular",
+              "a uniform scale of 4.6e-6: far smaller than any scale in use when both spaces are in pixels"},
     Tolerance{"`Zan_GetPlaneEquation`", "twice the area of the outline", normalNotScaled, 1e-15, 1.0,
               "the normal is not scaled to length 1", "only points on a line"},
     Tolerance{"`Zan_RayIntersectPlane`", "normal . direction", parallel, 1e-15, 1.0, "the ray is parallel and misses",
               "pass a normal and a direction of length about 1"},
     Tolerance{"`Zan_PerpDistTo2DLine`, `GetMinimumEdgeDistance`", "length of the segment", distanceToTheEnd, 1e-15, 1.0,
               "the distance to its first end", "invisible"},
-    Tolerance{"the same, a length of this or more", "length of the segment", distanceToTheLine, 1.0, 1e15,
-              "the distance to its first end", "only an edge that ends almost at the eye"},
+    Tolerance{
+        "`Zan_PerpDistTo2DLine`, `GetMinimumEdgeDistance` for long segments (the effect is at and above the threshold)",
+        "length of the segment", distanceToTheLine, 1.0, 1e15, "the distance to its first end",
+        "only an edge that ends almost at the eye"},
     Tolerance{"`Zan_IsQuadEdgeOn`", "twice the area of the transformed quadrilateral", noNormal, 1e-15, 1.0,
               "answers false", "invisible"},
     Tolerance{"`Zan_DecomposeMatrix4` and all that reads angles", "cosine of the rotation about y", gimbalLock, 1e-9,
               0.5, "gimbal lock: the angle about x is 0", "within 0.0006 degrees of a quarter turn, in any unit"},
     Tolerance{"`Zan_Slerp`", "1 - cosine of half the angle between the rotations", linear, 1e-7, 0.5,
               "linear instead of spherical", "rotations that differ by less than 0.5 degrees, in any unit"},
-    Tolerance{"`Zan_Matrix3ToMatrix4Uniform`", "a scale, when the other scale is 0; relative above", equalScales, 1e-12,
-              0.5, "the two scales count as equal", "only scales of about 0"},
+    Tolerance{"`Zan_Matrix3ToMatrix4Uniform`",
+              "a scale, when the other is 0 (their squares are compared: within 1e-12, relative above 1)", equalScales,
+              1e-12, 0.5, "the two scales count as equal", "only scales of about 0"},
     Tolerance{"`Zan_Correct3DDecompFor2D`", "degrees from a half turn", halfTurn, 1e-14, 1.0, "counts as a half turn",
               "only rotations that were meant as half turns"},
 };

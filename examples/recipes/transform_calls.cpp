@@ -291,13 +291,13 @@ std::string nearZeroW(const Call& call) {
 std::string rounding(const Call& call) {
     Probe probe;
     probe.scale = 0.25;
-    const double up = runReported(call, probe).x;
+    const double positive = runReported(call, probe).x;
     probe.x = -10.0;
-    const double down = runReported(call, probe).x;
-    if (up == 2.5 && down == -2.5) return "";
-    if (up == 3.0 && down == -2.0) return "rounds, halves up";
-    if (up == 2.0 && down == -2.0) return "truncates";
-    return up == 2.0 && down == -3.0 ? "rounds outward" : "?";
+    const double negative = runReported(call, probe).x;
+    if (positive == 2.5 && negative == -2.5) return "";
+    if (positive == 3.0 && negative == -2.0) return "rounds, halves up";
+    if (positive == 2.0 && negative == -2.0) return "truncates";
+    return positive == 2.0 && negative == -3.0 ? "rounds outward" : "?";
 }
 
 std::string tooLarge(const Call& call) {
@@ -323,6 +323,7 @@ void print(const Call& call) {
 
 int main() {
     Bel_SetReportHandler([](void*, const Bel_Report* report) { lastReport = report->errorNumber; }, nullptr);
-    std::puts("| Call | Matrix | w | w near zero | Integers | Result too large |\n|---|---|---|---|---|---|");
+    std::puts(
+        "| Call | Matrix | w | w near zero | Rounding to integers | Result too large |\n|---|---|---|---|---|---|");
     for (const Call& call : kCalls) print(call);
 }

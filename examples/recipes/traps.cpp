@@ -197,7 +197,7 @@ bool emptyAreEqual() {
     const Zan_LRect b = {7, 9, 7, 9};
     return Zan_EqualLRect(&a, &b);
 }
-bool negativeShear() {
+bool shearKeepsSign() {
     Zan_Matrix4 m(true);
     m.m10 = 0.5;
     Zan_Matrix4Decomp plain;
@@ -251,16 +251,16 @@ constexpr std::array kTraps = {
     Trap{"The left side of a square is outside, its right side inside", "a tolerance of half a pixel", leftSideOutside},
     Trap{"A clip polygon whose last vertex repeats the first clips everything away", "drop the repeated vertices",
          closedRing},
-    Trap{"A vertex of a hull can differ from the input point by half a step of the grid of 2^29",
+    Trap{"A vertex of a hull can differ from the input point by half a step of the hull's grid, 2^-30 of the extent",
          "take the nearest input point if you need one", snappedHull},
     Trap{"`Zan_ClipLine2Rect` finds a horizontal or vertical segment invisible unless both ends are inside", "",
          horizontalLine},
-    Trap{"With a status byte, a ratio that overflows returns 0", "read the byte", quietRatio},
+    Trap{"With a status byte, a ratio operation that overflows still returns code 0", "read the byte", quietRatio},
     Trap{"`Zan_FixMul` detects an overflow only if the sign is wrong",
          "keep the factors below 181, or use `Zan_Fix24Mul`, which detects every overflow", wrappedProduct},
     Trap{"Any two empty rectangles are equal", "", emptyAreEqual},
-    Trap{"A mirrored transform has three negative scales, and shears that do not change their sign",
-         "the recipe of poses", negativeShear},
+    Trap{"A mirrored transform has three negative scales, and shears with the sign they have without the mirroring",
+         "the recipe of poses", shearKeepsSign},
     Trap{"`Zan_LookAtMatrix` is the rotation from eye to world, without the position of the eye",
          "the recipe of the camera", lookAtIsEyeToWorld},
 };

@@ -25,7 +25,7 @@ using Zan_Vector4d = Zan_Vector4T<double>;
 #define ZAN_API __attribute__((visibility("default")))
 #endif
 
-// Marks a function whose result tells whether it failed, or is all that it does.
+// Marks a function whose result tells whether it failed, or is its only effect.
 #if defined(__GNUC__) || defined(__clang__)
 #define ZAN_NODISCARD __attribute__((warn_unused_result))
 #else

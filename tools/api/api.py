@@ -58,14 +58,17 @@ def main(arguments):
             target = Path(arguments[0]) / Path(path).name if arguments else ROOT / path
             target.write_text(text, encoding="utf-8")
         return 0
-    differences = _differences_of_page(description)
+    of_page = _differences_of_page(description)
+    of_files = []
     for path, text in made.items():
         now = (ROOT / path).read_text(encoding="utf-8") if (ROOT / path).exists() else ""
-        differences += difflib.unified_diff(now.splitlines(True), text.splitlines(True), path, "the headers", n=1)
-    sys.stdout.writelines(differences)
-    if differences:
+        of_files += difflib.unified_diff(now.splitlines(True), text.splitlines(True), path, "the headers", n=1)
+    sys.stdout.writelines(of_page + of_files)
+    if of_page:
+        print(f"if the headers are right: correct the table of {PAGE} by hand")
+    if of_files:
         print("if the headers are right: ./dev accept, or tools/api/api.py for these two files alone")
-    return 1 if differences else 0
+    return 1 if of_page or of_files else 0
 
 
 if __name__ == "__main__":
