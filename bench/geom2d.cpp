@@ -15,7 +15,8 @@ using ShortPair = RectPair<Zan_Rect>;
 using LongPair = RectPair<Zan_LRect>;
 using FloatPair = RectPair<Zan_FloatRect>;
 
-/// A rectangle whose size is up to the largest left or top, so that two of them often overlap. A few are empty.
+/// A rectangle whose left and top lie within 3000 of 0 and whose width and height are at most 3000, so that two of them
+/// often overlap. A few are empty.
 template <class Rect, class Number>
 Rect rectOf(Random& random) {
     const int32_t left = random.integer(-3000, 3000), top = random.integer(-3000, 3000);

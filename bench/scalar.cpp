@@ -51,7 +51,7 @@ int32_t fix24QuotientIn64(int32_t a, int32_t b) {
     return fitOrFail((scaled + (scaled < 0 ? -1 : 1)) / 2);
 }
 
-/// The last convergent of the continued fraction with terms up to 2^30, computed in double.
+/// The last convergent whose numerator and denominator are at most 2^30, computed in double.
 Zan_Ratio fractionOf(double value) {
     double rest = std::abs(value);
     int64_t h = 1, k = 0, previousH = 0, previousK = 1;

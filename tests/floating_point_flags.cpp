@@ -17,8 +17,8 @@ using Vector2 = Zan_Vector2T<double>;
 constexpr uint64_t kCases = 4000;
 constexpr int kErrors = FE_INVALID | FE_DIVBYZERO;
 
-// These divide by an argument, or by a w, that may be zero. All kernels raise the same flags for them, but for the
-// invalid flag that a kernel may add where the other one is raised.
+// These divide by an argument, or by a w, that may be zero. All kernels raise the same flags for them, except that
+// a kernel may add the invalid flag where the plain kernel raises divide-by-zero.
 constexpr const char* kMayDivideByZero[] = {
     "Zan_fmod",
     "Zan_Matrix4::Project",
@@ -69,7 +69,10 @@ void checkOperation(const Entry& entry) {
             if ((flags & ~allowed) != 0) fail(entry.name + ", case " + std::to_string(n), kernel, flags);
         });
     }
-    if (mayDivideByZero && !divides) fail(entry.name + " in no case, although it is listed, and", 0, 0);
+    if (mayDivideByZero && !divides) {
+        std::printf("%s: listed in kMayDivideByZero, but raises no flag in any case\n", entry.name.c_str());
+        ++failures;
+    }
 }
 
 // Points on a line are rare among the cases above, and so are many points.

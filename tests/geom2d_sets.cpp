@@ -2,7 +2,7 @@
 #include "tests/support/doubles.h"
 #include "zan/geom2d.h"
 
-TEST_CASE("of two edges the destination's is the first operand; where either is NaN, the second one is the result") {
+TEST_CASE("an edge of the destination is the first operand, and where one operand is NaN, the result is the second") {
     const Zan_FloatRect a = {NAN, 0, 10, NAN};
     const Zan_FloatRect b = {5, 5, 15, 15};
 

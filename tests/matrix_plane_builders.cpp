@@ -4,7 +4,7 @@
 TEST_CASE("a step in the plane acts after the transform so far") {
     struct Row {
         const char* what;
-        Vector2 point, image;  // translated by (5, 0), then by the step
+        Vector2 point, image;  // the image: the point translated by (5, 0), then transformed by the step
         void (*step)(Zan_Matrix3&);
     };
     const Row rows[] = {

@@ -82,7 +82,7 @@ TEST_CASE("interpolation: special cases") {
     const Row rows[] = {
         {"equal", any, any, 0.3, any, 0},
         {"opposite, the same rotation", any, negated(any), 0.5, any, 1e-16},
-        {"two arcs of the same length: the one from q0 to q1 itself",
+        {"both arcs have the same length: the one to q1 is taken, not the one to -q1",
          one,
          {1, 0, 0, 0},
          0.5,

@@ -38,7 +38,7 @@ struct State {
     Polygon clipArea{{4, 4, 0, 1}, {14, 4, 0, 1}, {14, 14, 0, 1}, {4, 14, 0, 1}};
     Polygon clipped = Polygon(3);
     Polygon hullInSpace;
-    std::vector<Vector2> thousandPoints = std::vector<Vector2>(1000, Vector2(3, 5));
+    std::vector<Vector2> thousandVertices = std::vector<Vector2>(1000, Vector2(3, 5));
     int number = 0;
 
     State() {
@@ -64,9 +64,9 @@ void findHullInSpace(State& s) { Zan_ComputeConvexHull(s.clipArea.cbegin(), s.cl
 void clip(State& s) { Zan_PolyPolyClip2D(&s.clipArea, &s.clipSubject, &s.clipped); }
 
 // Operations that allocate nothing.
-void hitTestManyPoints(State& s) {
+void hitTestLargeOutline(State& s) {
     unsigned char inside = 9;
-    const int32_t code = Zan_IsFloatPointInConcavePoly(&kCentre, s.thousandPoints.data(), 1000, 2.0, &inside);
+    const int32_t code = Zan_IsFloatPointInConcavePoly(&kCentre, s.thousandVertices.data(), 1000, 2.0, &inside);
     s.number = code == 0 ? inside : -1;
 }
 void hitTestPlaneLayer(State& s) {
@@ -102,7 +102,7 @@ const struct Row {
     {"hull in the plane: its points", findHull, hullPoints, 4, 0},
     {"hull in space: its points", findHullInSpace, hullPointsInSpace, 4, 0},
     {"clipping: points of the output, which is kept on failure", clip, clippedPoints, 4, 3},
-    {"hit test on a thousand points allocates nothing", hitTestManyPoints, number, 1, 1},
+    {"hit test on an outline of a thousand vertices allocates nothing", hitTestLargeOutline, number, 1, 1},
     {"hit test on a layer in the plane allocates nothing", hitTestPlaneLayer, number, 1, 1},
     {"a report allocates nothing", reportFailure, number, 1, 1},
 };

@@ -54,8 +54,8 @@ bool matrices(Choices& c) {
     struct Matrix {
         double e[16];
     };
-    // Elements from a short list, so that terms cancel to zeros of either sign. Triangular matrices whose determinant
-    // is one of the numbers.
+    // Most elements are from a short list, so that terms cancel to zeros of either sign. One matrix in seven is
+    // triangular, with a determinant that is one number of the list.
     const double few[] = {element(c, kNasty), 0.0, -0.0, 1.0, -1.0, 1e-4};
     const int32_t kind = c.below(3), place = c.below(4);
     const bool triangular = c.below(7) == 0;

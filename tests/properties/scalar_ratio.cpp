@@ -175,8 +175,8 @@ bool clips(Choices& c) {
     return good;
 }
 
-// A value in steps of 2^-20: close to a fraction of small terms, or on one; or dyadic, and so often in the middle
-// between two candidates.
+// A value in steps of 2^-20: either on or close to a fraction of small terms, or dyadic. A dyadic value is often
+// halfway between two candidates.
 double drawCloseToFraction(Choices& c, bool dyadic) {
     const int64_t fraction = (int64_t{c.below(20)} << 20) / (1 + c.below(20)) + c.below(3) - 1;
     const int64_t binary = int64_t{c.below(40 * 64)} << 14 >> c.below(7);

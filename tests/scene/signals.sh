@@ -36,7 +36,7 @@ for round in {1..40}; do
     echo old >answer.json
     continue
   fi
-  # Before its first step the program has the default action.
+  # A signal that comes before the program has set its handlers ends it by default, with the same status.
   [ "$status" = $((128 + $(kill -l "$signal"))) ] || fail "round $round: status $status after SIG$signal"
   [ "$files" = './answer.json ./deck ' ] || fail "round $round: after SIG$signal there are $files"
   [ "$(cat answer.json)" = old ] || fail "round $round: answer.json has changed after SIG$signal"

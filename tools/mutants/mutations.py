@@ -42,7 +42,7 @@ class Mutant:
 
 
 def step(number, suffix):
-    """The next number of its type; for a floating-point zero 1, since the next number would be no fault."""
+    """The next number of its type, but 1 for a floating-point zero: the next double would make no difference."""
     hexadecimal = number.lower().startswith("0x")
     if "p" in number.lower() or not hexadecimal and re.search(r"[.e]", number, re.I):
         value = float.fromhex(number) if hexadecimal else float(number)

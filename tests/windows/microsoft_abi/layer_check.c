@@ -1,8 +1,8 @@
 // The host's part in C: an outline and hit tests by plain functions, with the code of examples/c_host.
 #include "layer.h"
 
-// A square in front of the eye, whose left edge is behind the near plane: 0, or the number of the first check that
-// fails.
+// Checks the outline and hits of a square whose left edge is behind the near plane. Returns 0, or the number of the
+// first check that fails.
 int failedLayerCheck(void) {
     const Zan_Vector2d corners[4] = {{-1.0, -1.0}, {1.0, -1.0}, {1.0, 1.0}, {-1.0, 1.0}};
     Zan_Matrix4 toEye;
