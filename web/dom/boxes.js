@@ -169,7 +169,8 @@ export function makeBox(element, parent, look) {
     // Bounding boxes are of another mind about containment of paint and about inline boxes.
     box.keepsSpaceInBoxes = transformable || (parent !== null && parent.keepsSpaceInBoxes);
   }
-  const transformed = transformable && css.hasTransform(style);
+  const transforms = transformable ? css.transformsOf(style) : null;
+  const transformed = transforms !== null;
   const hidesBack = transformable && style.backfaceVisibility === 'hidden' && (transformed || parent?.keepsSpace);
   if (!isSupported(style, transformed)) box.exact = false;
   const inPlainPlane = !plane || plane.isPlain;
@@ -182,7 +183,7 @@ export function makeBox(element, parent, look) {
   const size = layoutSize(box, seen);
   box.width = size.width;
   box.height = size.height;
-  const own = transformed ? css.ownMatrix(element, style, box.width, box.height, zoom) : null;
+  const own = transforms ? css.ownMatrix(element, style.transformOrigin, transforms, box, zoom) : null;
   const tail = parent ? (parent.tail ??= tailOf(parent)) : identity();
   const found = findPlace({ own, tail, width: box.width, height: box.height, sizeIsKnown: size.isKnown, seen }, box, look);
   box.place = [found.x, found.y];

@@ -125,17 +125,15 @@ function parseScale(text) {
 }
 
 /**
- * The matrix of an element's own transform about its border box, whose top left corner is the origin; null when there is
- * none.
+ * The matrix of an element's own transform about its border box, whose top left corner is the origin.
  * @param {Element} element
- * @param {CSSStyleDeclaration} style
- * @param {number} width
- * @param {number} height
+ * @param {string} transformOrigin
+ * @param {{transform: string, translate: string, rotate: string, scale: string}} transforms
+ * @param {{width: number, height: number}} size
  * @param {number} zoom
- * @returns {Matrix | null}
+ * @returns {Matrix}
  */
-export function ownMatrix(element, style, width, height, zoom) {
-  const { transform, translate, rotate, scale } = style;
+export function ownMatrix(element, transformOrigin, { transform, translate, rotate, scale }, { width, height }, zoom) {
   const steps = [];
   if (transform !== 'none') steps.push(transformMatrix(element, transform, width, height, zoom));
   if (scale !== 'none') steps.push(parseScale(scale));
@@ -144,14 +142,18 @@ export function ownMatrix(element, style, width, height, zoom) {
     const [x, y = '0px', z = '0px'] = parts(translate);
     steps.push(translation(length(x, width, zoom), length(y, height, zoom), length(z, 0, zoom)));
   }
-  if (steps.length === 0) return null;
-  const [x, y, z = 0] = style.transformOrigin.split(' ').map((text) => parseFloat(text) * zoom);
+  const [x, y, z = 0] = transformOrigin.split(' ').map((text) => parseFloat(text) * zoom);
   return concat(translation(-x, -y, -z), ...steps, translation(x, y, z));
 }
 
-/** Whether an element has a transform of its own. */
-export const hasTransform = (style) =>
-  style.transform !== 'none' || style.translate !== 'none' || style.rotate !== 'none' || style.scale !== 'none';
+/**
+ * The four properties that transform an element; null when none does. The browser takes time to write a matrix down: they
+ * are read once.
+ */
+export function transformsOf({ transform, translate, rotate, scale }) {
+  if (transform === 'none' && translate === 'none' && rotate === 'none' && scale === 'none') return null;
+  return { transform, translate, rotate, scale };
+}
 
 /** The distance of the eye that an element gives its children; 0 for none. */
 export function perspectiveDistance(style, zoom) {
@@ -227,6 +229,6 @@ export function isolatesStacking(element, style) {
   if (given(style.viewTransitionName) || given(style.offsetPath) || given(style.webkitBoxReflect)) return true;
   if (style.willChange !== 'auto' && contains(style.willChange, STACKING)) return true;
   if (!isTransformable(element, style.display)) return false;
-  if (hasTransform(style) || style.perspective !== 'none' || style.transformStyle === 'preserve-3d') return true;
+  if (transformsOf(style) || style.perspective !== 'none' || style.transformStyle === 'preserve-3d') return true;
   return contains(style.contain, ['layout', 'paint', 'content', 'strict']) || style.contentVisibility !== 'visible';
 }

@@ -29,7 +29,7 @@ export const cases = [
   // Own matrix
   { what: 'transform about an origin with z', html: room(box('a', 'transform: rotateY(60deg) skewX(10deg); transform-origin: 30% 90px 50px')) },
   { what: 'translate: percentages are of the border box', html: room(box('a', 'height: 900px; padding: 10px 20px; border: 5px solid; translate: 50% -25% 40px; transform: rotateX(80deg)')) },
-  { what: 'translate: calc(), min(), max() and clamp()', html: room(box('a', 'zoom: 1.5; height: 600px; translate: calc(10% + 30px * 2) clamp(10px, max(2%, min(5%, 3em)), 20px) calc(20px - 5px); transform: rotateX(80deg)')) },
+  { what: 'translate: calc(), min(), max() and clamp()', html: room(box('a', 'zoom: 1.5; height: 600px; translate: calc(10% + 2 * min(20%, 30px)) clamp(10px, max(2%, min(5%, 3em)), 20px) calc(20px - 5px); transform: rotateX(80deg)')) },
   { what: 'rotate: an angle', html: box('a', 'margin: 100px; rotate: 33deg') },
   { what: 'rotate: an axis by letter', html: room(box('a', 'rotate: x 40deg') + box('b', 'rotate: y 0.1turn')) },
   { what: 'rotate: an axis by numbers', html: room(box('a', 'rotate: 1 2 -0.5 70deg')) },
@@ -58,7 +58,7 @@ export const cases = [
   { what: 'an inline box without space ends it', html: turned(`<span>${box('b', 'display: inline-block; width: 90px; transform: rotateX(70deg)')}</span>`, 'transform-style: preserve-3d'), paint: ['b'], paintedHits: true },
   ...FLATTENING.map((property) => ({ what: `flat by ${property}`, html: spaceOf(property), paint: ['child'], noProbe: clipsChildren.test(property) ? ['child'] : [], paintedHits: clipsChildren.test(property) })),
   ...NOT_FLATTENING.map((property) => ({ what: `not flat by ${property}`, html: spaceOf(property), paint: ['child'] })),
-  { what: "the root is flat", html: `<style>html { overflow: scroll; transform-style: preserve-3d; transform: perspective(500px) rotateX(30deg) } body { transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
+  { what: "the root is flat", html: `<style>html { transform-style: preserve-3d; transform: perspective(500px) rotateX(30deg) } body { transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
   { what: "the body's overflow makes it flat even where it is the viewport's", html: `<style>html { perspective: 500px } body { overflow: hidden; transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
   { what: "the body's overflow is its own beside the root's", html: `<style>html { overflow: hidden; perspective: 500px } body { overflow: auto; height: 500px; transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
   // The eye

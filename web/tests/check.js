@@ -9,9 +9,9 @@ import { hitsBesideBrowser, hitsBesidePaint, probeCorners, wrongPixels } from '.
  * @returns {Promise<string[]>}
  */
 export async function problemsOf(page, rule) {
-  const { what, html, prepare, skip = [], paint = [], inexact = [], edgeOn = [], noProbe = [] } = rule;
+  const { what, html, prepare, argument, mayBeEdgeOn, skip = [], paint = [], inexact = [], edgeOn = [], noProbe = [] } = rule;
   await show(page, `<!doctype html><title>${what}</title>${html}`);
-  if (prepare) await page.evaluate(prepare);
+  if (prepare) await page.evaluate(prepare, argument);
   const outlines = await page.evaluate(() => {
     const look = zan.look();
     return [...document.querySelectorAll('[id]')].map((element) => [element.id, look.outlineOf(element)]);
@@ -20,14 +20,15 @@ export async function problemsOf(page, rule) {
   const shown = outlines.filter(([id]) => !skip.includes(id));
   for (const [id, outline] of shown) {
     if (outline.exact === inexact.includes(id)) problems.push(`${id}: exact is ${outline.exact}`);
-    if (outline.edgeOn !== edgeOn.includes(id)) problems.push(`${id}: edgeOn is ${outline.edgeOn}`);
+    if (!mayBeEdgeOn && outline.edgeOn !== edgeOn.includes(id)) problems.push(`${id}: edgeOn is ${outline.edgeOn}`);
     const probes = noProbe.includes(id) ? [] : await page.evaluate(probeCorners, id);
     const here = outline.points.filter((point) => probes.some((probe) => isNear(point, probe))).length;
     const inFront = outline.behind.filter((behind) => !behind).length;
     if (probes.length > 0 && here < inFront) {
       problems.push(`${id}: ${JSON.stringify(outline.points)} beside probes at ${JSON.stringify(probes)}`);
     }
-    if (!paint.includes(id)) continue;
+    const isCut = outline.behind.includes(true) && outline.behind.includes(false);
+    if (paint === 'cut' ? !isCut : !paint.includes(id)) continue;
     const wrong = await wrongPixels(page, id, outline.points);
     if (wrong.length > 0) problems.push(`${id}: ${wrong.length} pixels painted otherwise, one at (${wrong[0]})`);
   }
@@ -36,9 +37,14 @@ export async function problemsOf(page, rule) {
   return problems;
 }
 
-function hitsOf(page, { noHits, paintedHits }, ids) {
+async function hitsOf(page, { noHits, paintedHits, eitherHits }, ids) {
   if (noHits) return [];
-  return paintedHits ? hitsBesidePaint(page, ids) : page.evaluate(hitsBesideBrowser);
+  if (paintedHits) return hitsBesidePaint(page, ids);
+  const wrong = await page.evaluate(hitsBesideBrowser);
+  if (!eitherHits || wrong.length === 0) return wrong;
+  const place = (text) => text.slice(text.indexOf(' at '));
+  const otherwise = new Set((await hitsBesidePaint(page, ids)).map(place));
+  return wrong.filter((text) => otherwise.has(place(text)));
 }
 
 function isNear(a, b) {

@@ -13,7 +13,7 @@ const offsets = (from, to, noticed) => ({ file: 'dom/offsets.js', from, to, noti
 const order = (from, to, noticed) => ({ file: 'dom/paint_order.js', from, to, noticed });
 
 const faults = [
-  style("[x, y, z = 0] = style.transformOrigin.split(' ').map((text) => parseFloat(text) * zoom)", "[x, y, z = 0] = style.transformOrigin.split(' ').map((text) => parseFloat(text) * zoom).slice(0, 2)", /^transform about/),
+  style("[x, y, z = 0] = transformOrigin.split(' ').map((text) => parseFloat(text) * zoom)", "[x, y, z = 0] = transformOrigin.split(' ').map((text) => parseFloat(text) * zoom).slice(0, 2)", /^transform about/),
   style('(Number(simple[1]) * whole) / 100', 'Number(simple[1])', /^translate: percent/),
   style('(value * term()) / zoom', 'value', /^translate: calc/),
   style('low, Math.min(value, high)', 'low, Math.max(value, high)', /^translate: calc/),
@@ -58,7 +58,7 @@ const faults = [
   { file: 'dom/geometry.js', from: 'points.length / 2, x, y', to: 'Math.min(4, points.length / 2), x, y', noticed: /^(across the eye|one corner)/ },
   { file: 'dom.js', from: 'edgeOn = isEdgeOn(plane.map, part)', to: 'edgeOn = false', noticed: /^edge-on/ },
   offsets('x: x + (left +', 'x: x + (0 +', /^inline boxes in/),
-  offsets('x -= scroll.x;', '', /^scrolled|^absolute in|^sticky/),
+  offsets('y -= scroll.y;', '', /^scrolled|^absolute in|^sticky/),
   offsets("style.boxSizing === 'border-box' && isSize(computed)", 'true', /^scroll bars/),
   offsets("style.display === 'table-cell' && style.borderCollapse === 'collapse'", 'false', /^collapsed/),
   boxes('box.place = [found.x, found.y];', 'box.place = [Math.round(found.x), Math.round(found.y)];', /^fractional/),

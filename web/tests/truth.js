@@ -66,23 +66,25 @@ export function probeCorners(id) {
   return corners;
 }
 
-/** Points at which the first hit is not the browser's, more than a pixel off all edges. Runs in the page. */
+/**
+ * Points at which the first hit is not the browser's, more than a pixel off all edges. The browser's hits are not told of
+ * planes that are across the eye. Runs in the page.
+ */
 export function hitsBesideBrowser() {
   const look = zan.look();
   const wrong = [];
   const name = (element) => element?.id || element?.localName || 'nothing';
+  const isIn = (element, x, y, tolerance = 0) => look.hitsAt(x, y, { within: element, tolerance }).includes(element);
+  const steps = [[1.25, 0], [-1.25, 0], [0, 1.25], [0, -1.25]];
   for (let y = 7.5; y < innerHeight; y += 23) {
     for (let x = 7.5; x < innerWidth; x += 23) {
-      const [ours] = look.hitsAt(x, y);
+      const ours = look.hitsAt(x, y).find((element) => !look.outlineOf(element).behind.includes(true));
       const theirs = document.elementFromPoint(x, y);
-      if (ours === theirs || theirs === null) continue;
+      if (ours === theirs || theirs === null || (!ours && theirs === document.documentElement)) continue;
+      if (look.outlineOf(theirs).behind.includes(true)) continue;
       // At an edge of one of them either answer is right.
-      const near = (element) => element && look.hitsAt(x, y, { within: element, tolerance: 1.25 }).includes(element);
-      const isIn = (element) => look.hitsAt(x, y, { within: element }).includes(element);
-      if (near(theirs) && !isIn(theirs)) continue;
-      const inner = ours && [[1.25, 0], [-1.25, 0], [0, 1.25], [0, -1.25]].every(([dx, dy]) => look.hitsAt(x + dx, y + dy, { within: ours }).includes(ours));
-      if (ours && !inner) continue;
-      if (!ours && theirs === document.documentElement) continue;
+      if (isIn(theirs, x, y, 1.25) && !isIn(theirs, x, y)) continue;
+      if (ours && !steps.every(([dx, dy]) => isIn(ours, x + dx, y + dy))) continue;
       wrong.push(`${name(ours)} for ${name(theirs)} at (${x}, ${y})`);
     }
   }
