@@ -184,8 +184,15 @@ export function makeBox(element, parent, look) {
   box.width = size.width;
   box.height = size.height;
   const own = transforms ? css.ownMatrix(element, style.transformOrigin, transforms, box, zoom) : null;
-  const tail = parent ? (parent.tail ??= tailOf(parent)) : identity();
-  const found = findPlace({ own, tail, width: box.width, height: box.height, sizeIsKnown: size.isKnown, seen }, box, look);
+  const tails = parent ? (parent.tails ??= tailsOf(parent)) : [identity()];
+  const fitting = { own, tail: tails[0], width: box.width, height: box.height, sizeIsKnown: size.isKnown, seen };
+  let found = findPlace(fitting, box, look);
+  let isApart = false;
+  if (!found.fits && own && tails.length > 1) {
+    const other = findPlace({ ...fitting, tail: tails[1] }, box, look);
+    isApart = other.fits;
+    if (isApart) found = other;
+  }
   box.place = [found.x, found.y];
   box.width = found.width;
   box.height = found.height;
@@ -202,8 +209,11 @@ export function makeBox(element, parent, look) {
   const map = toParent.length > 1 ? concat(...toParent) : toParent[0];
   const inSpace = plane && parent.keepsSpace;
   const full = inSpace ? concat(map, plane.map) : map;
-  // Bounding boxes are flattened by transforms alone.
-  const boxMap = plane ? concat(parent.keepsSpaceInBoxes || !own ? map : flatten(map), plane.boxMap) : map;
+  // Bounding boxes are not flattened where nothing moves, either.
+  const staysInBoxes = map.every((element, i) => Math.abs(element - (i % 5 === 0 ? 1 : 0)) < 1 / 64);
+  const mapInBoxes = isApart ? concat(...toParent.slice(0, 2)) : map;
+  const keepsZ = (parent?.keepsSpaceInBoxes && !isApart) || staysInBoxes;
+  const boxMap = plane ? concat(keepsZ ? mapInBoxes : flatten(mapInBoxes), plane.boxMap) : mapInBoxes;
   box.plane = new Plane(element, full, inSpace ? plane.outer : plane, inSpace ? plane.space : null, boxMap, () => {
     for (let b = parent; b && b.plane === plane; b = b.parent) if (css.isDrawnApart(b.style)) return true;
     return false;
@@ -212,10 +222,16 @@ export function makeBox(element, parent, look) {
   return box;
 }
 
-/** The way of a box's children to the screen as bounding boxes have it, from where their places are added. */
-function tailOf(box) {
-  const eye = perspectiveOf(box) ?? identity();
-  return box.plane ? concat(box.keepsSpaceInBoxes ? eye : flatten(eye), box.plane.boxMap) : eye;
+/**
+ * The way of a box's children to the screen as bounding boxes have it, from where their places are added. Those of lines
+ * beside blocks, in a box that the browser adds, see neither perspective nor space: that is the second way.
+ */
+function tailsOf(box) {
+  const eye = perspectiveOf(box);
+  const through = eye ?? identity();
+  const tail = box.plane ? concat(box.keepsSpaceInBoxes ? through : flatten(through), box.plane.boxMap) : through;
+  if (!eye && !box.keepsSpaceInBoxes) return [tail];
+  return [tail, box.plane ? concat(flatten(identity()), box.plane.boxMap) : identity()];
 }
 
 /** Where a bounding box alone does not tell a place, offsets help. */

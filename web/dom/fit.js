@@ -4,7 +4,7 @@
 
 // Computed values have six digits.
 const DIGITS = 1e-6;
-const TOLERANCE = 0.02;
+const TOLERANCE = 0.03;
 const MAX_ROUNDS = 12;
 // Of the sum of squares: less than this, and a direction in which the box may move does not show.
 const SHOWS = 1e-4;

@@ -10,11 +10,12 @@ const px = (text) => parseFloat(text) || 0;
  * @param {DOMRect} seen
  * @returns {{width: number, height: number, isKnown: boolean}} isKnown is false for whole pixels
  */
-export function layoutSize({ element, style, zoom, isInline }, seen) {
+export function layoutSize(box, seen) {
+  const { element, style, zoom, isInline } = box;
   const isShared = style.display === 'table-cell' && style.borderCollapse === 'collapse';  // its borders are half its own
-  const width = isInline || isShared ? null : alongAxis(style, 'width', ['Left', 'Right'], element.offsetWidth, () => element.clientWidth);
+  const width = isInline || isShared ? null : alongAxis(box, 'width', ['Left', 'Right'], element.offsetWidth, () => element.clientWidth);
   const height =
-    width === null ? null : alongAxis(style, 'height', ['Top', 'Bottom'], element.offsetHeight, () => element.clientHeight);
+    width === null ? null : alongAxis(box, 'height', ['Top', 'Bottom'], element.offsetHeight, () => element.clientHeight);
   if (height === null) {
     const whole = { width: element.offsetWidth ?? seen.width, height: element.offsetHeight ?? seen.height };
     return { width: whole.width * zoom, height: whole.height * zoom, isKnown: false };
@@ -22,7 +23,10 @@ export function layoutSize({ element, style, zoom, isInline }, seen) {
   return { width: width * zoom, height: height * zoom, isKnown: true };
 }
 
-function alongAxis(style, property, ends, offsetSize, clientSize) {
+// Layout counts in fractions of pixels; computed paddings may be finer.
+const used = (length, zoom) => Math.floor(length * zoom * 64 + 1e-3) / 64 / zoom;
+
+function alongAxis({ style, zoom }, property, ends, offsetSize, clientSize) {
   const computed = parseFloat(style[property]);
   if (Number.isNaN(computed)) return null;
   const isSize = (size) => offsetSize === undefined || Math.abs(size - offsetSize) < 1;
@@ -31,7 +35,7 @@ function alongAxis(style, property, ends, offsetSize, clientSize) {
   let borders = 0;
   for (const end of ends) {
     const border = px(style[`border${end}Width`]);
-    size += px(style[`padding${end}`]) + border;
+    size += used(px(style[`padding${end}`]), zoom) + border;
     borders += Math.round(border);
   }
   if (isSize(size)) return size;

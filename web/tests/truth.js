@@ -23,7 +23,7 @@ export function holds(points, x, y) {
   return inside;
 }
 
-/** Pixels where an element, painted alone, and its outline disagree, a pixel and more off its edges. */
+/** Pixels where an element, painted alone, and its outline disagree, more than a pixel and a half off its edges. */
 export async function wrongPixels(page, id, points) {
   const style = await page.addStyleTag({
     content: `* { visibility: hidden !important; animation-play-state: paused !important; }
@@ -37,7 +37,7 @@ export async function wrongPixels(page, id, points) {
   for (let y = 1; y < picture.height; y += 3) {
     for (let x = 1; x < picture.width; x += 3) {
       const [px, py] = [x + 0.5, y + 0.5];
-      if (picture.isPainted(x, y) !== holds(points, px, py) && distanceTo(points, px, py) > 1.25) wrong.push([x, y]);
+      if (picture.isPainted(x, y) !== holds(points, px, py) && distanceTo(points, px, py) > 1.6) wrong.push([x, y]);
     }
   }
   return wrong;
@@ -91,18 +91,19 @@ export function hitsBesideBrowser() {
   return wrong;
 }
 
-const PALETTE = ['#f00', '#0c0', '#00f', '#fc0', '#0cf', '#f0f', '#840', '#888', '#000'];
+// 63 colours that are far from each other and from white.
+const PALETTE = Array.from({ length: 63 }, (_, i) => [i % 4, (i >> 2) % 4, i >> 4].map((level) => level * 85));
 
 /** The same beside what is painted: every element with an id in a colour of its own. */
 export async function hitsBesidePaint(page, ids) {
-  const rules = ids.map((id, i) => `#${id} { background: ${PALETTE[i]} !important; border-color: ${PALETTE[i]} !important; }`);
+  const colour = (i) => `rgb(${PALETTE[i]}) !important`;
+  const rules = ids.map((id, i) => `#${id} { background: ${colour(i)}; border-color: ${colour(i)}; }`);
   const style = await page.addStyleTag({
     content: `* { background: none !important; color: transparent !important; box-shadow: none !important; } ${rules.join('')}`,
   });
   const picture = await pixels(page);
   await style.evaluate((element) => element.remove());
-  const colours = PALETTE.slice(0, ids.length).map((text) => [...text.slice(1)].map((digit) => parseInt(digit, 16) * 17));
-  colours.push([255, 255, 255]);
+  const colours = [...PALETTE.slice(0, ids.length), [255, 255, 255]];
   const seen = (x, y) => {
     const off = colours.map((colour) => colour.reduce((sum, value, c) => sum + Math.abs(value - picture.at(x, y)[c]), 0));
     return ids[off.indexOf(Math.min(...off))] ?? 'nothing';
