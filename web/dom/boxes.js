@@ -186,10 +186,11 @@ export function makeBox(element, parent, look) {
   const own = transforms ? css.ownMatrix(element, style.transformOrigin, transforms, box, zoom) : null;
   const tails = parent ? (parent.tails ??= tailsOf(parent)) : [identity()];
   const fitting = { own, tail: tails[0], width: box.width, height: box.height, sizeIsKnown: size.isKnown, seen };
-  let found = findPlace(fitting, box, look);
+  const mayBeApart = own !== null && tails.length > 1;
+  let found = findPlace(fitting, box, look, !mayBeApart);
   let isApart = false;
-  if (!found.fits && own && tails.length > 1) {
-    const other = findPlace({ ...fitting, tail: tails[1] }, box, look);
+  if (mayBeApart && !found.fits) {
+    const other = findPlace({ ...fitting, tail: tails[1] }, box, look, false);
     isApart = other.fits;
     if (isApart) found = other;
   }
@@ -235,10 +236,9 @@ function tailsOf(box) {
 }
 
 /** Where a bounding box alone does not tell a place, offsets help. */
-function findPlace(fitting, box, look) {
-  const near = cornerIn(box.plane, box.parent);
-  if (fitting.sizeIsKnown) {
-    const found = fit(fitting, { ...near, isKnown: false });
+function findPlace(fitting, box, look, boxIsEnough) {
+  if (fitting.sizeIsKnown && boxIsEnough) {
+    const found = fit(fitting, { ...cornerIn(box.plane, box.parent), isKnown: false });
     if (found.isSure) return found;
   }
   const offset = offsetIn(box.plane, box, look);
