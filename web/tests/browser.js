@@ -41,7 +41,7 @@ export async function show(page, html) {
   });
 }
 
-/** The pixels of the page: {width, height, at(x, y), isPainted(x, y)}, painted being whatever is not white. */
+/** The pixels of the page: {width, height, at(x, y), isPainted(x, y)}, painted being what is not nearly white. */
 export async function pixels(page) {
   const png = await page.screenshot();
   const width = png.readUInt32BE(16);
@@ -69,5 +69,5 @@ export async function pixels(page) {
     }
   }
   const at = (x, y) => rows.subarray((y * width + x) * channels, (y * width + x) * channels + 3);
-  return { width, height, at, isPainted: (x, y) => at(x, y).some((value) => value !== 255) };
+  return { width, height, at, isPainted: (x, y) => at(x, y).some((value) => value < 160) };
 }
