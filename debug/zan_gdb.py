@@ -1,5 +1,6 @@
 # Pretty-printers of zan's records for gdb: `source zan_gdb.py`, then print as usual; `print/r` prints the raw fields.
 import ctypes
+import struct
 
 import gdb
 import gdb.printing
@@ -113,6 +114,59 @@ class Matrix:
             yield "row %d" % index, "(%s)" % ", ".join(number(element) for element in row)
 
 
+class Outline:
+    """A layer outline, read from memory: a host's debug information has no fields for it, since a compiler describes a
+    class with virtual functions only where it defines them, in the library."""
+
+    def __init__(self, value):
+        self.bytes = bytes(gdb.selected_inferior().read_memory(value.address, self.SIZE))
+
+    def doubles(self, offset, count):
+        return struct.unpack_from("%dd" % count, self.bytes, offset)
+
+    def flag(self, offset):
+        return self.bytes[offset] != 0
+
+
+def tuple_text(values):
+    return "(%s)" % ", ".join(shortest(value) for value in values)
+
+
+class Outline2D(Outline):
+    # The pointer to the virtual functions, four corners of two doubles, the flag.
+    SIZE, CORNERS, VISIBLE = 80, 8, 72
+
+    def to_string(self):
+        return "visible" if self.flag(self.VISIBLE) else "invisible"
+
+    def children(self):
+        for corner in range(4):
+            yield "corner %d" % corner, tuple_text(self.doubles(self.CORNERS + 16 * corner, 2))
+
+
+class Outline3D(Outline):
+    # The pointer to the virtual functions, four corners and four clip points of three doubles, four flags, the outline's
+    # vector (begin, end, capacity), the flag.
+    SIZE, CORNERS, BEHIND, POINTS, BUILT = 240, 8, 200, 208, 232
+
+    def outline(self):
+        begin, end = struct.unpack_from("2Q", self.bytes, self.POINTS)
+        if not self.flag(self.BUILT) or end <= begin:
+            return []
+        points = bytes(gdb.selected_inferior().read_memory(begin, end - begin))
+        return list(struct.iter_unpack("2d", points))
+
+    def to_string(self):
+        return "outline of %d points" % len(self.outline()) if self.flag(self.BUILT) else "no outline"
+
+    def children(self):
+        for corner in range(4):
+            text = tuple_text(self.doubles(self.CORNERS + 24 * corner, 3))
+            yield "corner %d" % corner, text + (" behind" if self.flag(self.BEHIND + corner) else "")
+        for index, point_ in enumerate(self.outline()):
+            yield "point %d" % index, tuple_text(point_)
+
+
 def as_text(show):
     return lambda value: Text(show(value))
 
@@ -133,6 +187,8 @@ PRINTERS = {
     "Zan_Vector4T": as_text(vector("xyzw")),
     "Zan_Matrix3": lambda value: Matrix(value, 3),
     "Zan_Matrix4": lambda value: Matrix(value, 4),
+    "Zan_TransformPoly2D": Outline2D,
+    "Zan_TransformPoly3D": Outline3D,
 }
 
 
