@@ -18,7 +18,7 @@ foreach(library IN ITEMS zan zan_platform)
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 endforeach()
-install(TARGETS zan_platform_headers EXPORT zan)
+install(TARGETS zan_platform_headers EXPORT zan COMPONENT dev)
 install(DIRECTORY include/zan DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT dev FILES_MATCHING PATTERN "*.h")
 install(FILES platform/bel.h platform/kelvora_point.h platform/oska.h platform/vun.h
         DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/platform" COMPONENT dev)
@@ -42,10 +42,19 @@ foreach(pc IN ITEMS zan zan-platform)
   install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${pc}.pc" DESTINATION "${pc_dir}" COMPONENT dev)
 endforeach()
 
-# Debuggers' files, the description of the interface, and documentation.
+# Debuggers' files and the description of the interface.
 install(FILES debug/zan.natvis debug/zan_gdb.py tools/api/zan-api.json DESTINATION "${CMAKE_INSTALL_DATADIR}/zan" COMPONENT dev)
-install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT dev
-        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")
+
+# The pages and the examples, in the folders that their links expect; README.md is the entry. The zip for Windows has them
+# at its top.
+set(doc_dir "${CMAKE_INSTALL_DOCDIR}")
+if(WIN32)
+  set(doc_dir ".")
+endif()
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION "${doc_dir}" COMPONENT dev)
+install(DIRECTORY docs examples DESTINATION "${doc_dir}" COMPONENT dev
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.cpp" PATTERN "*.c" PATTERN "*.h"
+                       PATTERN "*.txt" PATTERN "*.json" PATTERN "*.html" PATTERN "*.cmake" PATTERN "*.sh")
 if(WIN32)
   zan_install_for_windows()
 endif()

@@ -84,7 +84,7 @@ function(zan_install_for_windows)
   install(FILES /usr/share/doc/mingw-w64-common/copyright DESTINATION licences COMPONENT runtime RENAME winpthreads.txt
           OPTIONAL)
   install(FILES /usr/share/common-licenses/GPL-3 DESTINATION licences COMPONENT runtime RENAME gpl-3.txt OPTIONAL)
-  install(FILES LICENSE CHANGELOG.md README.md DESTINATION . COMPONENT dev)
+  install(FILES LICENSE DESTINATION . COMPONENT dev)
 endfunction()
 
 if(PROJECT_IS_TOP_LEVEL)

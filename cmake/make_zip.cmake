@@ -8,7 +8,7 @@ execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${BUIL
 # The files that the documentation promises.
 foreach(file IN ITEMS bin/zan.dll bin/zan_platform.dll bin/zan-selfcheck.exe bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
                       lib/libzan.dll.a lib/zan.lib lib/zan.def lib/cmake/zan/zan-config.cmake include/zan/zan.h
-                      share/doc/zan/windows.md licences/gcc.txt licences/winpthreads.txt LICENSE CHANGELOG.md)
+                      docs/windows.md README.md examples/own_platform/host_platform.cpp licences/gcc.txt licences/winpthreads.txt LICENSE CHANGELOG.md)
   if(NOT EXISTS "${BUILD}/package/${name}/${file}")
     message(FATAL_ERROR "the package lacks ${file}")
   endif()
