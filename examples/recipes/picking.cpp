@@ -55,7 +55,8 @@ std::vector<Layer> makeScene() {
     for (int i = 0; i < 200; ++i) {
         Zan_Matrix4 toEye(true);
         toEye.RotateXYZ(0.1 * (i % 7), 0.15 * (i % 11), 0.0);
-        toEye.Translate(60.0 * (i % 20 - 9.5), 60.0 * (i / 20 - 4.5), 900.0 + 37.0 * (i % 13));
+        const int row = i / 20;
+        toEye.Translate(60.0 * (i % 20 - 9.5), 60.0 * (row - 4.5), 900.0 + 37.0 * (i % 13));
         layers.push_back(place("layer " + std::to_string(i), 150.0, toEye, toScreen));
     }
     return layers;

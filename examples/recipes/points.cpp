@@ -82,6 +82,7 @@ int main() {
     //! [wide]
     // Points of a type that cannot overflow, rounded at the end: coordinates that are too large are clamped.
     std::vector<Zan_Vector2T<double>> wide;
+    wide.reserve(points.size());
     for (const Zan_Point& p : points) wide.emplace_back(p.h, p.v);
     Zan_TransformFloatPoints(&enlarge, static_cast<int32_t>(wide.size()), wide.data());
     std::puts("in double precision:");

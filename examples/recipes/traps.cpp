@@ -189,8 +189,9 @@ bool quietRatio() {
 }
 bool wrappedProduct() {
     const Zan_Fixed twoHundredFiftySeven = 257 * 65536;
+    constexpr Zan_Fixed kWrapped = 513 * 65536;
     const Zan_Fixed product = Zan_FixMul(twoHundredFiftySeven, twoHundredFiftySeven);  // 66049 does not fit
-    return product != Zan_kFixedFailure && product == 513 * 65536;
+    return product == kWrapped;
 }
 bool emptyAreEqual() {
     const Zan_LRect a = {0, 0, 0, 5};
