@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Builds zan's WebAssembly and puts the package together: web/build.sh [FOLDER], build/web unless given.
+# Builds zan's WebAssembly and assembles the package: web/build.sh [FOLDER], build/web unless given.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 out=${1:-build/web}
 emscripten=$(dirname "$(readlink -f "$(command -v em++)")")
 [ -d "$emscripten/cmake" ] || emscripten=/usr/share/emscripten
-# Its optimizer, a program for node, looks for acorn where Debian puts node's modules.
+# The JavaScript optimizer needs the node module acorn; Debian installs node's modules here.
 export NODE_PATH=${NODE_PATH:-/usr/share/nodejs}
-# It keeps libraries that it compiles at their first use; its own folder may belong to root.
+# Emscripten caches system libraries that it compiles at first use; its own cache may be read-only.
 [ -w "$emscripten/cache" ] || export EM_CACHE=${EM_CACHE:-$PWD/$out/emscripten-cache}
 mkdir -p "$out"
 cmake -S web -B "$out/cmake" -G Ninja -DCMAKE_BUILD_TYPE=Release \

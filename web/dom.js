@@ -1,5 +1,5 @@
-// The outline of any element of a page, as the browser draws it: through transforms, perspective and spaces, cut where it
-// passes the eye; and the elements at a point, front to back. Nothing on the page is changed.
+// The outline of any element of a page as the browser draws it, through transforms, perspective and 3D spaces, clipped
+// in front of the eye; and the elements at a point, front to back. The page is not changed.
 import { flatParent, isInTopLayer, makeBox, outlineOfBox } from './dom/boxes.js';
 import { isEdgeOn } from './dom/geometry.js';
 import { PaintOrder } from './dom/paint_order.js';
@@ -9,20 +9,21 @@ export { load } from './wasm.js';
 /**
  * @typedef {object} Outline
  * @property {{x: number, y: number}[]} points
- *   the border box in viewport pixels: top left, top right, bottom right, bottom left, with the points where the eye's
- *   plane cuts an edge; empty when all is behind the eye or there is no box
+ *   the border box in viewport pixels: top left, top right, bottom right, bottom left of those in front of the eye, and
+ *   the points where clipping cuts an edge; empty when all is behind the eye or there is no box
  * @property {boolean[]} behind  which of the four corners are behind the eye
- * @property {boolean} edgeOn  the eye is in the box's plane: the outline is thinner than a pixel
+ * @property {boolean} edgeOn  the eye is nearly in the plane of the box, or in one that it is drawn on: the outline
+ *   is thinner than a pixel
  * @property {boolean} exact  false where something that the box's place depends on is not supported
  */
 
 /**
  * @typedef {object} HitOptions
- * @property {Element | Document} [within]  only this element and what is in it; the document unless given
+ * @property {Element | Document} [within]  only this element and its descendants; the document unless given
  * @property {number} [tolerance]  how far beside an outline a point still hits, in pixels; 0 unless given
  */
 
-/** One moment of a page: reads each style once. Whoever changes the page takes another look. */
+/** A snapshot of a page that reads each style once. After a change of the page, make a new one. */
 export class Look {
   /** @param {Document} document */
   constructor(document) {
@@ -59,8 +60,8 @@ export class Look {
   }
 
   /**
-   * The elements whose outline holds a point or passes within a tolerance of it, front to back. Hidden elements and backs
-   * that do not show are left out. Clipping, rounded corners and `pointer-events` are ignored.
+   * The elements whose outline contains a point or passes within a tolerance of it, front to back. Hidden elements and
+   * hidden backfaces are left out. Clipping, rounded corners and `pointer-events` are ignored.
    * @param {number} x  in viewport pixels
    * @param {number} y
    * @param {HitOptions} [options]
@@ -80,7 +81,7 @@ export class Look {
     if (element.ownerDocument !== this.document) throw new TypeError('zan: the element is of another document');
   }
 
-  // The element that is painted as a whole and has this one in it.
+  // The nearest stacking context: the element itself or an ancestor.
   #stackingRoot(element) {
     let root = element;
     while (root !== this.document.documentElement && !PaintOrder.isolates(root, this)) {
@@ -118,7 +119,7 @@ export class Look {
     return scroll;
   }
 
-  /** The box outside; null for the viewport. */
+  /** The box of the nearest ancestor that has one; null for the viewport. */
   parentBoxOf(element) {
     if (isInTopLayer(element, this)) return null;
     for (let parent = flatParent(element); parent; parent = flatParent(parent)) {
@@ -137,7 +138,7 @@ export class Look {
 }
 
 /**
- * One moment of a page, for many questions about it.
+ * A snapshot of a page, for many questions about it.
  * @param {Document} [page]  the document of this script unless given
  * @returns {Look}
  */

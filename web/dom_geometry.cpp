@@ -1,5 +1,5 @@
-// The geometry of dom.js: outlines of boxes that browsers carry through space, with the library's operations. Arguments
-// and answers pass through one exchange buffer, so that JavaScript copies numbers and nothing has to be freed.
+// The geometry of dom.js: outlines of transformed boxes, computed with the library's operations. Arguments and results
+// pass through one exchange buffer, so that JavaScript copies numbers and nothing has to be freed.
 #include "zan/zan.h"
 
 #include <emscripten.h>
@@ -13,24 +13,23 @@
 
 namespace {
 
-// A browser's matrix carries a box to homogeneous points (x, y, z, w); the eye's plane is w = 0. In eye space as the
-// library has it the depth is w in units so small that the near plane (depth 0.1) stands at w = 1e-6: what is cut away
-// would be drawn a million times as far from the vanishing point as it is from the eye's axis. The clip point's depth,
-// 0.1, is then exact to about 1e-10 of itself, and so are its coordinates.
+// A browser's matrix carries a box to homogeneous points (x, y, z, w); the plane through the eye is w = 0. For the
+// library's eye space, depth = w * kDepthOfW, so that its near plane (depth 0.1) is at w = 1e-6. Only points with a
+// smaller w are cut away; they would be drawn at more than 1e6 times their distance from the axis. The depth of a cut,
+// 0.1, has a relative error of about 1e-10, and so have its coordinates.
 constexpr double kDepthOfW = Zan_kNearPlaneZ * 1e6;
 
-// A plane is edge-on when the sine of its angle with the line of sight is below this: a box of 1000 pixels is then
+// A plane is edge-on when the sine of its angle to the line of sight is below this: a box of 1000 pixels then looks
 // thinner than a pixel.
 constexpr double kEdgeOnSine = 0.001;
 
 constexpr int32_t kMaxMatrices = 32;
 constexpr int32_t kMaxPoints = 4 + kMaxMatrices + 4;
 
-// The layout is known to geometry.js.
+// geometry.js relies on this layout.
 struct Exchange {
     Zan_Matrix4 matrices[kMaxMatrices];
     Zan_Vector2T<double> points[kMaxPoints];
-    double value;
 } exchange;
 
 struct Box {
@@ -39,7 +38,7 @@ struct Box {
         : corners{{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}} {}
 };
 
-// (x, y, z, w) to (x, y, depth).
+// A browser's matrix, to (x, y, z, w), becomes one to (x, y, depth).
 Zan_Matrix4 toEye(const Zan_Matrix4& m) {
     Zan_Matrix4 eye(false);
     eye.m00 = m.m00, eye.m01 = m.m01, eye.m02 = m.m03 * kDepthOfW, eye.m03 = 0;
@@ -57,21 +56,22 @@ Zan_Matrix4 eyeToScreen() {
     return screen;
 }
 
-// A polygon on its way through the matrices; a vertex knows which corner of the box it is.
+// A vertex of the polygon that goes through the matrices, with the corner of the box that it comes from.
 struct Vertex {
     Zan_Vector2T<double> point;
-    int32_t corner;  // -1 for the points where an edge was cut
+    int32_t corner;  // -1 for a point where an edge was cut
 };
 using Polygon = std::vector<Vertex>;
 
-// The usual case: a box through the first matrix.
+// The usual case: a box through the first matrix, which is not degenerate.
 Polygon carryBox(const Box& box, const Zan_Matrix4& m) {
     Zan_TransformPoly3D outline;
     for (int32_t i = 0; i < 4; ++i) outline.SetLayerPoint(i, box.corners[i]);
     outline.TransformPointsToEye(toEye(m));
     outline.TransformPointsToScreen(eyeToScreen());
     outline.InitPolyPoints();
-    // The outline has the corners in front, in order, and the cuts after a corner in front and before the next one.
+    // The outline has the corners in front, in order; where edges cross the near plane, a cut after the last corner in
+    // front and one before the next corner in front.
     Polygon polygon;
     int32_t next = 0;
     for (int32_t i = 0; i < 4; ++i) {
@@ -86,7 +86,7 @@ Polygon carryBox(const Box& box, const Zan_Matrix4& m) {
     return polygon;
 }
 
-// The same for any polygon, edge by edge: a plane that has been cut already, or one whose matrix is degenerate.
+// The same for any polygon, edge by edge: one that has been clipped already, or one under a degenerate matrix.
 Polygon carry(const Polygon& polygon, const Zan_Matrix4& m) {
     const Zan_Matrix4 eye = toEye(m);
     std::vector<Zan_Vector3T<double>> points;
@@ -113,7 +113,7 @@ Polygon carry(const Polygon& polygon, const Zan_Matrix4& m) {
     return result;
 }
 
-// The library takes a matrix for degenerate when one of its first two rows has next to no length.
+// For Zan_TransformPoly3D a matrix is degenerate when one of its first two rows is nearly zero.
 bool degenerate(const Zan_Matrix4& m) {
     const auto shortRow = [](double x, double y, double w) { return x * x + y * y + w * w < 1e-11; };
     return shortRow(m.m00, m.m01, m.m03) || shortRow(m.m10, m.m11, m.m13);
@@ -123,11 +123,11 @@ bool degenerate(const Zan_Matrix4& m) {
 
 extern "C" {
 
-/// Where matrices, points and a value are exchanged.
+/// The buffer through which matrices and points are exchanged.
 EMSCRIPTEN_KEEPALIVE Exchange* zan_dom_exchange() { return &exchange; }
 
-/// Carries a box through count matrices, cutting at the eye's plane of each, into points.
-/// @return the number of points; above the lowest byte a bit for each corner that is behind
+/// Carries a box through count matrices, clipping at the near plane of each; the outline is in points.
+/// @return the number of points in the lowest byte; bits 8 to 11 are set for the corners that are behind
 EMSCRIPTEN_KEEPALIVE int32_t zan_dom_outline(int32_t count, double x, double y, double width, double height) {
     const Box box(x, y, width, height);
     Polygon polygon;
@@ -154,12 +154,12 @@ EMSCRIPTEN_KEEPALIVE int32_t zan_dom_inside(int32_t count, double x, double y, d
     return inside;
 }
 
-/// matrices[0] := matrices[0] * matrices[1], the first one's transform first.
+/// matrices[0] := matrices[0] * matrices[1]; the transform of matrices[0] is applied first.
 EMSCRIPTEN_KEEPALIVE void zan_dom_concat() {
     Zan_ConcatMatrix4(&exchange.matrices[0], &exchange.matrices[1], &exchange.matrices[0]);
 }
 
-/// matrices[0] := a turn about an axis, as CSS has it; the identity for an axis without length.
+/// matrices[0] := a rotation about an axis, as in CSS; the identity for an axis of zero length.
 EMSCRIPTEN_KEEPALIVE void zan_dom_rotation(double x, double y, double z, double radians) {
     exchange.matrices[0].SetIdentity();
     const double length = std::sqrt(x * x + y * y + z * z);
@@ -167,7 +167,7 @@ EMSCRIPTEN_KEEPALIVE void zan_dom_rotation(double x, double y, double z, double 
     if (Zan_RotateMatrix4(x, y, z, radians, &exchange.matrices[0]) != 0) exchange.matrices[0].SetIdentity();
 }
 
-/// matrices[0] := its inverse. 0 when there is none.
+/// matrices[0] := its inverse, or the adjugate if it is singular. Returns 0 if it is singular.
 EMSCRIPTEN_KEEPALIVE int32_t zan_dom_invert() {
     return Zan_InverseMatrix4Quiet(&exchange.matrices[0], &exchange.matrices[0], nullptr) == 0;
 }
@@ -179,8 +179,8 @@ EMSCRIPTEN_KEEPALIVE double zan_dom_determinant() {
     return determinant;
 }
 
-/// Whether a box is seen edge-on through matrices[0]. The eye is the point that goes to x = y = w = 0; without one, at
-/// infinity, the direction that goes there.
+/// Whether a box is seen edge-on through matrices[0]. The eye is the point that the matrix maps to x = y = w = 0; it
+/// may be at infinity, a direction.
 EMSCRIPTEN_KEEPALIVE int32_t zan_dom_edge_on(double x, double y, double width, double height) {
     Zan_Matrix4 inverse;
     if (Zan_InverseMatrix4Quiet(&exchange.matrices[0], &inverse, nullptr) != 0) return 0;
@@ -188,7 +188,7 @@ EMSCRIPTEN_KEEPALIVE int32_t zan_dom_edge_on(double x, double y, double width, d
     Zan_TransformVector4NoDivide(&inverse, 1, &eye);
     const double size = std::max({width, height, 1.0});
     const double length = std::sqrt(eye.x * eye.x + eye.y * eye.y + eye.z * eye.z);
-    // An eye at infinity stands far enough away for its lines of sight to be parallel.
+    // An eye at infinity is placed so far away that its lines of sight are parallel to within rounding.
     const double w = std::fabs(eye.w) * 1e9 * size > length ? eye.w : length / (1e9 * size);
     Zan_Matrix4 fromEye(true);
     Zan_TranslateMatrix4(-eye.x / w, -eye.y / w, -eye.z / w, &fromEye);

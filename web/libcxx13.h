@@ -1,4 +1,4 @@
-// What C++20 has and libc++ 13, emscripten's, has not yet. The compiler's command line includes it before all else.
+// C++20 library features that emscripten's libc++ 13 lacks; the compiler's command line includes this file first.
 #ifndef ZAN_WEB_LIBCXX13_H
 #define ZAN_WEB_LIBCXX13_H
 

@@ -1,11 +1,12 @@
-// Loads zan.wasm, which lies beside this file, in browsers, workers and node.
+// Loads zan.wasm, which is in the folder of this file, in browsers, workers and node.
 
 /** @type {WebAssembly.Exports | null} */
 let exports = null;
 /** @type {Promise<void> | null} */
 let loading = null;
 
-// What the C++ library under zan asks of its host. None of it is reached: nothing is written and the module does not end.
+// Imports of the C++ runtime. Only the notice of memory growth is reached, and nothing has to be done for it:
+// geometry.js checks for a new buffer at each call. Nothing is written and the module does not end.
 const host = {
   env: { emscripten_notify_memory_growth() {} },
   wasi_snapshot_preview1: {
@@ -30,8 +31,8 @@ async function read(url) {
 }
 
 /**
- * Loads the module once; everything else needs it. Further calls give the same promise.
- * @param {URL | BufferSource} [source] where zan.wasm is, or its bytes; beside this file unless given
+ * Loads the module once, which everything else requires. Further calls return the same promise.
+ * @param {URL | BufferSource} [source] where zan.wasm is, or its bytes; in this file's folder unless given
  * @returns {Promise<void>}
  */
 export function load(source = new URL('zan.wasm', import.meta.url)) {
@@ -48,7 +49,7 @@ export function load(source = new URL('zan.wasm', import.meta.url)) {
 }
 
 /**
- * What the module exports.
+ * The exports of the loaded module.
  * @returns {WebAssembly.Exports}
  */
 export function wasm() {

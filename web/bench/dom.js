@@ -1,4 +1,4 @@
-// What outlines and hits cost on pages of some hundred elements: node web/bench/dom.js. Prints the median of the runs.
+// Measures outlines and hits on pages of several hundred elements (medians): node web/bench/dom.js.
 import { openBrowser, show } from '../tests/browser.js';
 
 const repeat = (count, text) => Array.from({ length: count }, (_, i) => text(i)).join('');

@@ -1,8 +1,8 @@
-// Where browsers place an element's box: planes that matrices carry to the screen, and boxes in them.
+// Where browsers draw an element's box: boxes in planes, and the matrices that carry the planes to the screen.
 //
-// A plane is what one element's transform carries: it and all descendants without a transform of their own. Planes in the
-// space of a `preserve-3d` element share a flat plane outside, on which they are drawn in perspective. What is drawn on a
-// flat plane goes on to the next one, without z.
+// A plane holds what one element's transform moves: the element and all descendants without a transform of their own.
+// All planes in one 3D space (`preserve-3d`) are projected onto the plane that contains the space, their outer plane.
+// That picture is projected onto the next outer plane, without z.
 import { MAX_MATRICES, concat, determinant, identity, invert, outline, perspective, translation } from './geometry.js';
 import * as css from './style.js';
 import { fit } from './fit.js';
@@ -12,7 +12,7 @@ import { cornerIn, layoutSize, offsetIn } from './offsets.js';
 
 const SVG = 'http://www.w3.org/2000/svg';
 
-/** Whether an element is drawn inside an SVG image, where boxes are of another kind. */
+/** Whether an element is drawn inside an SVG image, where CSS boxes do not exist. */
 const isInsideSvg = (element) => element.namespaceURI === SVG && element.ownerSVGElement !== null;
 
 /** The parent in the tree that is laid out: slots and shadow hosts included. */
@@ -32,22 +32,22 @@ export function isInTopLayer(element, look) {
 
 const keepsW = (m) => m[3] === 0 && m[7] === 0;
 
-/** A matrix whose image has no z any more. */
+/** The matrix followed by z := 0. */
 function flatten(m) {
   const flat = m.slice();
   flat[2] = flat[6] = flat[10] = flat[14] = 0;
   return flat;
 }
 
-/** A plane, see above. */
+/** A plane, as described at the top of this file. */
 export class Plane {
   /**
-   * @param {Element} element  whose border box's top left corner is the origin
-   * @param {Matrix} map  to the flat plane outside, z included
-   * @param {Plane | null} outer  that plane; null for the viewport
-   * @param {Plane | null} space  the plane whose space this one stands in; itself when null
-   * @param {Matrix} boxMap  to the viewport, as the browser's bounding boxes have it
-   * @param {() => boolean} isApart  whether something is drawn on a surface of its own in the outer plane
+   * @param {Element} element  the origin is the top left corner of its border box
+   * @param {Matrix} map  to the outer plane, z included
+   * @param {Plane | null} outer  the outer plane; null for the viewport
+   * @param {Plane | null} space  the plane that starts the 3D space which this one belongs to; this one when null
+   * @param {Matrix} boxMap  to the viewport, by the browser's rules for bounding boxes
+   * @param {() => boolean} isApart  whether it is drawn on a surface of its own before the outer plane's map is applied
    */
   constructor(element, map, outer, space, boxMap, isApart) {
     this.element = element;
@@ -56,16 +56,19 @@ export class Plane {
     this.space = space ?? this;
     this.boxMap = boxMap;
     this.depth = outer ? outer.depth + 1 : 0;
-    /** The matrices to the viewport; more than one where perspective comes twice and what the first cuts off is lost. */
+    /**
+     * The matrices to the viewport; more than one where two perspectives follow each other and the first result is
+     * drawn on a surface of its own, so that what it cuts off stays cut off.
+     */
     this.maps = [map];
     if (outer) {
       const [next, ...rest] = outer.maps;
       if (!keepsW(map) && !keepsW(next) && isApart()) this.maps = [map, ...outer.maps];
       else this.maps = [concat(flatten(map), next), ...rest];
     }
-    /** Whether the plane's back is seen and does not show. */
+    /** Whether this plane or one outside turns its back to the viewer and `backface-visibility` hides it. */
     this.isHidden = outer !== null && outer.isHidden;
-    /** Whether the box can be told exactly. */
+    /** Whether the matrices describe the drawing exactly. */
     this.exact = !outer || outer.exact;
     if (this.maps.length > MAX_MATRICES) {
       this.maps.length = MAX_MATRICES;
@@ -73,7 +76,7 @@ export class Plane {
     }
   }
 
-  /** Whether nothing but shifts and scales leads to the viewport. */
+  /** Whether the plane and all outside are only translated and scaled. */
   get isPlain() {
     this.plain ??= this.outer === null || this.outer.isPlain ? isPlainMap(this.boxMap) : false;
     return this.plain;
@@ -82,12 +85,12 @@ export class Plane {
   /** Whether the viewer sees the back of the plane. */
   get isTurnedAway() {
     const m = this.map;
-    const seen =
+    const orientation =
       m[0] * (m[5] * m[15] - m[7] * m[13]) - m[1] * (m[4] * m[15] - m[7] * m[12]) + m[3] * (m[4] * m[13] - m[5] * m[12]);
-    return seen * determinant(m) < 0;
+    return orientation * determinant(m) < 0;
   }
 
-  /** A point of the viewport on the flat plane outside. */
+  /** Projects a point of the viewport onto the outer plane. */
   toOuter(x, y) {
     if (!this.outer) return [x, y];
     this.fromViewport ??= invert(asPlaneMap(this.outer.boxMap));
@@ -96,9 +99,9 @@ export class Plane {
     return [(x * m[0] + y * m[4] + m[12]) / w, (x * m[1] + y * m[5] + m[13]) / w];
   }
 
-  /** How near to the eye the plane is at a point of the flat plane outside: z there, after perspective. */
+  /** The depth of the plane at a point of the outer plane: z after perspective, larger is nearer to the eye. */
   depthAt(x, y) {
-    // Points of the plane have z = 0; seen from outside that is an equation whose coefficients are a column of the inverse.
+    // A column of the inverse has the coefficients of the plane z = 0 in the outer plane's coordinates.
     this.inverse ??= invert(this.map);
     const m = this.inverse;
     return -(x * m[2] + y * m[6] + m[14]) / m[10];
@@ -107,7 +110,7 @@ export class Plane {
 
 const isPlainMap = (m) => m[1] === 0 && m[4] === 0 && keepsW(m) && m[15] === 1 && m[0] > 0 && m[5] > 0;
 
-/** The map of the points with z = 0 alone. */
+/** The matrix restricted to the points with z = 0, with z' = z so that it can be inverted. */
 function asPlaneMap(m) {
   const plane = m.slice();
   plane[8] = plane[9] = plane[11] = plane[2] = plane[6] = plane[14] = 0;
@@ -119,27 +122,27 @@ function asPlaneMap(m) {
  * @typedef {object} Box
  * @property {Element} element
  * @property {CSSStyleDeclaration} style
- * @property {Box | null} parent  the box outside; null for the viewport
+ * @property {Box | null} parent  the nearest ancestor's box; null for the viewport
  * @property {Plane | null} plane  null for the viewport
  * @property {number} x  border box, in the plane
  * @property {number} y
  * @property {number} width
  * @property {number} height
  * @property {number} zoom
- * @property {boolean} isInline  a box of a line, without a size of its own
+ * @property {boolean} isInline  an inline box: part of a line, without a size of its own
  * @property {boolean} isTransformable
  * @property {boolean} exact
- * @property {boolean} keepsSpace  children stand in the same space
- * @property {boolean} keepsSpaceInBoxes  the same as the browser's bounding boxes have it
+ * @property {boolean} keepsSpace  children belong to the same 3D space
+ * @property {boolean} keepsSpaceInBoxes  keepsSpace as it holds for the browser's bounding boxes
  * @property {[number, number]} place  where the box would be in the parent's plane without its transform
  */
 
 /**
- * The box of an element. Its parent's is there already.
+ * The box of an element whose parent's box is known.
  * @param {Element} element
  * @param {Box | null} parent
  * @param {import('../dom.js').Look} look
- * @returns {Box | null} null where there is none
+ * @returns {Box | null} null for an element without a box
  */
 export function makeBox(element, parent, look) {
   const style = look.styleOf(element);
@@ -166,7 +169,7 @@ export function makeBox(element, parent, look) {
   if (style.transformStyle === 'preserve-3d' && !css.isForcedFlat(style)) {
     isSpace = transformable;
     box.keepsSpace = transformable && !css.containsPaint(style);
-    // Bounding boxes are of another mind about containment of paint and about inline boxes.
+    // For bounding boxes, paint containment does not flatten, and an inline box keeps its parent's space.
     box.keepsSpaceInBoxes = transformable || (parent !== null && parent.keepsSpaceInBoxes);
   }
   const transforms = transformable ? css.transformsOf(style) : null;
@@ -174,7 +177,8 @@ export function makeBox(element, parent, look) {
   const hidesBack = transformable && style.backfaceVisibility === 'hidden' && (transformed || parent?.keepsSpace);
   if (!isSupported(style, transformed)) box.exact = false;
   const inPlainPlane = !plane || plane.isPlain;
-  // One outline is not enough for the boxes of columns; it is for upright lines.
+  // One outline cannot describe a box broken over columns or over lines of a turned plane. For upright lines it is the
+  // bounding box, and hits use the client rects.
   if (rects.length > 1 && !(box.isInline && inPlainPlane)) box.exact = false;
   if (!transformed && !isSpace && !hidesBack && inPlainPlane) {
     return placePlainly(box, seen, plane, box.exact);
@@ -210,7 +214,7 @@ export function makeBox(element, parent, look) {
   const map = toParent.length > 1 ? concat(...toParent) : toParent[0];
   const inSpace = plane && parent.keepsSpace;
   const full = inSpace ? concat(map, plane.map) : map;
-  // Bounding boxes are not flattened where nothing moves, either.
+  // For bounding boxes, a matrix that is nearly the identity does not drop z either.
   const staysInBoxes = map.every((element, i) => Math.abs(element - (i % 5 === 0 ? 1 : 0)) < 1 / 64);
   const mapInBoxes = isApart ? concat(...toParent.slice(0, 2)) : map;
   const keepsZ = (parent?.keepsSpaceInBoxes && !isApart) || staysInBoxes;
@@ -224,8 +228,8 @@ export function makeBox(element, parent, look) {
 }
 
 /**
- * The way of a box's children to the screen as bounding boxes have it, from where their places are added. Those of lines
- * beside blocks, in a box that the browser adds, see neither perspective nor space: that is the second way.
+ * The matrices to the screen, for bounding boxes, that follow the translation of a child by its place. The second one is
+ * for children in an anonymous block (lines beside blocks): neither perspective nor 3D space applies to them.
  */
 function tailsOf(box) {
   const eye = perspectiveOf(box);
@@ -235,7 +239,7 @@ function tailsOf(box) {
   return [tail, box.plane ? concat(flatten(identity()), box.plane.boxMap) : identity()];
 }
 
-/** Where a bounding box alone does not tell a place, offsets help. */
+/** Finds the place of a box from its bounding box; where that leaves the place undetermined, also from offsets. */
 function findPlace(fitting, box, look, boxIsEnough) {
   if (fitting.sizeIsKnown && boxIsEnough) {
     const found = fit(fitting, { ...cornerIn(box.plane, box.parent), isKnown: false });
@@ -250,7 +254,7 @@ function findPlace(fitting, box, look, boxIsEnough) {
   return found;
 }
 
-/** A box that the browser's box tells alone. */
+/** Places a box that the browser's bounding box alone determines. */
 function placePlainly(box, seen, plane, exact) {
   const m = plane ? plane.boxMap : [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0];
   box.plane = plane;
@@ -263,7 +267,7 @@ function placePlainly(box, seen, plane, exact) {
   return box;
 }
 
-/** The matrix of the perspective that a box gives its children; null for none. */
+/** The perspective matrix that a box applies to its children; null for none. */
 function perspectiveOf(box) {
   const { element, style, zoom } = box;
   const distance = box.isTransformable ? css.perspectiveDistance(style, zoom) : 0;

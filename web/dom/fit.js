@@ -1,28 +1,31 @@
-// Fits the place of a box to the bounding box that the browser gives: offsets are whole pixels, bounding boxes are not.
+// Fits the place of a box to the browser's bounding box by weighted least squares (Gauss-Newton): offsets are whole
+// pixels, bounding boxes are not.
 
 /** @typedef {import('./geometry.js').Matrix} Matrix */
 
-// Computed values have six digits.
+// Relative rounding error of computed values: they are printed with six digits.
 const DIGITS = 1e-6;
-const TOLERANCE = 0.03;
+const TOLERANCE = 0.03;  // pixels
 const MAX_ROUNDS = 12;
-// Of the sum of squares: less than this, and a direction in which the box may move does not show.
-const SHOWS = 1e-4;
+// When moving the box in a direction changes the weighted sum of squares by less than this, the bounding box does not
+// determine that direction.
+const MIN_CURVATURE = 1e-4;
 
 /**
- * What is fitted: a box of a plane that a matrix carries to the screen, there with its own matrix.
+ * What is fitted: a box with its own matrix, in a plane that the matrix `tail` carries to the screen.
  * @typedef {object} Fitting
  * @property {Matrix | null} own
- * @property {Matrix} tail  from where the box's place is added to the screen
+ * @property {Matrix} tail  the matrix to the screen that follows the translation by the box's place
  * @property {number} width
  * @property {number} height
- * @property {boolean} sizeIsKnown  else it is fitted, too; then own is null
+ * @property {boolean} sizeIsKnown  when false, the size is fitted, too, and own is null
  * @property {DOMRect} seen  the browser's bounding box
  */
 
 /**
- * The four corners through own and tail, at the origin: homogeneous points and how they move with the box, x, y, w each.
- * Bounding boxes are computed corner by corner: one behind the eye counts with its mirror image.
+ * The four corners of the box placed at the origin, through own and tail: (x, y, w), and the factor by which a shift of
+ * the box moves them. Browsers compute bounding boxes corner by corner: a corner behind the eye counts with its mirror
+ * image.
  */
 function corners({ own, tail, width, height }) {
   const result = [];
@@ -40,7 +43,8 @@ function corners({ own, tail, width, height }) {
   return result;
 }
 
-// A side of the predicted box: its value, how it moves with the unknowns, and how far off rounded matrices may put it.
+// A side of the predicted bounding box: its coordinate, the derivatives by the unknowns (slopes), and the error bound
+// that rounded matrices give it (doubt).
 class Side {
   constructor() {
     this.slopes = [0, 0, 0, 0];
@@ -56,6 +60,7 @@ class Side {
   }
 }
 
+// Computes the sides of the bounding box with the unknowns at `at`; returns whether all corners are in front.
 function predict(points, tail, at, origin, unknowns, sides) {
   sides[0].value = sides[1].value = Infinity;
   sides[2].value = sides[3].value = -Infinity;
@@ -77,7 +82,7 @@ function predict(points, tail, at, origin, unknowns, sides) {
   return inFront;
 }
 
-/** Solves a small symmetric system in place; its pivots are positive. */
+/** Solves a small symmetric positive definite system in place; b becomes the solution. */
 function solve(a, b) {
   const n = b.length;
   for (let i = 0; i < n; ++i) {
@@ -95,9 +100,9 @@ function solve(a, b) {
 
 /**
  * @param {Fitting} fitting
- * @param {{x: number, y: number, isKnown: boolean}} offset  where to begin; isKnown when that is the place within a pixel
+ * @param {{x: number, y: number, isKnown: boolean}} offset  the initial place; isKnown when it is right within a pixel
  * @returns {{x: number, y: number, width: number, height: number, fits: boolean, isSure: boolean}}
- *   fits: the box is where the browser has it; isSure: nowhere else would it be
+ *   fits: the browser's bounding box is reproduced; isSure: no other place has this bounding box
  */
 export function fit(fitting, offset) {
   const { seen, tail } = fitting;
@@ -107,10 +112,10 @@ export function fit(fitting, offset) {
   const start = [offset.x, offset.y, fitting.width, fitting.height];
   const at = start.slice();
   const sides = [new Side(), new Side(), new Side(), new Side()];
-  // A known offset counts a little: what the bounding box does not show stays where it is.
+  // A small weight of the initial values (regularization) holds what the bounding box does not determine.
   const pull = offset.isKnown ? 1e-4 : 1e-9;
   let inFront = predict(points, tail, at, start, unknowns, sides);
-  let shows = false;
+  let isDetermined = false;
   for (let round = 0; round < MAX_ROUNDS; ++round) {
     let scale = 0;
     for (const side of sides) scale = Math.max(scale, 1 / (TOLERANCE + side.doubt) ** 2);
@@ -131,7 +136,7 @@ export function fit(fitting, offset) {
     }
     if (unknowns === 2) {
       const [[a, b], [, d]] = normal;
-      shows = a * d - b * b > SHOWS * (a + d) && Math.min(a, d) > SHOWS;
+      isDetermined = a * d - b * b > MIN_CURVATURE * (a + d) && Math.min(a, d) > MIN_CURVATURE;
     }
     solve(normal, change);
     if (!change.every(Number.isFinite)) break;
@@ -141,5 +146,5 @@ export function fit(fitting, offset) {
   }
   const fits = wanted.every((side, k) =>
     Math.abs(side - sides[k].value) <= TOLERANCE + 2 * sides[k].doubt + 2e-6 * Math.abs(side));
-  return { x: at[0], y: at[1], width: at[2], height: at[3], fits, isSure: shows && inFront && fits };
+  return { x: at[0], y: at[1], width: at[2], height: at[3], fits, isSure: isDetermined && inFront && fits };
 }

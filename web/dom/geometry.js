@@ -1,7 +1,7 @@
-// The library's geometry for dom.js: JavaScript's side of dom_geometry.cpp.
+// The library's geometry for dom.js: the JavaScript side of dom_geometry.cpp.
 //
-// A matrix is a Float64Array of 16 numbers in the order of DOMMatrix.toFloat64Array(). Points are rows: a point times a
-// matrix, and in a product the left factor comes first.
+// A matrix is a Float64Array of 16 numbers in the order of DOMMatrix.toFloat64Array(). Points are row vectors (point
+// times matrix), so the left factor of a product is applied first.
 import { wasm } from '../wasm.js';
 
 /** @typedef {Float64Array} Matrix */
@@ -15,7 +15,7 @@ const MAX_POINTS = MAX_MATRICES + 8;
 let memory = new Float64Array(0);
 let start = 0;
 
-// The exchange buffer. A memory that has grown has another buffer.
+// Returns the module, after renewing the view of the exchange buffer: memory that has grown has a new ArrayBuffer.
 function exchange() {
   const module = wasm();
   if (memory.buffer !== module.memory.buffer) {
@@ -47,7 +47,7 @@ export const translation = (x, y, z = 0) => new Float64Array([1, 0, 0, 0, 0, 1, 
 export const scaling = (x, y, z) => new Float64Array([x, 0, 0, 0, 0, y, 0, 0, 0, 0, z, 0, 0, 0, 0, 1]);
 
 /**
- * A turn about an axis, as CSS has it.
+ * A rotation about an axis, as in CSS; the identity for an axis of zero length.
  * @param {number[]} axis
  * @param {number} degrees
  * @returns {Matrix}
@@ -58,7 +58,7 @@ export function rotation([x, y, z], degrees) {
 }
 
 /**
- * The eye in front of a plane, over a point of it.
+ * The perspective of an eye at a distance in front of a point of the plane z = 0.
  * @param {number} distance
  * @param {number} x
  * @param {number} y
@@ -73,7 +73,7 @@ export function perspective(distance, x, y) {
 }
 
 /**
- * The product of matrices, the first one's transform first.
+ * The product of matrices; the transform of the first one is applied first.
  * @param {Matrix} first
  * @param {...Matrix} others
  * @returns {Matrix}
@@ -89,7 +89,7 @@ export function concat(first, ...others) {
 }
 
 /**
- * The inverse; of a matrix that has none, the adjugate, which is it but for a factor.
+ * The inverse; for a singular matrix the adjugate (the inverse times the determinant, where both exist).
  * @param {Matrix} m
  * @returns {Matrix}
  */
@@ -111,7 +111,7 @@ export function determinant(m) {
 }
 
 /**
- * Whether a box is seen edge-on from the eye of a matrix.
+ * Whether a box is seen edge-on from the eye that a matrix implies.
  * @param {Matrix} m
  * @param {{x: number, y: number, width: number, height: number}} box
  * @returns {boolean}
@@ -123,7 +123,7 @@ export function isEdgeOn(m, box) {
 }
 
 /**
- * The outline of a box that matrices carry to the screen one after the other, cut at the eye's plane of each.
+ * The outline of a box that matrices carry to the screen one after another, clipped by the near plane of each.
  * @param {Matrix[]} matrices  MAX_MATRICES at most
  * @param {{x: number, y: number, width: number, height: number}} box
  * @returns {{points: Float64Array, behind: boolean[]}} x and y of each point; which corners are behind

@@ -1,4 +1,4 @@
-// Where layout puts a box and how large it is, from offsets and computed styles.
+// The place and the size that layout gives a box, from offsets and computed styles.
 import { flatParent } from './boxes.js';
 import { givesOverflowToViewport } from './style.js';
 
@@ -8,11 +8,12 @@ const px = (text) => parseFloat(text) || 0;
  * Width and height of a border box, fractions included.
  * @param {import('./boxes.js').Box} box  without size
  * @param {DOMRect} seen
- * @returns {{width: number, height: number, isKnown: boolean}} isKnown is false for whole pixels
+ * @returns {{width: number, height: number, isKnown: boolean}} isKnown is false where only whole pixels are known
  */
 export function layoutSize(box, seen) {
   const { element, style, zoom, isInline } = box;
-  const isShared = style.display === 'table-cell' && style.borderCollapse === 'collapse';  // its borders are half its own
+  // Only half of each collapsed border belongs to the cell.
+  const isShared = style.display === 'table-cell' && style.borderCollapse === 'collapse';
   const width = isInline || isShared ? null : alongAxis(box, 'width', ['Left', 'Right'], element.offsetWidth, () => element.clientWidth);
   const height =
     width === null ? null : alongAxis(box, 'height', ['Top', 'Bottom'], element.offsetHeight, () => element.clientHeight);
@@ -41,11 +42,11 @@ function alongAxis({ style, zoom }, property, ends, offsetSize, clientSize) {
   if (isSize(size)) return size;
   const bar = offsetSize - clientSize() - borders;
   if (bar >= 1 && isSize(size + bar)) return size + bar;
-  return isSize(computed) ? computed : null;  // of a table
+  return isSize(computed) ? computed : null;  // a table's computed size includes its borders
 }
 
 /**
- * The place of a box in its parent's plane, within a pixel; isKnown is false where offsets do not tell.
+ * The place of a box in its parent's plane, within a pixel; isKnown is false where offsets do not determine it.
  * @param {import('./boxes.js').Plane | null} plane
  * @param {import('./boxes.js').Box} box  without place
  * @param {import('../dom.js').Look} look
@@ -69,7 +70,7 @@ export function offsetIn(plane, box, look) {
   x += base.x;
   y += base.y;
   if (around !== body && (position === 'absolute' || position === 'fixed')) {
-    // Used values have the fractions that offsets lack.
+    // The used values of left and top have the fractions that offsets lack.
     const usedX = base.x + (px(style.left) + px(style.marginLeft)) * zoom;
     const usedY = base.y + (px(style.top) + px(style.marginTop)) * zoom;
     if (Math.abs(usedX - x) < 1 && style.left !== 'auto') x = usedX;
@@ -97,7 +98,7 @@ export function cornerIn(plane, box) {
   return { x: box.x, y: box.y };
 }
 
-/** Offsets count from inside the border of the offset parent. */
+/** The corner of the offset parent's padding box, from which offsets count. */
 function paddingOrigin(box, plane) {
   if (box.plane !== plane) return null;
   const { element, style, zoom } = box;
@@ -107,7 +108,10 @@ function paddingOrigin(box, plane) {
   return { x: x + (left + (bar > 2 ? Math.round(bar) : 0)) * zoom, y: y + px(style.borderTopWidth) * zoom };
 }
 
-/** Offsets in a body count from its border box, in flow under a static body from the root's. */
+/**
+ * Offsets whose offset parent is the body count from the body's border box; for boxes in flow in a static body, from
+ * the root's; for absolute boxes that neither body nor root contains, from the top left corner of the page.
+ */
 function originInBody(bodyBox, plane, position, look) {
   const { element: body, style } = bodyBox;
   const isContainer = style.position !== 'static' || bodyBox.plane?.element === body;

@@ -1,10 +1,10 @@
-// The order in which elements are painted, and which of them a point hits: CSS 2.1, appendix E, and depth where elements
-// stand in one space.
+// The order in which elements are painted (CSS 2.1, appendix E; depth in a 3D space) and which of them a point hits.
 import { flatParent, isInTopLayer } from './boxes.js';
 import { isInside } from './geometry.js';
 import { isInlineBox, isolatesStacking } from './style.js';
 
-// Browsers take the left and the top side of a box to be in it. The library takes some of the others.
+// For browsers a box contains its left and top sides, not its right and bottom ones; the library has another rule for
+// points on sides. Points are moved right and down by this many pixels, so that none is exactly on a side.
 const NUDGE = 1e-6;
 
 /** The children in the tree that is laid out. */
@@ -17,11 +17,11 @@ function flatChildren(element) {
   return element.children;
 }
 
-const isGrid = (style) => /flex|grid/.test(style.display);
+const isFlexOrGrid = (style) => /flex|grid/.test(style.display);
 
 export class PaintOrder {
   /**
-   * @param {Element} root  painted as a whole
+   * @param {Element} root  a stacking context
    * @param {import('../dom.js').Look} look
    */
   constructor(root, look) {
@@ -44,23 +44,24 @@ export class PaintOrder {
    */
   hitsAt(x, y, tolerance, within) {
     const hits = [];
-    const scope = within.getRootNode();  // what is in shadow roots is its host's
+    // Elements inside a shadow root are left out: their host is hit by its own outline.
+    const scope = within.getRootNode();
     for (const item of this.items) {
       if (item.element.getRootNode() !== scope) continue;
       if (within.nodeType === 1 && item.element !== within && !isDescendant(item.element, within)) continue;
       if (this.#isHit(item, x, y, tolerance)) hits.push(item);
     }
-    // Rows have nothing of their own between their cells.
+    // A table row or row group is hit only together with something in it: it has no area of its own between the cells.
     const isRow = ({ box }) => /^table-.*(row|group)/.test(box.style.display);
     const others = hits.filter((hit) => !isRow(hit));
     const shown = hits.filter((hit) => !isRow(hit) || others.some(({ element }) => hit.element.contains(element)));
-    return inFront(shown, x, y).map((item) => item.element);
+    return frontToBack(shown, x, y).map((item) => item.element);
   }
 
   #isHit(item, x, y, tolerance) {
     const outline = item.outline ?? this.#outline(item);
     const [left, top, right, bottom] = item.bounds;
-    // Not one of these is true where there is no outline.
+    // False without an outline: the bounds are empty.
     if (!(left - tolerance <= x && x <= right + tolerance && top - tolerance <= y && y <= bottom + tolerance)) return false;
     if (item.rects) {
       return item.rects.some((r) =>
@@ -82,7 +83,7 @@ export class PaintOrder {
         bounds[3] = Math.max(bounds[3], points[i + 1]);
       }
     }
-    // The boxes of an inline element, where they are upright.
+    // An inline element has one rect a line; they are exact where the plane is only translated and scaled.
     if (box.isInline && (!box.plane || box.plane.isPlain)) {
       item.rects = [...box.element.getClientRects()];
     }
@@ -94,7 +95,7 @@ export class PaintOrder {
     if (box) this.items.push({ element, box, index: this.items.length, outline: null, bounds: null, rects: null });
   }
 
-  // A stacking context: its levels are its own.
+  // Paints a stacking context together with the levels that belong to it.
   #paintContext(element) {
     const levels = [];
     this.#gatherLevels(element, levels);
@@ -102,7 +103,7 @@ export class PaintOrder {
     this.#paint(element, levels);
   }
 
-  // Children that are painted at a level, and those of children that are no stacking contexts.
+  // Gathers the descendants that are painted at a level of this stacking context, not those inside nested contexts.
   #gatherLevels(element, levels) {
     for (const child of flatChildren(element)) {
       const { isContext, isLevel, level, isPainted } = stackLevel(child, this.look);
@@ -112,7 +113,7 @@ export class PaintOrder {
     }
   }
 
-  // One that is painted as a whole. Without levels of its own they are the context's around it.
+  // Paints an element as a whole. When it is no stacking context, `levels` is empty: the context around it paints them.
   #paint(element, levels) {
     const flow = { blocks: [], floats: [], inlines: [] };
     this.#gatherFlow(element, flow);
@@ -134,9 +135,9 @@ export class PaintOrder {
   }
 
   #gatherFlow(element, flow) {
-    const isGridContainer = isGrid(this.look.styleOf(layoutParent(element, this.look)));
+    const isFlexOrGridContainer = isFlexOrGrid(this.look.styleOf(layoutParent(element, this.look)));
     let children = flatChildren(element);
-    if (isGridContainer) {
+    if (isFlexOrGridContainer) {
       const order = (child) => Number(this.look.styleOf(child).order);
       children = [...children].sort((a, b) => order(a) - order(b));
     }
@@ -145,7 +146,7 @@ export class PaintOrder {
       if (isLevel || !isPainted) continue;
       const style = this.look.styleOf(child);
       if (style.display === 'contents') this.#gatherFlow(child, flow);
-      else if (isGridContainer) flow.inlines.push([child, true]);
+      else if (isFlexOrGridContainer) flow.inlines.push([child, true]);
       else if (style.float !== 'none') flow.floats.push(child);
       else if (isInlineBox(child, style.display)) {
         flow.inlines.push([child, false]);
@@ -159,7 +160,7 @@ export class PaintOrder {
   }
 }
 
-/** The element that lays a child of this one out. */
+/** The element that lays out the children of this one: itself, or an ancestor where it has `display: contents`. */
 function layoutParent(element, look) {
   let parent = element;
   while (look.styleOf(parent).display === 'contents') parent = flatParent(parent);
@@ -182,7 +183,7 @@ function stackLevel(element, look) {
   if (style.display !== 'none' && style.display !== 'contents') {
     const parent = flatParent(element);
     const positioned = style.position !== 'static';
-    const ordered = positioned || (parent !== null && isGrid(look.styleOf(layoutParent(parent, look))));
+    const ordered = positioned || (parent !== null && isFlexOrGrid(look.styleOf(layoutParent(parent, look))));
     if (ordered && style.zIndex !== 'auto') {
       answer.level = Number(style.zIndex);
       answer.isContext = true;
@@ -198,16 +199,16 @@ function stackLevel(element, look) {
   return answer;
 }
 
-/** Items of one point, front to back. */
-function inFront(items, x, y) {
-  const spaces = new Map(items.map((item) => [item, spacesOf(item.box.plane)]));
+/** Sorts the items at a point front to back: by depth where they share a 3D space, else by painting order. */
+function frontToBack(items, x, y) {
+  const planes = new Map(items.map((item) => [item, planesOf(item.box.plane)]));
   const depth = (plane, item) => {
     const value = plane.depthAt(...plane.toOuter(x, y));
     return Number.isFinite(value) ? value : -Infinity;
   };
   return items.sort((a, b) => {
-    const planesA = spaces.get(a);
-    const planesB = spaces.get(b);
+    const planesA = planes.get(a);
+    const planesB = planes.get(b);
     for (let i = 0; i < planesA.length && i < planesB.length && planesA[i].space === planesB[i].space; ++i) {
       if (planesA[i] === planesB[i]) continue;
       const depthA = depth(planesA[i], a);
@@ -219,8 +220,8 @@ function inFront(items, x, y) {
   });
 }
 
-/** The planes that an element is drawn on, outermost first. */
-function spacesOf(plane) {
+/** A plane and all planes outside it, outermost first. */
+function planesOf(plane) {
   const planes = [];
   for (let p = plane; p; p = p.outer) planes.unshift(p);
   return planes;

@@ -1,5 +1,5 @@
-// What computed styles say about an element's own matrix, about space and flatness, and about stacking. Lengths are
-// multiplied by the element's zoom: they are pixels of the viewport as far as no transform scales them.
+// What computed styles say about an element's own matrix, about 3D spaces and flattening, and about stacking. Lengths
+// are multiplied by the element's zoom, which makes them viewport pixels before any transform.
 import { concat, rotation, scaling, translation } from './geometry.js';
 
 /** @typedef {import('./geometry.js').Matrix} Matrix */
@@ -10,10 +10,10 @@ const REPLACED = new Set([
 ]);
 const AXES = { x: [1, 0, 0], y: [0, 1, 0], z: [0, 0, 1] };
 
-/** Whether an element is laid out as one box in a line, whatever `display` says. */
+/** Whether an element is a replaced element or a form control: one box even where `display` is `inline`. */
 export const isReplaced = (element) => REPLACED.has(element.localName);
 
-/** Whether an element is a box of a line that has no size of its own and cannot be transformed. */
+/** Whether an element has inline boxes, which have no size of their own and cannot be transformed. */
 export const isInlineBox = (element, display) =>
   (display === 'inline' || display === 'ruby' || display === 'ruby-text') && !isReplaced(element);
 
@@ -22,9 +22,9 @@ export const isTransformable = (element, display) =>
   !isInlineBox(element, display) && display !== 'contents' && !display.startsWith('table-column');
 
 /**
- * A computed length or percentage, calc() and its kin included.
+ * A computed length or percentage; also calc(), min(), max() and clamp().
  * @param {string} text
- * @param {number} whole  what 100 % are
+ * @param {number} whole  the length of 100 %
  * @param {number} zoom
  * @returns {number}
  */
@@ -66,7 +66,7 @@ export function length(text, whole, zoom) {
   return tokens.length > 1 ? sum() : NaN;
 }
 
-/** A computed value split at the spaces outside parentheses. */
+/** Splits a computed value at the spaces outside parentheses. */
 function parts(text) {
   const result = [''];
   let depth = 0;
@@ -79,8 +79,8 @@ function parts(text) {
 }
 
 /**
- * `transform`, in viewport pixels. Where the browser gives the functions that it is made of, they are taken: the digits of
- * `matrix3d(…)` are too few near the eye.
+ * `transform` as a matrix in viewport pixels. Its functions are multiplied here where the browser exposes them (typed
+ * OM): the six digits of `matrix3d(…)` are too few near the eye.
  */
 function transformMatrix(element, text, width, height, zoom) {
   const typed = text.startsWith('matrix3d') ? typedTransform(element, width / zoom, height / zoom) : null;
@@ -107,11 +107,11 @@ function typedTransform(element, width, height) {
     }
     return value.toMatrix().toFloat64Array();
   } catch {
-    return null;  // a length that is none without the page
+    return null;  // a length that cannot be resolved without layout
   }
 }
 
-/** `rotate`: an angle, before it the letter of an axis or an axis in three numbers. */
+/** `rotate`: an optional axis (a letter or three numbers), then the angle. */
 function parseRotation(text) {
   const tokens = text.split(' ');
   const degrees = parseFloat(tokens.pop());
@@ -125,7 +125,7 @@ function parseScale(text) {
 }
 
 /**
- * The matrix of an element's own transform about its border box, whose top left corner is the origin.
+ * The matrix of an element's own transform, with the top left corner of its border box as the origin.
  * @param {Element} element
  * @param {string} transformOrigin
  * @param {{transform: string, translate: string, rotate: string, scale: string}} transforms
@@ -147,21 +147,20 @@ export function ownMatrix(element, transformOrigin, { transform, translate, rota
 }
 
 /**
- * The four properties that transform an element; null when none does. The browser takes time to write a matrix down: they
- * are read once.
+ * The four properties that transform an element; null when none does. They are read once: serializing a matrix is slow.
  */
 export function transformsOf({ transform, translate, rotate, scale }) {
   if (transform === 'none' && translate === 'none' && rotate === 'none' && scale === 'none') return null;
   return { transform, translate, rotate, scale };
 }
 
-/** The distance of the eye that an element gives its children; 0 for none. */
+/** The distance from the eye in the perspective that an element applies to its children; 0 for none. */
 export function perspectiveDistance(style, zoom) {
   const { perspective } = style;
   return perspective === 'none' ? 0 : Math.max(parseFloat(perspective), 1) * zoom;
 }
 
-/** Whether the overflow of an element is the viewport's. */
+/** Whether the overflow of an element applies to the viewport instead (overflow propagation). */
 export function givesOverflowToViewport(element, look) {
   const { body, documentElement } = element.ownerDocument;
   if (element === documentElement) return true;
@@ -173,13 +172,14 @@ export function givesOverflowToViewport(element, look) {
 const words = (text) => text.split(/[\s,]+/);
 const contains = (text, list) => words(text).some((word) => list.includes(word));
 
-/** Containment of paint makes a box flat, but browsers' boxes of its children do not show it. */
+/** Whether paint containment flattens a box. The browsers' bounding boxes of its children ignore it. */
 export const containsPaint = (style) =>
   contains(style.contain, ['paint', 'content', 'strict']) || style.contentVisibility !== 'visible';
 
 /**
- * Whether an element that asks for `preserve-3d` is made flat by another property; containment of paint is left out. The
- * root always is, by its name for view transitions, and so is a body whose overflow is the viewport's.
+ * Whether another property flattens an element with `preserve-3d`; paint containment is left out. The root always is
+ * flat: the browser's own style sheet gives it a view-transition-name. A body is flat even where its overflow applies
+ * to the viewport.
  * @param {CSSStyleDeclaration} style
  */
 export function isForcedFlat(style) {
@@ -201,12 +201,12 @@ export function isForcedFlat(style) {
   );
 }
 
-// A property that not every browser has.
+// Whether a property that not every browser supports is set.
 const given = (value) => value !== undefined && value !== '' && value !== 'none';
 const hasMask = (style) =>
   given(style.maskImage ?? style.webkitMaskImage) || given(style.maskBorderSource ?? style.webkitMaskBoxImageSource);
 
-/** Whether an element is drawn on a surface of its own first: what is behind the eye there is lost. */
+/** Whether an element is first drawn on a surface of its own: what is cut off there, behind the eye, is lost. */
 export const isDrawnApart = (style) =>
   style.filter !== 'none' || given(style.backdropFilter) || style.clipPath !== 'none' || hasMask(style) ||
   style.mixBlendMode !== 'normal';

@@ -1,4 +1,4 @@
-// Drives a headless Chromium: pages that have the package, and what the browser paints and says of its boxes.
+// Drives a headless Chromium: pages with the package loaded, and their pixels.
 import { readFile } from 'node:fs/promises';
 import { inflateSync } from 'node:zlib';
 import { chromium } from 'playwright-core';
@@ -11,7 +11,7 @@ const FLAGS = [
   '--disable-component-update', '--disable-sync', '--hide-scrollbars=false',
 ];
 
-/** A browser with a page. A fault put into `page.fault` changes a source file on its way to the page. */
+/** Opens a browser with a page. `page.fault` (file, from, to) replaces text in a source file as the page loads it. */
 export async function openBrowser() {
   const executablePath = process.env.CHROMIUM ?? '/usr/bin/chromium';
   const browser = await chromium.launch({ executablePath, args: FLAGS, ignoreDefaultArgs: ['--hide-scrollbars'] });
@@ -41,7 +41,7 @@ export async function show(page, html) {
   });
 }
 
-/** The pixels of the page: {width, height, at(x, y), isPainted(x, y)}, painted being what is not nearly white. */
+/** The pixels of the page: {width, height, at(x, y), isPainted(x, y)}; pixels that are not nearly white are painted. */
 export async function pixels(page) {
   const png = await page.screenshot();
   const width = png.readUInt32BE(16);

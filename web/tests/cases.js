@@ -1,5 +1,22 @@
-// A page for each rule. Every element with an id is compared with the browser, unless `skip` names it; `paint` names those
-// that are compared with a screenshot, `inexact` those that must say that they are not exact.
+// A page for each rule. Every element with an id is compared with the browser.
+
+/**
+ * @typedef {object} Case
+ * @property {string} what  the title
+ * @property {string} html
+ * @property {(argument: any) => void} [prepare]  runs in the page before anything is compared
+ * @property {any} [argument]  of prepare
+ * @property {string[]} [skip]  elements, by id, that are not compared
+ * @property {string[] | 'cut'} [paint]  elements whose outlines are compared with a screenshot; 'cut': the clipped ones
+ * @property {string[]} [inexact]  elements whose outlines must not be exact
+ * @property {string[]} [edgeOn]  elements that must be edge-on
+ * @property {boolean} [mayBeEdgeOn]  edgeOn is not compared
+ * @property {string[]} [noProbe]  elements whose corners are not probed
+ * @property {boolean} [paintedCorners]  an outline that the screenshot confirms need not reach the probed corners
+ * @property {boolean} [noHits]  hits are not compared
+ * @property {boolean} [paintedHits]  hits are compared with what is painted, not with the browser's
+ * @property {boolean} [eitherHits]  hits must agree with the browser's or with what is painted
+ */
 
 const room = (inside, style = '') =>
   `<div id="room" style="perspective: 400px; width: 600px; height: 300px; margin: 60px 100px; ${style}">${inside}</div>`;
@@ -22,7 +39,7 @@ const NOT_FLATTENING = [
   'contain: layout', 'contain: size', 'contain: style', 'will-change: transform', 'will-change: clip-path', 'will-change: mask',
   'will-change: isolation', 'will-change: mix-blend-mode', 'clip: rect(0, 0, 0, 0)', 'position: relative; z-index: 3',
 ];
-// Bounding boxes, probes and hits of the browser are not of the mind of its painting here.
+// Here the browser's bounding boxes, probes and hits disagree with what it paints.
 const clipsChildren = /contain: (paint|content|strict)|visibility/;
 
 export const cases = [
@@ -48,19 +65,19 @@ export const cases = [
   { what: "perspective's origin is in the border box", html: room(box('a', 'transform: rotateX(40deg)'), 'perspective-origin: 20% 30px; border: 20px solid; padding: 30px') },
   { what: 'perspective is one pixel at least', html: room(box('a', 'width: 40px; height: 30px; transform: translateX(300px) rotateX(0.3deg)'), 'perspective: 0.2px') },
   { what: 'inline elements give no perspective', html: `<span id="a" style="perspective: 100px">${box('b', 'display: inline-block; rotate: y 50deg')}</span>` },
-  { what: 'an untransformed box with space passes perspective on to itself', html: room(box('a', 'transform-style: preserve-3d', box('b', 'transform: translateZ(100px) rotateY(20deg)'))) },
+  { what: 'perspective applies to an untransformed preserve-3d box as well', html: room(box('a', 'transform-style: preserve-3d', box('b', 'transform: translateZ(100px) rotateY(20deg)'))) },
   // Space
   { what: 'matrices accumulate in space', html: turned(box('a', 'transform-style: preserve-3d; transform: translateZ(60px) rotateX(50deg)', box('b', 'width: 90px; transform: rotateY(70deg) translateZ(30px)')), 'transform-style: preserve-3d'), paint: ['b'] },
   { what: 'without space z is dropped', html: turned(box('a', 'transform: translateZ(60px) rotateX(50deg)', box('b', 'width: 90px; transform: rotateY(70deg)'))), paint: ['b'] },
   { what: 'a flat box without transform ends the space', html: turned(box('a', '', box('b', 'width: 90px; transform: rotateX(70deg)')), 'transform-style: preserve-3d'), paint: ['b'], paintedHits: true },
-  { what: 'so it does for an absolute box whose container is further out', html: turned(box('a', '', box('b', 'position: absolute; left: 40px; width: 90px; transform: rotateX(70deg)')), 'transform-style: preserve-3d'), paint: ['b'], paintedHits: true },
+  { what: 'a flat box ends the space for an absolute box whose container is further out, too', html: turned(box('a', '', box('b', 'position: absolute; left: 40px; width: 90px; transform: rotateX(70deg)')), 'transform-style: preserve-3d'), paint: ['b'], paintedHits: true },
   { what: 'an inline box ends the space, though not in bounding boxes', html: turned(`<span style="transform-style: preserve-3d">${box('b', 'display: inline-block; width: 90px; transform: rotateX(70deg)')}</span>`, 'transform-style: preserve-3d'), paint: ['b'], noProbe: ['b'], paintedHits: true },
-  { what: 'an inline box without space ends it', html: turned(`<span>${box('b', 'display: inline-block; width: 90px; transform: rotateX(70deg)')}</span>`, 'transform-style: preserve-3d'), paint: ['b'], paintedHits: true },
+  { what: 'an inline box without preserve-3d ends the space', html: turned(`<span>${box('b', 'display: inline-block; width: 90px; transform: rotateX(70deg)')}</span>`, 'transform-style: preserve-3d'), paint: ['b'], paintedHits: true },
   ...FLATTENING.map((property) => ({ what: `flat by ${property}`, html: spaceOf(property), paint: ['child'], noProbe: clipsChildren.test(property) ? ['child'] : [], paintedHits: clipsChildren.test(property) })),
   ...NOT_FLATTENING.map((property) => ({ what: `not flat by ${property}`, html: spaceOf(property), paint: ['child'] })),
   { what: "the root is flat", html: `<style>html { transform-style: preserve-3d; transform: perspective(500px) rotateX(30deg) } body { transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
   { what: "the body's overflow makes it flat even where it is the viewport's", html: `<style>html { perspective: 500px } body { overflow: hidden; transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
-  { what: "the body's overflow is its own beside the root's", html: `<style>html { overflow: hidden; perspective: 500px } body { overflow: auto; height: 500px; transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
+  { what: 'the body keeps its overflow when the root has one, too', html: `<style>html { overflow: hidden; perspective: 500px } body { overflow: auto; height: 500px; transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
   // The eye
   { what: 'across the eye', html: room(box('a', 'height: 900px; transform: rotateX(80deg)')), paint: ['a'] },
   { what: 'across the eye, turned', html: room(box('a', 'width: 1500px; height: 900px; margin-left: -400px; transform: rotateZ(20deg) rotateY(75deg)')), paint: ['a'], paintedHits: true },
@@ -81,10 +98,10 @@ export const cases = [
   { what: 'fixed to the viewport of a scrolled page', html: `<div style="height: 3000px"><div style="perspective: none">${box('a', 'position: fixed; left: 50.5px; top: 60px; transform: perspective(300px) rotateY(40deg)')}${box('b', 'margin: 300px; rotate: 20deg')}</div></div>`, prepare: () => window.scrollTo(0, 151) },
   { what: 'fixed inside a transform', html: `<div style="height: 900px">${turned(`<div>${box('a', 'position: fixed; left: 50.5px; top: 60px; width: 60px; height: 50px; rotate: x 30deg')}</div>`, 'overflow: auto; height: 140px; transform-style: preserve-3d')}</div>`, prepare: () => window.scrollTo(0, 31) },
   { what: 'sticky', html: turned(`<div id="s" style="overflow: auto; height: 110px; width: 180px"><div style="height: 40px"></div><div id="a" style="position: sticky; top: 7px; height: 30px; width: 80px; background: #999"></div><div style="height: 400px"></div></div>`), prepare: () => document.querySelector('#s').scrollTo(0, 90), noHits: true },
-  { what: 'a body of its own: static with borders', html: `<style>html { border: 5px solid; padding: 7px; margin: 3px } body { border: 4px solid; padding: 6px; margin: 11px }</style>${turned(box('a', 'position: absolute; width: 50px'))}${box('b', 'position: absolute; left: 20px; top: 30px; transform: perspective(200px) rotateX(30deg)')}` },
-  { what: 'a body of its own: positioned', html: `<style>html { border: 5px solid; padding: 7px; margin: 3px } body { border: 4px solid; padding: 6px; position: relative }</style>${turned('')}${box('b', 'position: absolute; left: 20px; top: 30px; transform: perspective(200px) rotateX(30deg)')}` },
-  { what: 'a body of its own: transformed', html: `<style>html { perspective: 800px; border: 5px solid } body { border: 4px solid; padding: 6px; transform: rotateY(30deg) }</style>${turned('')}${box('b', 'position: absolute; left: 20.5px; top: 30px; transform: perspective(200px) rotateX(30deg)')}${box('c', 'margin: 10.3px')}`, paintedHits: true },
-  { what: 'a root of its own: positioned, transformed, scrolled', html: `<style>html { position: relative; margin: 12px; border: 5px solid; height: 1500px; transform: rotate(5deg); transform-origin: 0 0 } body { height: 1200px }</style>${turned('')}${box('b', 'position: absolute; left: 20.5px; top: 30px; transform: perspective(200px) rotateX(30deg)')}`, prepare: () => window.scrollTo(0, 40) },
+  { what: 'places in a static body with borders', html: `<style>html { border: 5px solid; padding: 7px; margin: 3px } body { border: 4px solid; padding: 6px; margin: 11px }</style>${turned(box('a', 'position: absolute; width: 50px'))}${box('b', 'position: absolute; left: 20px; top: 30px; transform: perspective(200px) rotateX(30deg)')}` },
+  { what: 'places in a positioned body', html: `<style>html { border: 5px solid; padding: 7px; margin: 3px } body { border: 4px solid; padding: 6px; position: relative }</style>${turned('')}${box('b', 'position: absolute; left: 20px; top: 30px; transform: perspective(200px) rotateX(30deg)')}` },
+  { what: 'places in a transformed body', html: `<style>html { perspective: 800px; border: 5px solid } body { border: 4px solid; padding: 6px; transform: rotateY(30deg) }</style>${turned('')}${box('b', 'position: absolute; left: 20.5px; top: 30px; transform: perspective(200px) rotateX(30deg)')}${box('c', 'margin: 10.3px')}`, paintedHits: true },
+  { what: 'places under a positioned, transformed, scrolled root', html: `<style>html { position: relative; margin: 12px; border: 5px solid; height: 1500px; transform: rotate(5deg); transform-origin: 0 0 } body { height: 1200px }</style>${turned('')}${box('b', 'position: absolute; left: 20.5px; top: 30px; transform: perspective(200px) rotateX(30deg)')}`, prepare: () => window.scrollTo(0, 40) },
   { what: 'collapsed tables', html: turned('<table style="border-collapse: collapse; border: 5px solid"><tr><td id="a" style="border: 9px solid; padding: 3px">one<td id="b" style="border: 3px solid">two<tr><td id="c" style="border: 1px solid">three</table>'), noProbe: ['a', 'b', 'c'] },
   { what: 'separate tables with a caption', html: turned('<table id="t" style="border: 5px solid; border-spacing: 3.5px"><caption id="d">words</caption><tr><td id="a">one<td><div id="b">two</div></table>'), noProbe: ['d', 't', 'a'] },
   { what: 'order of flex items', html: turned(`<div style="display: flex; gap: 3.3px">${[3, 1, 2].map((i) => `<div id="f${i}" style="order: ${i}; flex: ${i}; height: 40px; rotate: y ${i}0deg"></div>`).join('')}</div>`) },

@@ -1,15 +1,15 @@
-// One case: its outlines and hits beside what the browser says and paints.
+// Checks one case: compares its outlines and hits with the browser's answers and pixels.
 import { show } from './browser.js';
-import { hitsBesideBrowser, hitsBesidePaint, probeCorners, wrongPixels } from './truth.js';
+import { hitsUnlikeBrowser, hitsUnlikePaint, probeCorners, wrongPixels } from './truth.js';
 
 /**
- * What is wrong with a page.
+ * The differences between a page's outlines and hits and the browser's.
  * @param {import('playwright-core').Page} page
- * @param {import('./cases.js').Case} rule
+ * @param {import('./cases.js').Case} testCase
  * @returns {Promise<string[]>}
  */
-export async function problemsOf(page, rule) {
-  const { what, html, prepare, argument, mayBeEdgeOn, paintedCorners, skip = [], paint = [], inexact = [], edgeOn = [], noProbe = [] } = rule;
+export async function problemsOf(page, testCase) {
+  const { what, html, prepare, argument, mayBeEdgeOn, paintedCorners, skip = [], paint = [], inexact = [], edgeOn = [], noProbe = [] } = testCase;
   await show(page, `<!doctype html><title>${what}</title>${html}`);
   if (prepare) await page.evaluate(prepare, argument);
   const outlines = await page.evaluate(() => {
@@ -25,25 +25,26 @@ export async function problemsOf(page, rule) {
     const here = outline.points.filter((point) => probes.some((probe) => isNear(point, probe))).length;
     const inFront = outline.behind.filter((behind) => !behind).length;
     if (probes.length > 0 && here < inFront && !(paintedCorners && (await wrongPixels(page, id, outline.points)).length === 0)) {
-      problems.push(`${id}: ${JSON.stringify(outline.points)} beside probes at ${JSON.stringify(probes)}`);
+      const [points, corners] = [outline.points, probes].map((list) => JSON.stringify(list));
+      problems.push(`${id}: outline ${points} does not reach the probed corners ${corners}`);
     }
     const isCut = outline.behind.includes(true) && outline.behind.includes(false);
     if (paint === 'cut' ? !isCut : !paint.includes(id)) continue;
     const wrong = await wrongPixels(page, id, outline.points);
-    if (wrong.length > 0) problems.push(`${id}: ${wrong.length} pixels painted otherwise, one at (${wrong[0]})`);
+    if (wrong.length > 0) problems.push(`${id}: ${wrong.length} wrong pixels, one of them at (${wrong[0]})`);
   }
-  const wrongHits = await hitsOf(page, rule, shown.map(([id]) => id));
-  if (wrongHits.length > 0) problems.push(`${wrongHits.length} hits, one of them ${wrongHits[0]}`);
+  const wrongHits = await wrongHitsOf(page, testCase, shown.map(([id]) => id));
+  if (wrongHits.length > 0) problems.push(`${wrongHits.length} wrong hits, one of them: ${wrongHits[0]}`);
   return problems;
 }
 
-async function hitsOf(page, { noHits, paintedHits, eitherHits }, ids) {
+async function wrongHitsOf(page, { noHits, paintedHits, eitherHits }, ids) {
   if (noHits) return [];
-  if (paintedHits) return hitsBesidePaint(page, ids);
-  const wrong = await page.evaluate(hitsBesideBrowser);
+  if (paintedHits) return hitsUnlikePaint(page, ids);
+  const wrong = await page.evaluate(hitsUnlikeBrowser);
   if (!eitherHits || wrong.length === 0) return wrong;
   const place = (text) => text.slice(text.indexOf(' at '));
-  const otherwise = new Set((await hitsBesidePaint(page, ids)).map(place));
+  const otherwise = new Set((await hitsUnlikePaint(page, ids)).map(place));
   return wrong.filter((text) => otherwise.has(place(text)));
 }
 

@@ -45,11 +45,11 @@ for (const deck of ['gallery', 'zoom']) {
   const cameras = html.match(/class="step"/g).length;
   for (let camera = 0; camera < cameras; ++camera) {
     test(`${deck}, camera ${camera}`, async () => {
-      const rule = {
+      const testCase = {
         what: deck, html: html.replace(/<script.*/g, ''), prepare: lookFrom, argument: camera,
         paint: 'cut', skip: ['impress'], mayBeEdgeOn: true, eitherHits: true,
       };
-      assert.deepEqual(await problemsOf(page, rule), []);
+      assert.deepEqual(await problemsOf(page, testCase), []);
     });
   }
 }

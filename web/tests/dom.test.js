@@ -1,4 +1,4 @@
-// Outlines and hits beside headless Chromium's own boxes, hits and pictures.
+// Compares outlines and hits with headless Chromium's own boxes, hits and pixels.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { openBrowser } from './browser.js';
@@ -12,6 +12,6 @@ after(() => browser.close());
 
 const only = new RegExp(process.env.ONLY ?? '');
 
-for (const rule of cases.filter(({ what }) => only.test(what))) {
-  test(rule.what, async () => assert.deepEqual(await problemsOf(page, rule), []));
+for (const testCase of cases.filter(({ what }) => only.test(what))) {
+  test(testCase.what, async () => assert.deepEqual(await problemsOf(page, testCase), []));
 }

@@ -1,5 +1,5 @@
-// Does a case notice when a rule is broken? Each fault changes one place of the sources; one of the cases that its pattern
-// names must fail.
+// Do the cases notice when a rule is broken? Each fault changes one place in the sources; at least one of the cases
+// whose titles match its pattern must fail.
 import assert from 'node:assert/strict';
 import { readFile } from 'node:fs/promises';
 import { after, before, test } from 'node:test';
@@ -30,7 +30,7 @@ const faults = [
   boxes('const distance = box.isTransformable ?', 'const distance = true ?', /^inline elements give/),
   boxes('const inSpace = plane && parent.keepsSpace', 'const inSpace = false', /^matrices accumulate/),
   boxes('const inSpace = plane && parent.keepsSpace', 'const inSpace = plane', /^without space/),
-  boxes('isSpace = transformable;', 'isSpace = false;', /^an untransformed box with/),
+  boxes('isSpace = transformable;', 'isSpace = false;', /^perspective applies to an untransformed/),
   boxes('box.keepsSpace = transformable && ', 'box.keepsSpace = ', /^an inline box ends/),
   style('    clips ||', '    false ||', /^flat by overflow/),
   style('given(style.viewTransitionName)', 'false', /^the root is flat/),
@@ -78,7 +78,7 @@ const faults = [
   order('> 1e-6 *', '> -1 *', /^ties in depth/),
   order("box.style.visibility === 'visible'", 'true', /^hidden boxes/),
   order('!box.plane?.isHidden && ', '', /^turned-away/),
-  boxes('return seen * determinant(m) < 0', 'return seen < 0', /^turned-away/),
+  boxes('return orientation * determinant(m) < 0', 'return orientation < 0', /^turned-away/),
   boxes('(transformed || parent?.keepsSpace)', 'transformed', /^turned-away/),
   boxes('this.isHidden = outer !== null && outer.isHidden;', 'this.isHidden = false;', /^a hidden back/),
   order('if (item.element.getRootNode() !== scope) continue;', '', /^slots/),
@@ -95,11 +95,11 @@ const only = new RegExp(process.env.ONLY ?? '');
 for (const fault of faults.filter(({ from }) => only.test(from))) {
   test(`${fault.file}: ${fault.from.slice(0, 60)} -> ${fault.to.slice(0, 40)}`, async () => {
     const source = await readFile(new URL(`../${fault.file}`, import.meta.url), 'utf8');
-    assert.ok(source.includes(fault.from), 'the place is gone');
+    assert.ok(source.includes(fault.from), 'the sources no longer contain the text to replace');
     const suspects = cases.filter(({ what }) => fault.noticed.test(what));
-    assert.ok(suspects.length > 0, 'no case has that name');
+    assert.ok(suspects.length > 0, 'no case matches the pattern');
     page.fault = fault;
-    for (const rule of suspects) if ((await problemsOf(page, rule)).length > 0) return;
+    for (const testCase of suspects) if ((await problemsOf(page, testCase)).length > 0) return;
     assert.fail('not noticed');
   });
 }

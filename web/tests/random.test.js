@@ -50,10 +50,10 @@ after(() => browser.close());
 
 for (let seed = first; seed < first + count; ++seed) {
   test(`the page of seed ${seed}`, async () => {
-    const rule = {
+    const testCase = {
       what: `seed ${seed}`, html: pageOf(seed), mayBeEdgeOn: true, paintedCorners: true, eitherHits: true,
       prepare: (seed) => window.scrollTo(0, (seed * 37) % 200), argument: seed,
     };
-    assert.deepEqual(await problemsOf(page, rule), []);
+    assert.deepEqual(await problemsOf(page, testCase), []);
   });
 }

@@ -1,7 +1,7 @@
-// What the browser itself says or paints, beside which outlines and hits are held.
+// The browser's own answers and pixels, with which outlines and hits are compared.
 import { pixels } from './browser.js';
 
-/** How far a point is from an outline. */
+/** The distance of a point from an outline. */
 export function distanceTo(points, x, y) {
   let best = Infinity;
   points.forEach((a, i) => {
@@ -23,7 +23,7 @@ export function holds(points, x, y) {
   return inside;
 }
 
-/** Pixels where an element, painted alone, and its outline disagree, more than a pixel and a half off its edges. */
+/** Pixels more than a pixel and a half off the edges where an element, painted alone, and its outline disagree. */
 export async function wrongPixels(page, id, points) {
   const style = await page.addStyleTag({
     content: `* { visibility: hidden !important; animation-play-state: paused !important; }
@@ -43,7 +43,7 @@ export async function wrongPixels(page, id, points) {
   return wrong;
 }
 
-/** The corners of an element, by probes without size that are put there for a moment. Runs in the page. */
+/** The corners of an element, measured by probe elements of zero size that are added and removed. Runs in the page. */
 export function probeCorners(id) {
   const element = document.getElementById(id);
   const style = getComputedStyle(element);
@@ -67,10 +67,10 @@ export function probeCorners(id) {
 }
 
 /**
- * Points at which the first hit is not the browser's, more than a pixel off all edges. The browser's hits are not told of
- * planes that are across the eye. Runs in the page.
+ * Points more than a pixel off all edges where the first hit is not the browser's. Elements with a corner
+ * behind the eye are not compared. Runs in the page.
  */
-export function hitsBesideBrowser() {
+export function hitsUnlikeBrowser() {
   const look = zan.look();
   const wrong = [];
   const name = (element) => element?.id || element?.localName || 'nothing';
@@ -85,7 +85,7 @@ export function hitsBesideBrowser() {
       // At an edge of one of them either answer is right.
       if (isIn(theirs, x, y, 1.25) && !isIn(theirs, x, y)) continue;
       if (ours && !steps.every(([dx, dy]) => isIn(ours, x + dx, y + dy))) continue;
-      wrong.push(`${name(ours)} for ${name(theirs)} at (${x}, ${y})`);
+      wrong.push(`${name(ours)} instead of ${name(theirs)} at (${x}, ${y})`);
     }
   }
   return wrong;
@@ -94,8 +94,8 @@ export function hitsBesideBrowser() {
 // 63 colours that are far from each other and from white.
 const PALETTE = Array.from({ length: 63 }, (_, i) => [i % 4, (i >> 2) % 4, i >> 4].map((level) => level * 85));
 
-/** The same beside what is painted: every element with an id in a colour of its own. */
-export async function hitsBesidePaint(page, ids) {
+/** The same compared with what is painted: every element with an id gets a colour of its own. */
+export async function hitsUnlikePaint(page, ids) {
   const colour = (i) => `rgb(${PALETTE[i]}) !important`;
   const rules = ids.map((id, i) => `#${id} { background: ${colour(i)}; border-color: ${colour(i)}; }`);
   const style = await page.addStyleTag({
@@ -120,7 +120,7 @@ export async function hitsBesidePaint(page, ids) {
     const look = zan.look();
     return points.flatMap(([x, y, here]) => {
       const ours = look.hitsAt(x, y).find((element) => ids.includes(element.id))?.id ?? 'nothing';
-      return ours === here ? [] : [`${ours} where ${here} is painted at (${x}, ${y})`];
+      return ours === here ? [] : [`${ours} instead of ${here}, which is painted, at (${x}, ${y})`];
     });
   }, [points, ids]);
 }
