@@ -24,7 +24,7 @@ function(zan_use_windows_runtime target)
     add_dependencies(${target} zan_msvcrt_math)
     get_target_property(library zan_msvcrt_math ZAN_LIBRARY)
     target_link_libraries(${target} PRIVATE "${library}")
-    # Undefined from the start, since MinGW's ldexpf, which comes after the library above, needs it.
+    # Makes the linker take ldexp from the library above: MinGW's ldexpf, which is linked after that library, needs it.
     target_link_options(${target} PRIVATE LINKER:--undefined=ldexp)
   endif()
 endfunction()

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Compares the exported symbols with the documented names, and the reporting sites with docs/reports.md. Every function
-and type that the reference lists has a sentence of its own.
+"""Compares the exported symbols with the documented names, and the reporting sites with docs/reports.md. Also checks
+that every function and type in the reference has a description of its own.
 
 Run from the top of the tree after Doxygen: docs/check_reference.py. Prints what is not documented; status 1 then.
 """

@@ -1,6 +1,6 @@
-// Bel, the host's utility library: last error, reports, message strings, handles, tracked memory. The first part is the
-// interface that Zan calls, from any thread, and that a host's real library provides. The second part controls this
-// stand-in. Pointer arguments are not null unless their entry says so.
+// Bel, the host's utility library: last error, reports, message strings, handles, tracked memory. The first part is
+// what a host's real library provides; Zan calls all of it, from any thread, except Bel_TranslateAndReportException.
+// The second part controls this stand-in. Pointer arguments are not null unless their entry says so.
 #ifndef ZAN_PLATFORM_BEL_H
 #define ZAN_PLATFORM_BEL_H
 

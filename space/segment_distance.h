@@ -15,8 +15,9 @@ inline void perpDistTo2DLine(const Vector2& p, const Vector2& a, const Vector2& 
     const double lengthSquared = dot(d, d);
     const double fromASquared = dot(v, v);
     const double segmentLength = std::sqrt(lengthSquared);
-    const double reciprocal = 1 / segmentLength;
-    if (segmentLength > 1e-12 && !nearZero(reciprocal)) {
+    // Not divided before the test: 1 / 0 would raise the divide-by-zero flag.
+    const double reciprocal = segmentLength > 1e-12 ? 1 / segmentLength : 0;
+    if (!nearZero(reciprocal)) {
         const Vector2 u(d.x * reciprocal, d.y * reciprocal);
         const double t = dot(u, v);
         // beyond is |v| > |d|, compared by the squares. Only squares within a relative 1e-14 can round to equal roots,

@@ -36,7 +36,7 @@ void fail(const std::string& what, int kernel, int flags) {
     ++failures;
 }
 
-// Calls check(number) with each kernel that this machine can run in force, the plain one first.
+// Makes each kernel that this machine can run the active one, the plain one first, and calls check(number).
 template <class Check>
 void eachKernel(const Check& check) {
     static const int last = static_cast<int>(zan::supportedInstructionSet());  // virtual machines are slow to tell

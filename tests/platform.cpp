@@ -51,8 +51,8 @@ constexpr FailureRow kFailures[] = {
     {"n = 0 fails none", kBel_HandleAllocations, 0, true, "+++ +++ +++"},
     {"only the second handle", kBel_HandleAllocations, 2, false, "+++ -++ +++"},
     {"every quiet handle", kBel_QuietAllocations, 1, true, "+-+ +-+ +-+"},
-    {"two kinds have one count; from the third on", kBel_HandleAllocations | kBel_TrackedAllocations, 3, true,
-     "+++ -+- -+-"},
+    {"two kinds share one count: all allocations from the third on fail",
+     kBel_HandleAllocations | kBel_TrackedAllocations, 3, true, "+++ -+- -+-"},
 };
 
 bool allocates(Bel_Handle handle) {

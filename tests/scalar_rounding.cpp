@@ -35,7 +35,7 @@ constexpr MultipleRow kMultiples[] = {
     {"a negative half rounds away from zero", -6, 4, -8},
     {"an odd m has no halves", -7, 5, -5},
     {"m = 0 returns x", 7, 0, 7},
-    {"a negative m gives a multiple that is not the nearest", 6, -4, 4},
+    {"a negative m gives a multiple that is not the nearest", 7, -4, 4},
     {"the smallest x and -1, whose quotient does not fit", INT32_MIN, -1, INT32_MIN},
     {"the smallest m", 5, INT32_MIN, 0},
     {"x + m / 2 wraps", INT32_MAX, 4, -2147483644},

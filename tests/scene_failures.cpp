@@ -104,7 +104,7 @@ TEST_CASE("scene: what a stream receives is kept until the commit, in whatever l
     CHECK(folder.entries() == 1);
 }
 
-TEST_CASE("scene: on a terminal a run of more than a second shows its progress and ends at its total") {
+TEST_CASE("scene: on a terminal a run of a second or more shows its progress, which a closing line replaces") {
     FakeClock clock;
     std::ostringstream out;
     scene::Progress progress(out, true, clock.read);

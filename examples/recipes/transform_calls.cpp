@@ -214,8 +214,8 @@ struct Call {
 };
 
 constexpr std::array kCalls = {
-    Call{"`Zan_TransformPoints`, `Zan_Matrix3::TransformPoints` on `Zan_Point`", "3 x 3", points16},
-    Call{"`Zan_TransformFixPoints`, `Zan_Matrix3::TransformPoints` on `Zan_FixedPoint`", "3 x 3", pointsFixed},
+    Call{"`Zan_TransformPoints`", "3 x 3", points16},
+    Call{"`Zan_TransformFixPoints`", "3 x 3", pointsFixed},
     Call{"`Zan_TransformFloatPoints`", "3 x 3", pointsFloat},
     Call{"`Zan_TransformVector3`", "3 x 3", vectors3},
     Call{"`Zan_TransformRect` on `Zan_Rect`", "3 x 3", rect16},

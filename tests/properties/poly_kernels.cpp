@@ -65,8 +65,8 @@ bool edges(Choices& c) {
     return (plain.maybeNear & 1) != 0;
 }
 
-// A polygon near the border between convex and not: of any scale. By kind: 0 to 3 a circle, 1 with nasty
-// coordinates, 2 with dents down to the last bit; 4 collinear points; 5 nearly collinear ones, off by a few doubles.
+// A polygon that is convex or just not, of any scale. Kinds 0 to 3 are circles: 1 with nasty coordinates, 2 with dents
+// down to the last bit. Kind 4 is collinear points, kind 5 nearly collinear ones, off by a few doubles.
 std::vector<Vector2> nearlyConvex(Choices& c) {
     std::vector<Vector2> ring;
     const int32_t count = 3 + c.below(80);
