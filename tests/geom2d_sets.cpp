@@ -2,7 +2,7 @@
 #include "tests/support/doubles.h"
 #include "zan/geom2d.h"
 
-TEST_CASE("each edge is a minimum or maximum with the edge of the destination first; with a NaN, the second operand") {
+TEST_CASE("the first operand of each edge is that of the destination, and a NaN in either gives the second operand") {
     const Zan_FloatRect a = {NAN, 0, 10, NAN};
     const Zan_FloatRect b = {5, 5, 15, 15};
 

@@ -121,8 +121,8 @@ TEST_CASE("gimbal lock, rotation about z last") {
     const Row rows[] = {
         {"(1, 1) is 1", 0, 1, 0, 0},
         {"(1, 1) is -1: rz is pi", 0, -1, 0, kPi},
-        {"(2, 1) below 1e-5, (1, 1) not quite -1", 9e-6, -1 + 4.05e-11, 0, 0},
-        {"(2, 1) above 1e-5: rx has the whole angle", 1.1e-5, -1 + 6.05e-11, kPi - 1.1e-5, 0},
+        {"the magnitude of (2, 1) is below 1e-5, (1, 1) not quite -1", 9e-6, -1 + 4.05e-11, 0, 0},
+        {"the magnitude of (2, 1) is above 1e-5: rx has the whole angle", 1.1e-5, -1 + 6.05e-11, kPi - 1.1e-5, 0},
     };
     for (const Row& row : rows) {
         CAPTURE(row.what);

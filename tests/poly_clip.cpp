@@ -59,7 +59,7 @@ TEST_CASE("how many vertices a clip leaves") {
 }
 
 TEST_CASE("x and y of an intersection with a nearly parallel line are not divided by the determinant") {
-    // Two vertices on both sides of the limit 1e-6, only 1e-13 apart.
+    // Two vertices on both sides of the limit y = 1e-6; their y differ by only 1e-13.
     const Polygon subject = {{0.25, 1e-6, 0, 1}, {0.75, 1e-6 + 1e-13, 2, 3}, {0.5, 0.5, 0, 1}};
     const Polygon result = clipped(kUnitSquare, subject);
     REQUIRE(result.size() == 4);

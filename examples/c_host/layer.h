@@ -4,7 +4,8 @@
 
 #include "zan/zan_c.h"
 
-// The part of a layer in front of the near plane, on the screen: no point when the whole layer is behind, else 3 to 6.
+// The part of a layer in front of the near plane, on the screen: no point when the whole layer is behind, else 3 to 5
+// (6 if the corners are not those of a convex layer).
 typedef struct LayerOutline {
     int32_t count;
     Zan_Vector2d points[6];

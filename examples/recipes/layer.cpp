@@ -36,7 +36,7 @@ void pose(Zan_TransformPoly3D& layer, const Zan_Matrix4& toEye, const Zan_Matrix
     layer.SetLayerPoint(3, {-100.0, 50.0});
     layer.TransformPointsToEye(toEye);        // corners in eye space
     layer.TransformPointsToScreen(toScreen);  // clipped at the near plane, then in pixels
-    layer.InitPolyPoints();                   // builds the outline, 3 to 6 points, or 0 when all is behind the eye
+    layer.InitPolyPoints();                   // builds the outline, 3 to 5 points, or 0 when all is behind the eye
 }
 //! [pose]
 

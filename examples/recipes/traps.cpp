@@ -258,7 +258,7 @@ constexpr std::array kTraps = {
          horizontalLine},
     Trap{"With a status byte, a ratio operation that overflows still returns code 0", "read the byte", quietRatio},
     Trap{"`Zan_FixMul` detects an overflow only if the sign is wrong",
-         "keep the factors below 181, or use `Zan_Fix24Mul`, which detects every overflow", wrappedProduct},
+         "keep the magnitudes of both factors below 181, or multiply in double precision", wrappedProduct},
     Trap{"Any two empty rectangles are equal", "", emptyAreEqual},
     Trap{"A mirrored transform has three negative scales, and shears with the sign they have without the mirroring",
          "the recipe of poses", shearKeepsSign},

@@ -54,7 +54,7 @@ std::string named(const fs::path& path) { return oneLine(path.string(), 1000); }
 }
 
 [[noreturn]] void sameFile(const fs::path& path) {
-    throw Stop(kBadInput, named(path) + " is the file of another output, too");
+    throw Stop(kBadInput, named(path) + " conflicts with the file of another output");
 }
 
 /// @return 0 or an error number

@@ -32,8 +32,9 @@ struct PointT;
 /// but the side x = 0 with its corners.
 /// @{
 
-/// Whether a point is inside an outline, or within a tolerance of it. Calculated in double precision for both types;
-/// only for an outline of one repeated vertex is the squared distance to it calculated in the type of the vertices.
+/// Whether a point is inside an outline, or within a tolerance of it. Vector is Zan_Vector2T<double> or
+/// Zan_Vector2T<float>. Calculated in double precision for both; only for an outline of one repeated vertex is the
+/// squared distance to it calculated in the type of the vertices.
 /// @param point      the point
 /// @param vertices   the outline; consecutive vertices with the same bits count as one. If that leaves one vertex, the
 ///                   point is inside when it equals that vertex or is within the tolerance of it

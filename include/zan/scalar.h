@@ -174,7 +174,7 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 ///
 /// The byte receives Zan_RatioExact, Zan_RatioFailed or Zan_RatioApproximated; a division that halved its divisor also
 /// sets Zan_RatioDivisorHalved. A zero denominator is reported and its code returned whatever the status pointer is,
-/// and the byte is set to 0.
+/// and the byte is set to 0, or to Zan_RatioDivisorHalved if a division had halved its divisor.
 ///
 /// A numerator of -2^31 has the magnitude 2^31: unless it can be reduced, no product with it fits, and it cannot be
 /// subtracted. The operation fails then; it never stores a wrong value.

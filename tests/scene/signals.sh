@@ -28,16 +28,18 @@ for round in {1..40}; do
   kill -s "$signal" $! 2>/dev/null || true
   status=0
   wait $! 2>/dev/null || status=$?
-  files=$(find . -mindepth 1 | sort | tr '\n' ' ')
-  if [ "$status" = 0 ]; then
-    [ "$(find new -name '*.svg' | wc -l)" = 60 ] || fail "round $round: pictures are missing"
-    [ "$(find . -name '.*.part' | wc -l)" = 0 ] || fail "round $round: temporary files stay"
+  # A signal that comes before the program has set its handlers ends it by default, with the same status.
+  [ "$status" = 0 ] || [ "$status" = $((128 + $(kill -l "$signal"))) ] || fail "round $round: status $status after SIG$signal"
+  # While files are moved signals wait, so that one can end the program when all files are in place.
+  if [ "$status" = 0 ] || [ -d new ]; then
+    [ "$(find new -name '*.svg' | wc -l)" = 60 ] || fail "round $round: pictures are missing after SIG$signal"
+    [ "$(find . -name '.*.part' | wc -l)" = 0 ] || fail "round $round: temporary files stay after SIG$signal"
+    [ "$(cat answer.json)" != old ] || fail "round $round: answer.json is the old one after SIG$signal"
     rm -r new
     echo old >answer.json
     continue
   fi
-  # A signal that comes before the program has set its handlers ends it by default, with the same status.
-  [ "$status" = $((128 + $(kill -l "$signal"))) ] || fail "round $round: status $status after SIG$signal"
+  files=$(find . -mindepth 1 | sort | tr '\n' ' ')
   [ "$files" = './answer.json ./deck ' ] || fail "round $round: after SIG$signal there are $files"
   [ "$(cat answer.json)" = old ] || fail "round $round: answer.json has changed after SIG$signal"
   interrupted=$((interrupted + 1))

@@ -55,7 +55,6 @@ export class Plane {
     this.outer = outer;
     this.space = space ?? this;
     this.boxMap = boxMap;
-    this.depth = outer ? outer.depth + 1 : 0;
     /**
      * The matrices to the viewport; more than one where two perspectives follow each other and the first result is
      * drawn on a surface of its own, so that what it cuts off stays cut off.
@@ -190,13 +189,13 @@ export function makeBox(element, parent, look) {
   const own = transforms ? css.ownMatrix(element, style.transformOrigin, transforms, box, zoom) : null;
   const tails = parent ? (parent.tails ??= tailsOf(parent)) : [identity()];
   const fitting = { own, tail: tails[0], width: box.width, height: box.height, sizeIsKnown: size.isKnown, seen };
-  const mayBeApart = own !== null && tails.length > 1;
-  let found = findPlace(fitting, box, look, !mayBeApart);
-  let isApart = false;
-  if (mayBeApart && !found.fits) {
+  const mayBeInAnonymousBlock = own !== null && tails.length > 1;
+  let found = findPlace(fitting, box, look, !mayBeInAnonymousBlock);
+  let isInAnonymousBlock = false;
+  if (mayBeInAnonymousBlock && !found.fits) {
     const other = findPlace({ ...fitting, tail: tails[1] }, box, look, false);
-    isApart = other.fits;
-    if (isApart) found = other;
+    isInAnonymousBlock = other.fits;
+    if (isInAnonymousBlock) found = other;
   }
   box.place = [found.x, found.y];
   box.width = found.width;
@@ -216,8 +215,8 @@ export function makeBox(element, parent, look) {
   const full = inSpace ? concat(map, plane.map) : map;
   // For bounding boxes, a matrix that is nearly the identity does not drop z either.
   const staysInBoxes = map.every((element, i) => Math.abs(element - (i % 5 === 0 ? 1 : 0)) < 1 / 64);
-  const mapInBoxes = isApart ? concat(...toParent.slice(0, 2)) : map;
-  const keepsZ = (parent?.keepsSpaceInBoxes && !isApart) || staysInBoxes;
+  const mapInBoxes = isInAnonymousBlock ? concat(...toParent.slice(0, 2)) : map;
+  const keepsZ = (parent?.keepsSpaceInBoxes && !isInAnonymousBlock) || staysInBoxes;
   const boxMap = plane ? concat(keepsZ ? mapInBoxes : flatten(mapInBoxes), plane.boxMap) : mapInBoxes;
   box.plane = new Plane(element, full, inSpace ? plane.outer : plane, inSpace ? plane.space : null, boxMap, () => {
     for (let b = parent; b && b.plane === plane; b = b.parent) if (css.isDrawnApart(b.style)) return true;

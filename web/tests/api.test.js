@@ -1,4 +1,4 @@
-// What the functions of dom.js take and give, beyond where things are.
+// Arguments, results and errors of the functions of dom.js. The places of outlines are tested in dom.test.js.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { openBrowser, show } from './browser.js';
@@ -33,7 +33,7 @@ test('hits in a frame', async () =>
 test('a look is at one document', async () =>
   assert.match(await message(`zan.look().outlineOf(frame.contentDocument.body)`), /another document/));
 test('what is no element', async () => assert.match(await message('zan.outlineOf(null)'), /an element is needed/));
-test('a look keeps its moment, a function does not', async () => {
+test('a look does not notice a later change of the page, zan.outlineOf does', async () => {
   const widths = await inPage(() => {
     const look = zan.look();
     const widthOf = ({ points }) => points[1].x - points[0].x;

@@ -29,9 +29,9 @@ function lookFrom(camera) {
   const back = { angles: { x: -angles.x, y: -angles.y, z: -angles.z }, order: [...order].reverse() };
   canvas.style.cssText = `${place} transform: ${turn(back)} translate3d(${-x}px, ${-y}px, ${-z}px)`;
   const fitting = Math.min(innerWidth / number(root, 'width', 1024), innerHeight / number(root, 'height', 768));
-  const window = Math.max(Math.min(fitting, number(root, 'maxScale', 1) || Infinity), number(root, 'minScale', 0));
-  const perspective = number(root, 'perspective', 1000) / window;
-  root.style.cssText = `${place} top: 50%; left: 50%; transform-origin: 0 0; transform: perspective(${perspective}px) scale(${window / scale})`;
+  const windowScale = Math.max(Math.min(fitting, number(root, 'maxScale', 1) || Infinity), number(root, 'minScale', 0));
+  const perspective = number(root, 'perspective', 1000) / windowScale;
+  root.style.cssText = `${place} top: 50%; left: 50%; transform-origin: 0 0; transform: perspective(${perspective}px) scale(${windowScale / scale})`;
   document.body.style.overflow = 'hidden';
 }
 

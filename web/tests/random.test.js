@@ -1,5 +1,5 @@
-// Pages of boxes in random places and spaces, from seeds: outlines beside probes, hits beside the browser's. A failure names
-// the seed; SEED=n checks that page alone, PAGES=n so many.
+// Pages of boxes in random places and spaces, from seeds: outlines are compared with probes, hits with the browser's. A
+// failure names the seed; SEED=n checks that page alone, PAGES=n checks n pages.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { openBrowser } from './browser.js';
