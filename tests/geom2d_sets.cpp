@@ -2,7 +2,7 @@
 #include "tests/support/doubles.h"
 #include "zan/geom2d.h"
 
-TEST_CASE("the first operand of each edge is that of the destination, and a NaN in either gives the second operand") {
+TEST_CASE("where an edge of one rectangle is NaN, the result has the edge of the one that is not the destination") {
     const Zan_FloatRect a = {NAN, 0, 10, NAN};
     const Zan_FloatRect b = {5, 5, 15, 15};
 

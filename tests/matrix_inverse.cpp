@@ -60,8 +60,9 @@ Matrix diagonal(double others, double last) {
     return fill<Matrix>([&](int i, int j) { return i != j ? 0.0 : i == sizeOf<Matrix> - 1 ? last : others; });
 }
 
-// Matrices of whole numbers: small ones in every other round, so that pivots are equal and determinants 0.
 constexpr int kRounds = 1000;
+
+// Matrices of whole numbers: small ones in every other round, so that pivots are often equal and some determinants 0.
 template <class Matrix>
 Matrix wholeNumbers(Random& random, int round) {
     const int32_t greatest = round % 2 == 0 ? 2 : 20;

@@ -122,7 +122,7 @@ TEST_CASE("a layer in space is clipped at the near plane") {
         CHECK(poly.IsVisible() == !row.outline.empty());
         CHECK(poly.IsPointInside(&inner, 0) == row.hit);
 
-        // A degenerate matrix marks no corner as behind and keeps everything else.
+        // A degenerate matrix marks every corner as in front, and keeps everything else.
         auto toScreenAgain = poly;
         toScreenAgain.TransformPointsToScreen(degenerate);
         auto toEyeAgain = poly;

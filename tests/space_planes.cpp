@@ -121,7 +121,7 @@ TEST_CASE("a quadrilateral seen edge-on") {
         {"turned by one radian in an orthographic view", oneRadian, {0, 0, 5}, true, std::cos(1.0)},
         {"the same, on the line of sight from the origin", oneRadian, {0, 0, 5}, false, 1},
         {"facing the eye", identity, {0, 0, 5}, true, 1},
-        {"facing away: the cosine is negative", mirrored, {0, 0, 5}, true, 1},
+        {"facing away: the sign of the cosine does not count", mirrored, {0, 0, 5}, true, 1},
         {"w is 2: the centre is divided by it", wIsTwo, {3, 2, 6}, false, 6 / std::sqrt(9 + 9 * 9 + 36.0)},
         {"flattened to a line: no normal", flattened, {0, 0, 5}, true, kNever},
         {"its centre is the origin: no line of sight", identity, {0, 0, 0}, false, kNever},

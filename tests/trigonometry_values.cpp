@@ -1,6 +1,6 @@
-// Prints values of the seven functions that the library takes from the C library, for trigonometry_check.cpp: the name,
-// the argument, for atan2 the second argument, and the result, in hexadecimal. Fails if the library takes its sines and
-// cosines from elsewhere.
+// Prints values of the seven trigonometric functions that the library takes from the C library, for
+// trigonometry_check.cpp: the name, the argument, for atan2 the second argument, and the result, in hexadecimal. Fails
+// if the library takes its sines and cosines from elsewhere.
 #include "tests/support/choices.h"
 #include "zan/zan.h"
 

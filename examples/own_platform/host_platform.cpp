@@ -1,4 +1,4 @@
-// The smallest platform that zan can run on. It prints reports to standard output; a real host forwards these calls to
+// A small platform that zan can run on. It prints reports to standard output; a real host forwards these calls to
 // its own libraries.
 #include "platform/bel.h"
 #include "platform/oska.h"

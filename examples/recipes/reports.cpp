@@ -101,7 +101,7 @@ int main() {
     runOutOfMemory();
 
     //! [birth]
-    // Only the lookup tables need Zan_Birth. Without memory for one, nothing is started.
+    // Only the lookup tables need Zan_Birth. Without memory for one, Zan_Birth fails and the library is not started.
     std::puts("no memory for the sine table:");
     Bel_SetAllocationFailure(kBel_HandleAllocations, 1, true);
     uint32_t started = 0;

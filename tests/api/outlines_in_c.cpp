@@ -38,7 +38,7 @@ TEST_CASE("plain functions give the outline and the hits of the class") {
         counts.insert(outline.count);
 
         for (int i = 0; i < kPointsPerLayer; ++i) {
-            // Around the point between two vertices, so that it is often inside, and near an edge as often.
+            // A point near the line through two random vertices: often inside, and often near an edge.
             Zan_Vector2d point(640, 400);
             if (outline.count > 0) {
                 const Zan_Vector2d a = outline.points[random.below(outline.count)];

@@ -72,7 +72,7 @@ const faults = [
   order('a.level - b.level', '0', /^levels, floats/),
   order('for (const float of flow.floats) this.#paint(float, []);\n', '', /^levels, floats/),
   order("else if (style.display.startsWith('inline')) flow.inlines.push([child, true]);\n      else", 'else', /^levels, floats/),
-  order('if (!isContext) this.#gatherLevels(child, levels);', 'this.#gatherLevels(child, levels);', /^a level is closed/),
+  order('if (!isContext) this.#gatherLevels(child, levels);', 'this.#gatherLevels(child, levels);', /^a z-index counts only/),
   order('children = [...children].sort', 'void [...children].sort', /^levels of flex/),
   order('return depthB - depthA', 'return b.index - a.index', /^depth in a space$/),
   order('> 1e-6 *', '> -1 *', /^ties in depth/),

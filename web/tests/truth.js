@@ -94,7 +94,10 @@ export function hitsUnlikeBrowser() {
 // 63 colours that are far from each other and from white.
 const PALETTE = Array.from({ length: 63 }, (_, i) => [i % 4, (i >> 2) % 4, i >> 4].map((level) => level * 85));
 
-/** The same compared with what is painted: every element with an id gets a colour of its own. */
+/**
+ * Points, with one colour two pixels around, where the first hit with an id is not the element that is painted there.
+ * Every element with an id gets a colour of its own.
+ */
 export async function hitsUnlikePaint(page, ids) {
   const colour = (i) => `rgb(${PALETTE[i]}) !important`;
   const rules = ids.map((id, i) => `#${id} { background: ${colour(i)}; border-color: ${colour(i)}; }`);
