@@ -1,4 +1,5 @@
-// Planes, rays, segments and points to the screen, beside Eigen's geometry module, glm and code by hand.
+// Planes, rays, segments and the projection of points to the screen, beside Eigen's geometry module, glm and code by
+// hand.
 #include "zan/space.h"
 
 #include "entries.h"

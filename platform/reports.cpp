@@ -26,6 +26,7 @@ void deliver(const Bel_Report& report) {
         return;
     }
     std::fprintf(stderr, "0x%" PRIX32 " severity %" PRId32 ": %s\n", report.errorNumber, report.severity, report.text);
+    std::fflush(stderr);  // not every C runtime leaves standard error unbuffered
 }
 
 const char* platformText(int32_t code) {

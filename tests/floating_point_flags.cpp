@@ -39,7 +39,8 @@ void fail(const std::string& what, int kernel, int flags) {
 // Makes each kernel that this machine can run the active one, the plain one first, and calls check(number).
 template <class Check>
 void eachKernel(const Check& check) {
-    static const int last = static_cast<int>(zan::supportedInstructionSet());  // virtual machines are slow to tell
+    // Asked only once: in virtual machines the query is slow.
+    static const int last = static_cast<int>(zan::supportedInstructionSet());
     for (int kernel = 0; kernel <= last; ++kernel) {
         zan::activeInstructionSetOrNone = kernel;
         check(kernel);
@@ -75,7 +76,7 @@ void checkOperation(const Entry& entry) {
     }
 }
 
-// Points on a line are rare among the cases above, and so are many points.
+// Points on a line are rare among the cases above, and none has hundreds of points.
 const struct HullRow {
     const char* what;
     int points;

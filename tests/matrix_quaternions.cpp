@@ -9,7 +9,7 @@ Zan_Quat aboutAxis(double x, double y, double z, double angle) {
 }
 Zan_Quat negated(const Zan_Quat& q) { return {-q.x, -q.y, -q.z, -q.w}; }
 
-// Components of magnitude up to 1 are nearly equal when they differ by less.
+// Components of magnitude up to 1 are nearly equal when they differ by less than this.
 constexpr double kLeastTolerance = 563 * 0x1p-49;
 
 }  // namespace

@@ -1,5 +1,5 @@
 // Failures and waiting times that a command line cannot bring about: no memory, a library that has been started
-// already, a move that fails after others, hours of work.
+// already, a move that fails after others, a run of a minute and a half.
 #include "files.h"
 #include "platform/bel.h"
 #include "program.h"

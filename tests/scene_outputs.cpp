@@ -1,5 +1,5 @@
 // The outputs of random decks, with names and numbers at the extremes, read by other programs' parsers: every picture
-// is XML to xmllint, every answer is JSON whose numbers are numbers.
+// is XML to xmllint, every answer is JSON in which no number has become null.
 #include "program.h"
 #include "tests/support/random.h"
 

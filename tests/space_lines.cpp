@@ -32,7 +32,7 @@ TEST_CASE("a segment clipped at the near plane") {
     }
 }
 
-TEST_CASE("the distance to a line has the bits of the definition, with a square root for every length") {
+TEST_CASE("the distance to a line has the bits of its definition, which takes a square root for every length") {
     Random random(51);
     // Lengths on both sides of each limit, one step apart: too short, just long enough; just short enough, too long.
     const double limits[] = {1e-12, 0x1.19799812dea12p-40, 1e12, 0x1.d1a94a2000001p+39};

@@ -9,7 +9,7 @@ export interface Outline {
   points: { x: number; y: number }[];
   /** Which of the four corners are behind the eye. */
   behind: [boolean, boolean, boolean, boolean];
-  /** The eye is in the box's plane: the outline is thinner than a pixel. */
+  /** The eye is nearly in the plane of the box, or in one that the box is drawn on: the outline is thinner than a pixel. */
   edgeOn: boolean;
   /** False where something that the box's place depends on is not supported. */
   exact: boolean;
@@ -22,7 +22,7 @@ export interface HitOptions {
   tolerance?: number;
 }
 
-/** One moment of a page: each style is read once. Whoever changes the page takes another look. */
+/** One moment of a page: each style is read once. After a change of the page, call look() again. */
 export interface Look {
   outlineOf(element: Element): Outline;
   /**

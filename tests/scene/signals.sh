@@ -30,7 +30,7 @@ for round in {1..40}; do
   wait $! 2>/dev/null || status=$?
   # A signal that comes before the program has set its handlers ends it by default, with the same status.
   [ "$status" = 0 ] || [ "$status" = $((128 + $(kill -l "$signal"))) ] || fail "round $round: status $status after SIG$signal"
-  # While files are moved signals wait, so that one can end the program when all files are in place.
+  # Signals wait while files are moved, so a signal may end the program after all files are in place.
   if [ "$status" = 0 ] || [ -d new ]; then
     [ "$(find new -name '*.svg' | wc -l)" = 60 ] || fail "round $round: pictures are missing after SIG$signal"
     [ "$(find . -name '.*.part' | wc -l)" = 0 ] || fail "round $round: temporary files stay after SIG$signal"

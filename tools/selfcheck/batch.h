@@ -82,7 +82,7 @@ public:
     }
     int32_t below(int32_t limit) { return static_cast<int32_t>(bits() >> 33) % limit; }
 
-    /// By n % 4: on a coarse grid, so that values coincide; of medium size; of any size; often from the lists above.
+    /// By n % 4: on a coarse grid, so that values coincide; of medium size; of any size; from the lists above.
     template <class T>
     T number() {
         if constexpr (std::is_same_v<T, bool>) {

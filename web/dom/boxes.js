@@ -214,9 +214,9 @@ export function makeBox(element, parent, look) {
   const inSpace = plane && parent.keepsSpace;
   const full = inSpace ? concat(map, plane.map) : map;
   // For bounding boxes, a matrix that is nearly the identity does not drop z either.
-  const staysInBoxes = map.every((element, i) => Math.abs(element - (i % 5 === 0 ? 1 : 0)) < 1 / 64);
+  const isNearIdentity = map.every((element, i) => Math.abs(element - (i % 5 === 0 ? 1 : 0)) < 1 / 64);
   const mapInBoxes = isInAnonymousBlock ? concat(...toParent.slice(0, 2)) : map;
-  const keepsZ = (parent?.keepsSpaceInBoxes && !isInAnonymousBlock) || staysInBoxes;
+  const keepsZ = (parent?.keepsSpaceInBoxes && !isInAnonymousBlock) || isNearIdentity;
   const boxMap = plane ? concat(keepsZ ? mapInBoxes : flatten(mapInBoxes), plane.boxMap) : mapInBoxes;
   box.plane = new Plane(element, full, inSpace ? plane.outer : plane, inSpace ? plane.space : null, boxMap, () => {
     for (let b = parent; b && b.plane === plane; b = b.parent) if (css.isDrawnApart(b.style)) return true;

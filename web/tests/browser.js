@@ -41,7 +41,7 @@ export async function show(page, html) {
   });
 }
 
-/** The pixels of the page: {width, height, at(x, y), isPainted(x, y)}; pixels that are not nearly white are painted. */
+/** The pixels of the page: {width, height, at(x, y), isPainted(x, y)}; pixels with a channel below 160 are painted. */
 export async function pixels(page) {
   const png = await page.screenshot();
   const width = png.readUInt32BE(16);
