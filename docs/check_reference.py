@@ -24,7 +24,7 @@ def documented_names():
 
 def without_brief():
     """Functions and types whose own description is empty, and members whose sentence Doxygen took for the heading of a
-    group: it does when no blank line separates them."""
+    group, as happens when no blank line separates the heading from the sentence."""
     found = set()
     for path in pathlib.Path("build/docs/xml").glob("*.xml"):
         for compound in ElementTree.parse(path).getroot().findall("compounddef"):

@@ -37,7 +37,8 @@ int32_t orderRatios(const Zan_Ratio& a, const Zan_Ratio& b, int32_t* order) {
     return 0;
 }
 
-// As orderRatios, but only the sign of *sign has a meaning. Denominators below 2^31 need only two multiplications.
+// The sign of what orderRatios stores; the magnitude may differ, since denominators below 2^31 need only two
+// multiplications.
 int32_t signOfOrder(const Zan_Ratio& a, const Zan_Ratio& b, int32_t* sign) {
     const auto usual = [](uint32_t den) { return den != 0 && den < kNumeratorLimit; };
     if (!usual(a.den) || !usual(b.den)) return orderRatios(a, b, sign);

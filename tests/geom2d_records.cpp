@@ -75,6 +75,16 @@ TEST_CASE("two empty rectangles are equal, whatever their edges") {
     const Zan_LRect unit = {5, 5, 6, 6};
     CHECK(Zan_EqualLRect(&narrow, &inverted));
     CHECK(!Zan_EqualLRect(&narrow, &unit));
+    const Zan_LRect sameUnit = unit;
+    CHECK(Zan_EqualLRect(&unit, &sameUnit));
+}
+
+TEST_CASE("two position-and-size records are equal when all four fields are") {
+    const Zan_WHRect record = {1, 2, 3, 4};
+    const Zan_WHRect same = record;
+    const Zan_WHRect others[] = {{9, 2, 3, 4}, {1, 9, 3, 4}, {1, 2, 9, 4}, {1, 2, 3, 9}};
+    CHECK(Zan_EqualWHRect(&record, &same));
+    for (const Zan_WHRect& other : others) CHECK(!Zan_EqualWHRect(&record, &other));
 }
 
 TEST_CASE("corners of a rectangle alias its fields") {

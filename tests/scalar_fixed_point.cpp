@@ -36,6 +36,9 @@ constexpr Row kFixDiv[] = {
     {"a divisor of -32768", 0x7FFF0000, kMin, -0xFFFE},
     {"-32768 divided by itself", kMin, kMin, 0x10000},
 };
+constexpr Row kFix24Mul[] = {
+    {"128 - 2^-41, which the rounding carries to 128, fails without a report", 0x8000008, 0xFFFFFF0, kFails},
+};
 constexpr Row kFix24Ratio[] = {
     {"-128.5 fails without a report", -257, 2, kFails},
     {"128 is reported", 128, 1, kFails, "0x110009 sev 8: overflow in fix24 divide."},
@@ -57,4 +60,5 @@ void check(int32_t (*operation)(int32_t, int32_t), const Row (&rows)[N]) {
 
 TEST_CASE("16.16 products") { check(Zan_FixMul, kFixMul); }
 TEST_CASE("16.16 quotients") { check(Zan_FixDiv, kFixDiv); }
+TEST_CASE("8.24 products") { check(Zan_Fix24Mul, kFix24Mul); }
 TEST_CASE("8.24 quotients") { check(Zan_Fix24Ratio, kFix24Ratio); }

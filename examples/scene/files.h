@@ -58,7 +58,7 @@ public:
     /// Declares a file that no output may replace.
     /// @param what  its name in the message, "the deck"
     void protect(const std::filesystem::path& path, const std::string& what);
-    /// The same for the file, if it is one, to which standard output goes.
+    /// The same for standard output, if it goes to a file.
     void protectStandardOutput();
 
     /// Creates a folder, and those above it, unless it exists.

@@ -49,7 +49,7 @@ std::optional<Options> readOptions(int argc, const char* const* argv, std::ostre
     std::string window = "1280x800";
     std::string layer;
     std::vector<std::string> hits;
-    // Not optional strings: CLI11 takes an empty value for those as none.
+    // Plain strings: for a std::optional, CLI11 treats an empty value as if the option were not given.
     std::string camera;
     std::string svg;
     std::string json;

@@ -48,7 +48,8 @@ ProjectedLayer projectLayer(const Zan_Matrix4& layerToEye, const View& view, Siz
 
 void readOutline(const Zan_TransformPoly3D& poly, Appearance& seen) {
     // The outline has the corners in front and, in order between them, the crossing of each edge that crosses the near
-    // plane. crossing[i] says which of the two outline point i is.
+    // plane. crossing[i] is true when point i of the outline is a crossing, false when it is a
+    // corner.
     std::vector<bool> crossing;
     for (int32_t i = 0; i < 4; ++i) {
         Zan_Vector2T<double> ignored{};

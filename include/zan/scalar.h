@@ -141,7 +141,7 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// @param a, b   8.24, every value
 /// @return   8.24; 0x80000000 when the product does not fit
 /// @reports  0x110008 "overflow in fix24 multiply." for a product >= 128 or <= -129. A product between -129 and
-///           -128, or less than 2^-25 below 128, does not fit either, but is not reported
+///           -128, or at most 2^-25 below 128, does not fit either, but is not reported
 /// @threads  any
 [[nodiscard]] ZAN_API Zan_Fix24 Zan_Fix24Mul(Zan_Fix24 a, Zan_Fix24 b);
 

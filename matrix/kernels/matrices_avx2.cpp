@@ -35,8 +35,8 @@ Column column(const double* m, int j) {
     const Lanes m0 = all(m[j]), m1 = all(m[4 + j]), m2 = all(m[8 + j]), m3 = all(m[12 + j]);
     return {_mm256_blend_pd(m0, m1, 1), _mm256_blend_pd(m1, m2, 3), _mm256_blend_pd(m2, m3, 7)};
 }
-// The 2 x 2 determinants of the last two rows, which multiply the elements of the first in a minor. determinants2(b, a)
-// is not always -determinants2(a, b): where the products cancel, both are +0.
+// The 2 x 2 determinants of the last two rows of a minor, by which the elements of its first row are multiplied.
+// determinants2(b, a) is not always -determinants2(a, b): where the products cancel, both are +0.
 Lanes determinants2(const Column& a, const Column& b) { return minus(times(a.q, b.r), times(a.r, b.q)); }
 Lanes minors(const Column& a, const Column& b, const Column& c, Lanes bc, Lanes ca, Lanes ab) {
     return plus(plus(times(a.p, bc), times(b.p, ca)), times(c.p, ab));

@@ -19,7 +19,7 @@ struct HitQuery {
 /// A set of up to 64 edges, bit i for edge i.
 struct EdgeBits {
     uint64_t spanning;   ///< one end has x < query.x and the other has not
-    uint64_t maybeNear;  ///< conservative: not both ends are more than the margin away on the same side, in x or in y
+    uint64_t maybeNear;  ///< conservative: clear only if both ends are beyond the margin on the same side, in x or y
 };
 constexpr int32_t kEdgesPerScan = 64;
 
