@@ -10,9 +10,13 @@ export NODE_PATH=${NODE_PATH:-/usr/share/nodejs}
 # Emscripten caches system libraries that it compiles at first use; its own cache may be read-only.
 [ -w "$emscripten/cache" ] || export EM_CACHE=${EM_CACHE:-$PWD/$out/emscripten-cache}
 mkdir -p "$out"
-cmake -S web -B "$out/cmake" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+web/bindings.py "$out/generated"
+cmake -S web -B "$out/cmake" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZAN_EXPORTS="$PWD/$out/generated/exports.json" \
   -DCMAKE_TOOLCHAIN_FILE="$emscripten/cmake/Modules/Platform/Emscripten.cmake" >"$out/log" 2>&1 || { cat "$out/log"; exit 1; }
 cmake --build "$out/cmake" >"$out/log" 2>&1 || { cut -c 1-400 "$out/log"; exit 1; }
-mkdir -p "$out/package/dom"
-cp "$out/cmake/zan.wasm" web/wasm.js web/dom.js web/dom.d.ts "$out/package/"
+mkdir -p "$out/package/dom" "$out/package/zan"
+cp "$out/cmake/zan.wasm" web/wasm.js web/zan.js web/zan.d.ts web/dom.js web/dom.d.ts "$out/package/"
 cp web/dom/*.js "$out/package/dom/"
+cp web/zan/*.js web/zan/*.d.ts "$out"/generated/*.js "$out"/generated/*.d.ts "$out/package/zan/"
+sed "s/VERSION/$(sed -n 's/^project(zan VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)/" web/package.json >"$out/package/package.json"
+cp LICENSE "$out/package/"

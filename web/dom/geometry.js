@@ -2,7 +2,7 @@
 //
 // A matrix is a Float64Array of 16 numbers in the order of DOMMatrix.toFloat64Array(). Points are row vectors (point
 // times matrix), so the left factor of a product is applied first.
-import { wasm } from '../wasm.js';
+import { F64, wasm } from '../wasm.js';
 
 /** @typedef {Float64Array} Matrix */
 
@@ -12,20 +12,16 @@ const MATRIX = 16;
 const POINTS = MAX_MATRICES * MATRIX;
 const MAX_POINTS = MAX_MATRICES + 8;
 
-let memory = new Float64Array(0);
 let start = 0;
 
-// Returns the module, after renewing the view of the exchange buffer: memory that has grown has a new ArrayBuffer.
+// Returns the module, after finding the exchange buffer.
 function exchange() {
   const module = wasm();
-  if (memory.buffer !== module.memory.buffer) {
-    memory = new Float64Array(module.memory.buffer);
-    start = module.zan_dom_exchange() / Float64Array.BYTES_PER_ELEMENT;
-  }
+  if (start === 0) start = module.zan_dom_exchange() / Float64Array.BYTES_PER_ELEMENT;
   return module;
 }
 
-const firstMatrix = () => memory.slice(start, start + MATRIX);
+const firstMatrix = () => F64.slice(start, start + MATRIX);
 
 /** @type {() => Matrix} */
 export const identity = () => new Float64Array([1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1]);
@@ -80,9 +76,9 @@ export function perspective(distance, x, y) {
  */
 export function concat(first, ...others) {
   const module = exchange();
-  memory.set(first, start);
+  F64.set(first, start);
   for (const other of others) {
-    memory.set(other, start + MATRIX);
+    F64.set(other, start + MATRIX);
     module.zan_dom_concat();
   }
   return firstMatrix();
@@ -95,7 +91,7 @@ export function concat(first, ...others) {
  */
 export function invert(m) {
   const module = exchange();
-  memory.set(m, start);
+  F64.set(m, start);
   module.zan_dom_invert();
   return firstMatrix();
 }
@@ -106,7 +102,7 @@ export function invert(m) {
  */
 export function determinant(m) {
   const module = exchange();
-  memory.set(m, start);
+  F64.set(m, start);
   return module.zan_dom_determinant();
 }
 
@@ -118,7 +114,7 @@ export function determinant(m) {
  */
 export function isEdgeOn(m, box) {
   const module = exchange();
-  memory.set(m, start);
+  F64.set(m, start);
   return module.zan_dom_edge_on(box.x, box.y, box.width, box.height) !== 0;
 }
 
@@ -130,10 +126,9 @@ export function isEdgeOn(m, box) {
  */
 export function outline(matrices, box) {
   const module = exchange();
-  for (let i = 0; i < matrices.length; ++i) memory.set(matrices[i], start + i * MATRIX);
+  for (let i = 0; i < matrices.length; ++i) F64.set(matrices[i], start + i * MATRIX);
   const answer = module.zan_dom_outline(matrices.length, box.x, box.y, box.width, box.height);
-  exchange();  // the call may have grown the memory
-  const points = memory.slice(start + POINTS, start + POINTS + 2 * (answer & 0xff));
+  const points = F64.slice(start + POINTS, start + POINTS + 2 * (answer & 0xff));
   return { points, behind: [0x100, 0x200, 0x400, 0x800].map((bit) => (answer & bit) !== 0) };
 }
 
@@ -148,6 +143,6 @@ export function outline(matrices, box) {
 export function isInside(points, x, y, tolerance) {
   const module = exchange();
   if (points.length > 2 * MAX_POINTS) throw new RangeError('zan: too many points');
-  memory.set(points, start + POINTS);
+  F64.set(points, start + POINTS);
   return module.zan_dom_inside(points.length / 2, x, y, tolerance) !== 0;
 }
