@@ -18,6 +18,12 @@
 #define ZAN_PLATFORM_API __attribute__((visibility("default")))
 #endif
 
+/// @defgroup platform The platform: what a host provides
+/// @{
+
+/// @defgroup bel Bel: reports, texts, memory
+/// @{
+
 /// A relocatable block: the address of its master pointer. *handle is the data, or null after the memory is reclaimed.
 using Bel_Handle = void**;
 
@@ -104,6 +110,11 @@ struct Bel_MemTrackedObject {
     ZAN_PLATFORM_API static void TrackedDelete(void* block);
 };
 
+/// @}
+
+/// @defgroup standin Controls of the stand-in
+/// @{
+
 // --- Controls of the stand-in. All except Bel_ReclaimHandle may be called from any thread at any time.
 
 /// One report as the host receives it.
@@ -167,5 +178,9 @@ ZAN_PLATFORM_API void Bel_SetAllocationFailure(uint32_t kinds, uint64_t n, bool 
 ZAN_PLATFORM_API void Bel_GetMemoryCounts(Bel_MemoryCounts* counts);
 
 }  // extern "C"
+
+/// @}
+
+/// @}
 
 #endif  // ZAN_PLATFORM_BEL_H

@@ -4,6 +4,8 @@
 
 namespace kelvora::geom {
 
+/// A point.
+/// @ingroup platform
 template <class T>
 struct PointT {
     T x, y;

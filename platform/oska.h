@@ -4,6 +4,10 @@
 
 #include "platform/bel.h"
 
+/// @defgroup oska OSKA: the log
+/// @ingroup platform
+/// @{
+
 /// Kind of the log entries for the start and stop of a library.
 inline constexpr int32_t kOSKA_StartOrStop = 10;
 
@@ -22,5 +26,7 @@ ZAN_PLATFORM_API void OSKA_Log(int32_t kind, const char* category, const char* f
 ZAN_PLATFORM_API void OSKA_SetLogHandler(OSKA_LogHandler handler, void* context);
 
 }  // extern "C"
+
+/// @}
 
 #endif  // ZAN_PLATFORM_OSKA_H

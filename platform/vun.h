@@ -4,6 +4,10 @@
 
 #include "platform/bel.h"
 
+/// @defgroup vun VUN: the version check
+/// @ingroup platform
+/// @{
+
 /// The interface version that this header describes, for VUN_CheckVersions.
 inline constexpr int32_t kVUN_InterfaceVersion = 3;
 
@@ -17,5 +21,7 @@ ZAN_PLATFORM_API int32_t VUN_CheckVersions(int32_t errorNumber, int32_t version)
 ZAN_PLATFORM_API void VUN_SetInterfaceVersion(int32_t version);
 
 }  // extern "C"
+
+/// @}
 
 #endif  // ZAN_PLATFORM_VUN_H

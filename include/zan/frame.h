@@ -4,11 +4,18 @@
 
 #include "zan/types.h"
 
+/// @defgroup frame Starting, stopping, reports
+/// @{
+
+/// @defgroup lifecycle Starting and stopping
+/// @{
+
 /// The interface version of these headers; pass it to Zan_CheckVersions.
 inline constexpr int32_t Zan_kInterfaceVersion = 18;
 
 /// Value of headMagic and tailMagic in the globals block while the library is started.
 inline constexpr uint32_t Zan_kGlobalsMagic = 0x27182818;
+/// @}
 
 /// @defgroup services Services that Zan_Birth starts
 /// @{
@@ -17,6 +24,9 @@ inline constexpr uint32_t Zan_Service_FastTrig = 2;      ///< the quarter-wave s
 inline constexpr uint32_t Zan_Service_FastCharMath = 4;  ///< the 8-bit multiply and divide tables of Zan_PrepareFCMD
 inline constexpr uint32_t Zan_Service_Gaussian = 8;      ///< not provided: its start is refused with a report
 /// @}
+
+/// @addtogroup lifecycle
+/// @{
 
 /// All run-time state of the library. A host may copy it byte by byte. A handle points to a master pointer, which
 /// points to the memory and becomes null when the platform reclaims it.
@@ -33,6 +43,11 @@ struct Zan_Globals {
     uint16_t sinePrepareCount;      ///< outstanding Zan_PrepareFTrig calls
 };
 
+/// @}
+
+/// @defgroup reporting Reports
+/// @{
+
 /// One entry of the message table. The cache fields are for the host's string service.
 struct Zan_MessageEntry {
     const char* key;   ///< such as "$$$/Ko/Zan/LStr/0000=unknown error (%d)."; null in the terminator
@@ -48,15 +63,16 @@ struct Zan_MessageTable {
     Zan_MessageEntry* entries;  ///< the first entry
     uintptr_t reserved;         ///< zero
 };
+/// @}
 
 extern "C" {
+
+/// @addtogroup lifecycle
+/// @{
 
 /// The globals block. All zero until Zan_Birth.
 /// @threads one at a time: the lifecycle operations and the prepare counts are not synchronized
 extern ZAN_API Zan_Globals Zanp_G;
-
-/// Address of the Zan_MessageTable, as the library passes it to the host's string service.
-extern ZAN_API const void* const Zan_G_zref;
 
 /// The version of the library.
 /// @return  interface version in the high 16 bits, package version in the low 16 bits
@@ -113,6 +129,14 @@ ZAN_API int32_t Zan_Death();
 /// @threads  one at a time
 [[nodiscard]] ZAN_API int32_t Zan_SetGlobals(const Zan_Globals* source);
 
+/// @}
+
+/// @addtogroup reporting
+/// @{
+
+/// Address of the Zan_MessageTable, as the library passes it to the host's string service.
+extern ZAN_API const void* const Zan_G_zref;
+
 /// Reports a failure to the host's error service. The library's operations call it; it is exported for sibling modules.
 /// @param site     the place that reports; the error number is 0x110000 | site
 /// @param code     Zan_Err_Overflow to Zan_Err_NoPlaneIntersection (0x1102 to 0x110A) select their message, other codes
@@ -124,6 +148,7 @@ ZAN_API int32_t Zan_Death();
 ///           the thread's last error to 0
 /// @threads  any
 ZAN_API int32_t Zanp_ReportErr(uint16_t site, int32_t code, int16_t context);
+/// @}
 
 }  // extern "C"
 
@@ -140,5 +165,7 @@ static_assert(kPlainData<Zan_MessageTable> && sizeof(Zan_MessageTable) == 32);
 }  // namespace zan_layout
 #endif
 /// @endcond
+
+/// @}
 
 #endif  // ZAN_FRAME_H

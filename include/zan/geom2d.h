@@ -10,6 +10,9 @@
 
 #include "zan/types.h"
 
+/// @defgroup geom2d Points and rectangles
+/// @{
+
 /// @defgroup rectrelations Relations of two rectangles a and b
 /// The selectors of Zan_RectCompare, Zan_LRectCompare and Zan_FixedRectCompare.
 /// @{
@@ -71,7 +74,7 @@ ZAN_API int32_t Zan_CopyFixedPt(const Zan_FixedPoint* source, Zan_FixedPoint* de
 ZAN_API int32_t Zan_AddPt(Zan_Point delta, Zan_Point* target);
 /// @}
 
-/// @defgroup rects Rectangles
+/// @defgroup rects Rectangles: set, compare, move
 /// @{
 
 /// Sets a rectangle, which may be empty or inverted.
@@ -327,6 +330,8 @@ ZAN_API int32_t Zan_Pt2Angle(const Zan_FloatRect* rect, Zan_Vector2T<double>* po
 /// @threads  any
 /// @libm     atan2
 [[nodiscard]] ZAN_API double Zan_VecToAngle(const Zan_Vector2T<double>& direction);
+/// @}
+
 /// @}
 
 #endif  // ZAN_GEOM2D_H

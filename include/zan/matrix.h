@@ -12,6 +12,12 @@
 
 struct Zan_Matrix4;
 
+/// @defgroup matrix Matrices and transforms
+/// @{
+
+/// @defgroup matrixclasses The matrix classes and records
+/// @{
+
 /// A quaternion, vector part first. The rotation by an angle about the unit axis a is (a * sin(angle/2), cos(angle/2)).
 struct Zan_Quat {
     double x, y, z, w;
@@ -24,6 +30,8 @@ struct Zan_Matrix4Decomp {
     double shearXY, shearXZ, shearYZ;  ///< dot products of the rows during orthogonalization, not divided by a scale
     double rx, ry, rz;                 ///< angles in radians, in the order of the operation that filled the record
 };
+
+/// @}
 
 /// @defgroup matrixkinds Kinds of a Zan_Matrix3
 /// Found by exact comparisons, in this order: perspective when column 2 is not (0, 0, 1); affine when m01 or m10 is not
@@ -40,6 +48,9 @@ inline constexpr Zan_MatrixType Zan_MatrixType_ScaleTranslate = 3;  ///< m00 or 
 inline constexpr Zan_MatrixType Zan_MatrixType_Affine = 4;          ///< rotates or skews
 inline constexpr Zan_MatrixType Zan_MatrixType_Perspective = 5;     ///< has a projective column
 /// @}
+
+/// @addtogroup matrixclasses
+/// @{
 
 /// A homogeneous transform of the plane: nine doubles, row by row, and nothing else. It may be copied and compared byte
 /// by byte; assignment from the same class copies the bytes. A default-constructed matrix is uninitialised.
@@ -300,6 +311,8 @@ struct Zan_Matrix4 {
     /// @}
 };
 
+/// @}
+
 extern "C" {
 
 /// @defgroup matrixvalues Matrices as values
@@ -536,7 +549,7 @@ ZAN_API int32_t Zan_SetMatrix4CoB(const Zan_Vector4T<double>* a, const Zan_Vecto
 
 /// @}
 
-/// @defgroup matrixpoints Transforming points, vectors and rectangles
+/// @defgroup matrixpoints Transforming points and rectangles
 /// All work in place on the caller's records. Sums are added from left to right in double precision. With a count below
 /// 1 the array is not touched and the result is 0. Except where an entry says otherwise nothing is reported: NaN,
 /// infinities and w = 0 follow IEEE arithmetic. Several threads may transform different arrays by the same matrix at
@@ -656,7 +669,7 @@ ZAN_API int32_t Zan_TransformFloatRect(const Zan_Matrix3* m, Zan_FloatRect* rect
 
 /// @}
 
-/// @defgroup matrixparts Decomposition, quaternions
+/// @defgroup matrixparts Decomposition and quaternions
 /// Angles in radians.
 /// @{
 
@@ -747,6 +760,9 @@ ZAN_API int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_
 
 }  // extern "C"
 
+/// @addtogroup matrixpoints
+/// @{
+
 /// The smallest rectangle with integer edges that contains a transformed one: the corners are transformed as in
 /// Zan_TransformRect; left and top are the floor of the smallest coordinates, right and bottom the ceiling of the
 /// largest. Edges are clamped to 32 bits. If the x of a corner is NaN, left is -2^31 and right is 2^31 - 1; a NaN y
@@ -757,6 +773,11 @@ ZAN_API int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_
 /// @threads     any
 [[nodiscard]] ZAN_API Zan_LRect Zan_TransformBounds(const Zan_Matrix3& m, const Zan_LRect& rect);
 
+/// @}
+
+/// @addtogroup matrixvalues
+/// @{
+
 /// Compares values within a tolerance: true unless a pair of elements has |aij - bij| > eps. A NaN difference passes.
 /// @param a, b  the matrices
 /// @param eps   the largest difference that passes
@@ -764,6 +785,11 @@ ZAN_API int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_
 [[nodiscard]] ZAN_API bool Zan_EqualMatrixWithinEpsilon(const Zan_Matrix3& a, const Zan_Matrix3& b, double eps);
 /// @copydoc Zan_EqualMatrixWithinEpsilon(const Zan_Matrix3&,const Zan_Matrix3&,double)
 [[nodiscard]] ZAN_API bool Zan_EqualMatrixWithinEpsilon(const Zan_Matrix4& a, const Zan_Matrix4& b, double eps);
+
+/// @}
+
+/// @addtogroup matrixbuilders
+/// @{
 
 /// The rotation that takes the z axis to the direction of view f = target - eye, the x axis to s = cross(up, f) and the
 /// y axis to u = cross(f, s), each normalized. The result has no translation. When eye and target are the same point,
@@ -776,6 +802,7 @@ ZAN_API int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_
 /// @libm               sin, cos, only when up is 0 or parallel to the direction of view
 [[nodiscard]] ZAN_API Zan_Matrix4 Zan_LookAtMatrix(const Zan_Vector3T<double>& eye, const Zan_Vector3T<double>& target,
                                                    const Zan_Vector3T<double>& up);
+/// @}
 
 /// @cond
 namespace zan_layout {
@@ -790,5 +817,7 @@ static_assert(kPlainData<Zan_Matrix4> && sizeof(Zan_Matrix4) == 128 && offsetof(
               offsetof(Zan_Matrix4, m30) == 96 && offsetof(Zan_Matrix4, m33) == 120);
 }  // namespace zan_layout
 /// @endcond
+
+/// @}
 
 #endif  // ZAN_MATRIX_H

@@ -19,6 +19,9 @@ struct PointT;
 }
 /// @endcond
 
+/// @defgroup poly Polygons
+/// @{
+
 /// @defgroup hittests Points in polygons
 /// Whether a point is inside an outline, which may be concave; one that crosses itself follows the even-odd rule. A ray
 /// from the point toward increasing y counts the edges that it crosses.
@@ -400,6 +403,8 @@ bool Zan_IsConvex(Iterator first, Iterator last) {
     }
 }
 /// @endcond
+
+/// @}
 
 /// @}
 

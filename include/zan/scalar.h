@@ -4,6 +4,9 @@
 
 #include "zan/types.h"
 
+/// @defgroup scalar Numbers
+/// @{
+
 /// @defgroup ratiostatus Status byte of the ratio operations
 /// On entry the byte holds a combination of the two Zan_RatioAllow bits. Afterwards it holds the outcome.
 /// @{
@@ -391,5 +394,7 @@ ZAN_API int32_t Zan_UnprepareFTrig();
 /// @}
 
 }  // extern "C"
+
+/// @}
 
 #endif  // ZAN_SCALAR_H

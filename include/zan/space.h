@@ -6,6 +6,9 @@
 
 #include <utility>
 
+/// @defgroup space Planes, lines, projection
+/// @{
+
 /// @defgroup planes Planes, rays and lines
 /// Degenerate inputs (coincident points, a zero normal, a segment of zero length, a parallel ray) give the result that
 /// their entry states. The only error is a ray that misses. An output may be the same record as an input.
@@ -185,5 +188,7 @@ static_assert(kPlainData<Zan_PlaneEq> && sizeof(Zan_PlaneEq) == 32 && offsetof(Z
 static_assert(kPlainData<Zan_Ray> && sizeof(Zan_Ray) == 56 && offsetof(Zan_Ray, direction) == 32);
 }  // namespace zan_layout
 /// @endcond
+
+/// @}
 
 #endif  // ZAN_SPACE_H

@@ -7,6 +7,9 @@
 #include <cstdint>
 #include <type_traits>
 
+/// @defgroup types Records and codes
+/// @{
+
 /// @def ZAN_API
 /// Marks what the library exports. On Windows it marks what a host imports from zan.dll.
 #if defined(_WIN32)
@@ -55,6 +58,9 @@ inline constexpr int32_t Zan_kSeverityError = 8;             ///< every other er
 inline constexpr int32_t Zan_kSeverityVersionMismatch = 16;  ///< Zan_CheckVersions
 /// @}
 
+/// @defgroup numbers Types of numbers
+/// @{
+
 /// 16.16 fixed point: raw / 65536, from -32768.0 to 32767.99998474.
 using Zan_Fixed = int32_t;
 /// 8.24 fixed point: raw / 16777216, from -128.0 to 127.99999994.
@@ -67,8 +73,9 @@ struct Zan_Ratio {
     int32_t num;   ///< numerator; carries the sign
     uint32_t den;  ///< denominator; 0 is invalid as an operand
 };
+/// @}
 
-/// @defgroup records Points and rectangles
+/// @defgroup records Records of points and rectangles
 /// Vertical coordinates grow downward. Integer and fixed rectangles are half-open: left <= h < right, top <= v <
 /// bottom. Field order differs: the 16-bit records have the vertical coordinate first, all others the horizontal one.
 /// @{
@@ -196,5 +203,7 @@ static_assert(kPlainData<Zan_Vector4T<double>> && sizeof(Zan_Vector4T<double>) =
               offsetof(Zan_Vector4T<double>, w) == 24);
 }  // namespace zan_layout
 /// @endcond
+
+/// @}
 
 #endif  // ZAN_TYPES_H

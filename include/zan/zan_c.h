@@ -65,6 +65,7 @@ enum {
     Zan_kSeverityVersionMismatch = 16,  ///< Zan_CheckVersions
 };
 
+// Types of numbers
 enum {
     /// The value that a 16.16 or 8.24 operation returns when its result does not fit or is undefined.
     Zan_kFixedFailure = INT32_MIN,
@@ -157,6 +158,7 @@ typedef struct Zan_Vector4d {
 
 // --- zan/frame.h
 
+// Starting and stopping
 enum {
     Zan_kInterfaceVersion = 18,  ///< The interface version of these headers; pass it to Zan_CheckVersions.
     /// Value of headMagic and tailMagic in the globals block while the library is started.
