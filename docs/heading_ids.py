@@ -1,6 +1,8 @@
 #!/usr/bin/env python3
 """Doxygen's input filter for pages: gives headings the ids that sites of repositories give them, so that one link to a
-heading works on both. An id starts with the page's name, since Doxygen's ids are global.
+heading works on both. An id starts with the page's name, since Doxygen's ids are global. Emphasis in tables becomes
+HTML, since Doxygen leaves the stars when a letter or a dot stands beside them. A link to a source file becomes plain
+text: the site holds no sources but the headers.
 
 docs/heading_ids.py PAGE
 """
@@ -24,6 +26,11 @@ def main():
         if heading and not in_code:
             line = f"{heading[1]} {heading[2]} {{#{heading_id(page, heading[2])}}}"
         line = re.sub(r"\]\((?:(\w+)\.md)?#([^)]+)\)", lambda m: f"](#{(m[1] or page).lower()}-{m[2]})", line)
+        line = re.sub(r"\[([^\]]+)\]\(\.\./[\w/]+\.c\)", r"\1", line)
+        if line.startswith("|"):
+            parts = line.split("`")
+            parts[::2] = [re.sub(r"\*([^\s*|](?:[^*|]*[^\s*|])?)\*", r"<em>\1</em>", part) for part in parts[::2]]
+            line = "`".join(parts)
         print(line)
 
 
