@@ -21,11 +21,9 @@ bool hit(const Vector2& p, const Outline& outline, double tolerance) {
     return inside != 0;
 }
 
-enum class Tolerances { kZero, kZeroAndTwo };
-
 /// Query i tests point i against outline i, modulo the number of outlines.
 template <size_t kVertices>
-void addHitTests(size_t count, uint32_t seed, Tolerances tolerances) {
+void addHitTests(size_t count, uint32_t seed) {
     static const auto outlines = inputs(
         count, seed, [](Random& random) { return kVertices == 4 ? ellipse(random, 4) : star(random, kVertices); });
     static const auto rings = boostRings<BoostRing>(outlines);
@@ -40,7 +38,6 @@ void addHitTests(size_t count, uint32_t seed, Tolerances tolerances) {
         .plain([](size_t i) { return plain_forms::hit(points[i], outline(i).data(), kVertices, 0); })
         .peer("PNPOLY", [](size_t i) { return pnpoly(outline(i).data(), kVertices, points[i].x, points[i].y); })
         .peer("Boost.Geometry", [](size_t i) { return bg::covered_by(boostPoint(i), rings[i % rings.size()]); });
-    if (tolerances == Tolerances::kZero) return;
     Entry(std::string(name).append(", tolerance 2"), queries, [](size_t i) { return hit(points[i], outline(i), 2); })
         .plain([](size_t i) { return plain_forms::hit(points[i], outline(i).data(), kVertices, 2); })
         .peer("distances and PNPOLY", [](size_t i) { return hitByHand(outline(i).data(), kVertices, points[i], 2); })
@@ -50,9 +47,10 @@ void addHitTests(size_t count, uint32_t seed, Tolerances tolerances) {
 }  // namespace
 
 void addPolyHitTests() {
-    addHitTests<4>(kSmallOutlines, 81, Tolerances::kZeroAndTwo);
-    addHitTests<256>(64, 83, Tolerances::kZeroAndTwo);
-    addHitTests<4096>(8, 85, Tolerances::kZero);
+    addHitTests<4>(kSmallOutlines, 81);
+    addHitTests<16>(kInputs, 82);
+    addHitTests<256>(64, 83);
+    addHitTests<4096>(8, 85);
 }
 
 }  // namespace zan_bench
