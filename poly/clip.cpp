@@ -1,9 +1,9 @@
 // One polygon clipped to another, which is convex, edge by edge. The result is written last, so it may be an input.
 #include "matrix/point_rules.h"
+#include "poly/small_buffer.h"
 #include "zan/poly.h"
 
 #include <iterator>
-#include <memory>
 
 namespace {
 
@@ -42,25 +42,8 @@ Vector4 intersection(const Line& line, const Vector4& s, double atS, const Vecto
     return {-(x * r), y * r, z, w};
 }
 
-// An uninitialised array, on the stack up to a fixed size.
-template <class T>
-class SmallBuffer {
-public:
-    // An array of at least `count` elements. Growing discards the contents.
-    T* get(size_t count) {
-        if (count <= std::size(inline_)) return inline_;
-        if (capacity_ < count) {
-            heap_ = std::make_unique_for_overwrite<T[]>(count);
-            capacity_ = count;
-        }
-        return heap_.get();
-    }
-
-private:
-    T inline_[48];
-    size_t capacity_ = 0;
-    std::unique_ptr<T[]> heap_;
-};
+// Polygons of up to so many vertices are clipped in buffers on the stack.
+constexpr size_t kInlineVertices = 48;
 
 // A polygon under clipping. It is copied only when a line cuts something off.
 class ClippedPolygon {
@@ -113,8 +96,8 @@ private:
 
     const Vector4* vertices_;
     size_t size_;
-    SmallBuffer<Vector4> buffers_[2];  // used in turn: vertices_ points into the other one
-    SmallBuffer<double> values_;
+    zan::SmallBuffer<Vector4, kInlineVertices> buffers_[2];  // used in turn: vertices_ points into the other one
+    zan::SmallBuffer<double, kInlineVertices> values_;
     int next_ = 0;
 };
 

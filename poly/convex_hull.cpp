@@ -1,23 +1,28 @@
 // The convex hull, found on an integer grid, where cross products are exact: its strictly convex vertices in
 // counterclockwise order from the lowest one. The points are sorted by rows and the two sides of the hull built one
 // after the other (monotone chain), which gives the same vertices as an angular sort around the lowest point and is
-// faster.
+// faster. Every step takes linear time, whatever the distribution of the points.
 #include "matrix/vectors.h"
 #include "platform/kelvora_point.h"
+#include "poly/small_buffer.h"
 #include "zan/poly.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <iterator>
 #include <limits>
 #include <memory>
 #include <numeric>
+#include <utility>
 
 namespace {
 
 // Sorting fewer points is faster than filtering them first.
 constexpr size_t kMinPointsForFilter = 32;
+// Up to so many points are sorted by their ranks, more by a radix sort.
+constexpr size_t kMaxPointsForRanks = 48;
+// From so many points on, the digits of the radix sort have 11 bits, else 8.
+constexpr size_t kMinPointsForWideDigits = 512;
 
 // Coordinates are at most 2^30, so cross products fit in 64 bits.
 struct GridPoint {
@@ -116,28 +121,106 @@ size_t listCandidates(const auto* points, size_t count, const Extent& y, uint64_
     return listed;
 }
 
-// Appends [first, last) to a chain, removing entries after its present last one that are not left turns.
-template <class Iterator>
-void extendChain(std::vector<GridPoint>& chain, Iterator first, Iterator last) {
-    const size_t fixed = chain.size();  // these entries stay
-    for (; first != last; ++first) {
-        const GridPoint p = unpack(*first);
-        while (chain.size() > fixed && turn(chain[chain.size() - 2], chain.back(), p) <= 0) chain.pop_back();
-        chain.push_back(p);
+// Sorts by counting for each key how many others precede it: no branch that could be mispredicted.
+void sortFew(const uint64_t* keys, uint64_t* sorted, size_t count) {
+    std::array<uint32_t, kMaxPointsForRanks> ranks;
+    for (size_t i = 0; i < count; ++i) {
+        const uint64_t key = keys[i];
+        uint32_t rank = 0;
+        for (size_t j = 0; j < i; ++j) {
+            const uint32_t precedes = key < keys[j] ? 1 : 0;
+            ranks[j] += precedes;
+            rank += 1 - precedes;
+        }
+        ranks[i] = rank;
+    }
+    for (size_t i = 0; i < count; ++i) sorted[ranks[i]] = keys[i];
+}
+
+// Sorts by y only: a radix sort from the lowest digit up. Leaves the keys in the first array; the second one is scratch
+// memory of the same size. Count is the type of the counters.
+template <int kDigitBits, class Count>
+void sortByRows(uint64_t*& keys, uint64_t*& scratch, size_t count) {
+    constexpr int kRowBits = 31;  // a coordinate is at most 2^30
+    constexpr int kDigits = (kRowBits + kDigitBits - 1) / kDigitBits;
+    constexpr size_t kRadix = size_t{1} << kDigitBits;
+    const auto digit = [](uint64_t key, int number) { return key >> (32 + number * kDigitBits) & (kRadix - 1); };
+    std::array<std::array<Count, kRadix>, kDigits> positions{};
+    for (size_t i = 0; i < count; ++i) {
+        for (int number = 0; number < kDigits; ++number) ++positions[number][digit(keys[i], number)];
+    }
+    for (int number = 0; number < kDigits; ++number) {
+        auto& position = positions[number];
+        if (position[digit(keys[0], number)] == count) continue;  // all keys have the same digit
+        std::exclusive_scan(position.begin(), position.end(), position.begin(), Count{0});
+        for (size_t i = 0; i < count; ++i) scratch[position[digit(keys[i], number)]++] = keys[i];
+        std::swap(keys, scratch);
     }
 }
 
-// The hull of at least one grid point: up along the right side, then down along the left one.
-std::vector<GridPoint> gridHull(uint64_t* first, uint64_t* last) {
-    std::sort(first, last);
-    last = std::unique(first, last);
-    std::vector<GridPoint> chain;
-    chain.reserve(static_cast<size_t>(last - first) + 1);
-    chain.push_back(unpack(*first));
-    extendChain(chain, first + 1, last);
-    extendChain(chain, std::make_reverse_iterator(last) + 1, std::make_reverse_iterator(first));
-    if (chain.size() > 1) chain.pop_back();  // the first point again
-    return chain;
+// Of each row, keeps the leftmost and the rightmost point, in this order, or one point if they are equal. Returns the
+// number of points left.
+size_t keepRowEnds(uint64_t* keys, size_t count) {
+    size_t kept = 0;
+    for (size_t i = 0; i < count;) {
+        uint64_t left = keys[i], right = left;
+        const uint64_t row = left >> 32;
+        for (++i; i < count && keys[i] >> 32 == row; ++i) {
+            left = std::min(left, keys[i]);
+            right = std::max(right, keys[i]);
+        }
+        keys[kept] = left;
+        kept += left != right ? 1 : 0;
+        keys[kept++] = right;
+    }
+    return kept;
+}
+
+// Appends [first, last) to a chain whose last point is *end, removing points after that one that are not left turns.
+// Returns the new end.
+uint64_t* extendChain(uint64_t* end, const uint64_t* first, const uint64_t* last) {
+    const uint64_t* const fixed = end;
+    for (; first != last; ++first) {
+        const uint64_t key = *first;
+        const GridPoint p = unpack(key);
+        while (end != fixed && turn(unpack(end[-1]), unpack(*end), p) <= 0) --end;
+        *++end = key;
+    }
+    return end;
+}
+
+// The hull of at least one grid point: up along the right side, then down along the left one. Both arrays have
+// count + 1 elements. Returns the number of vertices, which are in the first array.
+size_t gridHull(uint64_t*& keys, uint64_t*& scratch, size_t count) {
+    if (count <= kMaxPointsForRanks) {
+        sortFew(keys, scratch, count);
+        std::swap(keys, scratch);
+    } else if (count < kMinPointsForWideDigits) {
+        sortByRows<8, uint32_t>(keys, scratch, count);
+    } else {
+        sortByRows<11, size_t>(keys, scratch, count);
+    }
+    count = keepRowEnds(keys, count);
+    if (count == 1) return 1;
+    // Points to the right of the line from the lowest to the highest point can only be vertices of the right side, and
+    // points to its left only of the left one. The right ones go to the front of the scratch memory and the left ones
+    // to its back, in descending order.
+    const uint64_t bottom = keys[0], top = keys[count - 1];
+    const GridPoint from = unpack(bottom), to = unpack(top);
+    uint64_t *right = scratch, *left = scratch + count;
+    *--left = bottom;
+    for (size_t i = 1; i + 1 < count; ++i) {
+        const int64_t side = turn(from, to, unpack(keys[i]));
+        // Always written and counted by a sum, because a branch would be mispredicted.
+        *right = keys[i];
+        left[-1] = keys[i];
+        right += side < 0 ? 1 : 0;
+        left -= side > 0 ? 1 : 0;
+    }
+    *right++ = top;
+    uint64_t* end = extendChain(keys, scratch, right);
+    end = extendChain(end, left, scratch + count);
+    return static_cast<size_t>(end - keys);  // without the first point, which is there again
 }
 
 template <class Point>
@@ -148,21 +231,24 @@ void computeHull(const Point* first, size_t count, std::vector<Point>& hull) {
         vertical.include(p->y);
     }
     const Axis x(horizontal), y(vertical);
-    const auto keys = std::make_unique_for_overwrite<uint64_t[]>(count);
+    zan::SmallBuffer<uint64_t, kMaxPointsForRanks + 1> buffers[2];
+    uint64_t* keys = buffers[0].get(count + 1);
     size_t listed = count;
     if (count < kMinPointsForFilter) {
-        std::iota(&keys[0], &keys[count], 0);
+        std::iota(keys, keys + count, 0);
     } else {
-        listed = listCandidates(first, count, vertical, keys.get());
+        listed = listCandidates(first, count, vertical, keys);
     }
-    std::transform(&keys[0], &keys[listed], &keys[0], [=](uint64_t i) {
+    std::transform(keys, keys + listed, keys, [=](uint64_t i) {
         return pack({x.snap(first[i].x), y.snap(first[i].y)});
     });
-    const std::vector<GridPoint> chain = gridHull(&keys[0], &keys[listed]);
-    hull.assign(chain.size(), Point{});
-    for (size_t i = 0; i < chain.size(); ++i) {
-        hull[i].x = static_cast<decltype(hull[i].x)>(x.coordinate(chain[i].x));
-        hull[i].y = static_cast<decltype(hull[i].y)>(y.coordinate(chain[i].y));
+    uint64_t* scratch = buffers[1].get(listed + 1);
+    const size_t size = gridHull(keys, scratch, listed);
+    hull.assign(size, Point{});
+    for (size_t i = 0; i < size; ++i) {
+        const GridPoint p = unpack(keys[i]);
+        hull[i].x = static_cast<decltype(hull[i].x)>(x.coordinate(p.x));
+        hull[i].y = static_cast<decltype(hull[i].y)>(y.coordinate(p.y));
     }
 }
 
