@@ -14,8 +14,10 @@ web/bindings.py "$out/generated"
 cmake -S web -B "$out/cmake" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZAN_EXPORTS="$PWD/$out/generated/exports.json" \
   -DCMAKE_TOOLCHAIN_FILE="$emscripten/cmake/Modules/Platform/Emscripten.cmake" >"$out/log" 2>&1 || { cat "$out/log"; exit 1; }
 cmake --build "$out/cmake" >"$out/log" 2>&1 || { cut -c 1-400 "$out/log"; exit 1; }
-mkdir -p "$out/package/dom" "$out/package/zan"
-cp "$out/cmake/zan.wasm" web/wasm.js web/zan.js web/zan.d.ts web/dom.js web/dom.d.ts "$out/package/"
+mkdir -p "$out/package/dom" "$out/package/selfcheck" "$out/package/zan"
+cp "$out/cmake/zan.wasm" web/*.js web/*.d.ts "$out/package/"
+cp "$out/cmake/selfcheck/zan-selfcheck.wasm" "$out/package/selfcheck/"
+cp "$out/cmake/selfcheck/zan-selfcheck.js" "$out/package/selfcheck/zan-selfcheck.cjs"
 cp web/dom/*.js "$out/package/dom/"
 cp web/zan/*.js web/zan/*.d.ts "$out"/generated/*.js "$out"/generated/*.d.ts "$out/package/zan/"
 sed "s/VERSION/$(sed -n 's/^project(zan VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)/" web/package.json >"$out/package/package.json"

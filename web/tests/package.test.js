@@ -92,3 +92,16 @@ test('a page and a worker import it without a bundler, and load takes less than 
     await browser.close();
   }
 });
+
+test('the self-check in a browser', async () => {
+  const { browser, page } = await openBrowser();
+  try {
+    await show(page, '<!doctype html><p>p</p>');
+    const check = () => page.evaluate(async () => (await import('/selfcheck.js')).selfCheck());
+    const { same, line, details } = await check();
+    assert.ok(same, details.join('\n'));
+    assert.match(line, /^This browser gives the same bits: (\d+) of \1 operations$/);
+  } finally {
+    await browser.close();
+  }
+});
