@@ -1,0 +1,357 @@
+// The viewer, opened from the disk and used with mouse, keyboard and finger.
+import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
+import { existsSync } from 'node:fs';
+import { after, afterEach, before, test } from 'node:test';
+import { fileURLToPath } from 'node:url';
+import { openBrowser } from './browser.js';
+
+const VIEWER = new URL('../../build/web/viewer/index.html', import.meta.url).href;
+const DECKS = new URL('../../examples/scene/decks/', import.meta.url);
+const SCENE = ['demo', 'release']
+  .map((build) => fileURLToPath(new URL(`../../build/${build}/examples/scene/zan-scene`, import.meta.url)))
+  .find(existsSync);
+
+let browser;
+let page;
+let errors;
+before(async () => {
+  ({ browser } = await openBrowser());
+  await open({ viewport: { width: 1280, height: 800 }, reducedMotion: 'reduce' });
+});
+after(() => browser.close());
+afterEach(() => assert.deepEqual(errors, []));
+
+async function open(options) {
+  await page?.close();
+  errors = [];
+  page = await browser.newPage(options);
+  page.on('pageerror', (error) => errors.push(error.message));
+  await page.goto(VIEWER);
+  await page.waitForSelector('[data-ready]');
+}
+
+const names = (list) => page.$$eval(`${list} .name`, (all) => all.map((name) => name.textContent));
+const text = (selector) => page.$eval(selector, (element) => element.textContent);
+// What a frame draws is shown in the panels after the next one.
+const drawn = () =>
+  page.evaluate(() => new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve))));
+
+async function pointAt(x, y) {
+  const stage = await page.$('.view:not([hidden]) .stage');
+  const box = await stage.boundingBox();
+  await page.mouse.move(box.x + x * box.width, box.y + y * box.height);
+  await drawn();
+}
+
+async function choose(deck) {
+  await page.mouse.move(2, 2);
+  await page.fill('#deck-tolerance', '6');
+  await page.$eval('#steps', (steps) => steps.replaceChildren());
+  await page.selectOption('#deck-choice', deck);
+  await page.waitForSelector('#steps li');
+  await drawn();
+}
+
+async function drop(name, content) {
+  await page.evaluate(
+    ([name, content]) => {
+      const dataTransfer = new DataTransfer();
+      dataTransfer.items.add(new File([content], name));
+      dispatchEvent(new DragEvent('drop', { dataTransfer, cancelable: true }));
+    },
+    [name, content],
+  );
+}
+
+test('the self-check runs in the page', async () => {
+  await page.waitForSelector('.check.good, .check.bad', { timeout: 30000 });
+  assert.match(await text('#selfcheck'), /the same bits: (\d+) of \1 operations/);
+});
+
+// The layers of this deck are rectangles, so the browser's own hit is the layer that is in front.
+test('the layer in front is the one that the browser hits, from every step', async () => {
+  await choose('gallery');
+  await page.$eval('#deck-stage iframe', (frame) => (frame.inert = false));
+  await page.focus('#deck-stage');
+  const unlike = [];
+  for (const step of await names('#steps')) {
+    for (const [x, y] of [
+      [0.11, 0.13],
+      [0.31, 0.52],
+      [0.52, 0.41],
+      [0.77, 0.33],
+      [0.63, 0.83],
+      [0.93, 0.71],
+    ]) {
+      await pointAt(x, y);
+      const browsers = await page.$eval(
+        '#deck-stage iframe',
+        (frame, [x, y]) => {
+          const hit = frame.contentDocument.elementFromPoint(x * frame.clientWidth, y * frame.clientHeight);
+          return hit?.closest('.step')?.id;
+        },
+        [x, y],
+      );
+      const zans = (await names('#deck-hits'))[0];
+      if (zans !== browsers) unlike.push(`${step} (${x}, ${y}): ${zans}, in the browser ${browsers}`);
+    }
+    await page.keyboard.press('ArrowRight');
+  }
+  assert.deepEqual(unlike, []);
+});
+
+test('the list has what is under the pointer, front to back, and the distance of the nearest outline', async () => {
+  await choose('gallery');
+  await pointAt(0.4, 0.4);
+  assert.deepEqual(await names('#deck-hits'), ['doorway', 'painting', 'back-wall']);
+  assert.match(await text('#deck-nearest'), /^nearest outlinepainting\d+\.\d+ px$/);
+  await page.mouse.move(2, 2);
+  await drawn();
+  assert.equal(await text('#deck-hits'), 'Point at the stage');
+});
+
+test('a wider tolerance hits what is beside', async () => {
+  await choose('gallery');
+  await pointAt(0.29, 0.4);
+  assert.deepEqual(await names('#deck-hits'), ['doorway', 'back-wall']);
+  await page.focus('#deck-tolerance');
+  await page.keyboard.press('End');
+  await drawn();
+  await pointAt(0.29, 0.4);
+  assert.ok((await names('#deck-hits')).includes('painting'));
+});
+
+test('walking cuts the layers that the camera passes', async () => {
+  await choose('gallery');
+  const cut = async () => Number(/(\d+) of them cut/.exec(await page.getAttribute('#plan', 'aria-label'))[1]);
+  assert.equal(await cut(), 0);
+  await page.fill('#walk', '1500');
+  await page.focus('#deck-stage');
+  for (let i = 0; i < 10; ++i) await page.keyboard.press('a');
+  await drawn();
+  assert.equal(await cut(), 3);
+  await pointAt(0.02, 0.5);
+  assert.equal(await text('#layer-name'), 'left-wall');
+  assert.match(await text('#layer'), /2 of 4 corners, cut/);
+});
+
+test('keys: steps, walking, turning by a drag, the pointer', async () => {
+  await choose('gallery');
+  await page.focus('#deck-stage');
+  await page.keyboard.press('ArrowLeft');
+  await drawn();
+  assert.match(await text('#step-name'), /^exit +9 \/ 9/);
+  await page.keyboard.press('Home');
+  await page.keyboard.press('w');
+  await page.keyboard.press('Shift+ArrowLeft');
+  await drawn();
+  assert.equal(await page.inputValue('#walk'), '50');
+  assert.equal((await names('#deck-hits'))[0], 'doorway');
+  const place = () =>
+    page.$eval(
+      '#deck-stage iframe',
+      (frame) => frame.contentDocument.getElementById('painting').getBoundingClientRect().left,
+    );
+  const before = await place();
+  await pointAt(0.3, 0.5);
+  await page.mouse.down();
+  await pointAt(0.5, 0.5);
+  await page.mouse.up();
+  await drawn();
+  assert.notEqual(await place(), before);
+  assert.match(await text('#step-name'), /^doorway/);
+});
+
+test('a dropped deck is shown, and its scripts do not run', async () => {
+  await drop(
+    'own.html',
+    `<div id="impress"><div class="step" id="one"><script>parent.ran = 1</script>
+      <img src="x" onerror="parent.ran = 2"></div>
+    <div class="step" data-x="2000">b</div></div>`,
+  );
+  await page.waitForSelector('#steps button:has-text("step-2")');
+  assert.deepEqual(await names('#steps'), ['one', 'step-2']);
+  assert.equal(await page.evaluate(() => window.ran), undefined);
+});
+
+const badDecks = [
+  ['no step', '<p>nothing</p>', /No deck/],
+  ['a number that is none', '<div class="step" data-x="1e10">', /data-x="1e10": not a number from/],
+  [
+    'a scale of 0',
+    '<div class="step" id="a" data-scale="0">',
+    /<div id="a"> data-scale="0": not a number of 0.00001 or more/,
+  ],
+  ['a rotation order with a letter twice', '<div class="step" data-rotate-order="xxy">', /not x, y and z, each once/],
+  ['a relative position', '<div class="step" data-rel-x="9">', /Relative positions/],
+  ['a step inside a step', '<div class="step"><div class="step">', /A step inside a step/],
+];
+test('a wrong deck is refused with its reason, and the deck before it stays', async () => {
+  await choose('dusk');
+  for (const [what, html, reason] of badDecks) {
+    await drop('bad.html', html);
+    await page
+      .waitForFunction((reason) => new RegExp(reason).test(document.getElementById('toast').textContent), reason.source)
+      .catch(() => assert.fail(what));
+    await page.waitForFunction(() =>
+      document.querySelector('#deck-stage iframe').contentDocument.getElementById('sky'),
+    );
+    assert.equal((await names('#steps'))[0], 'sun', what);
+  }
+});
+
+test('the second tab: outlines of a pasted page, a kept element, scrolling', async () => {
+  await page.click('#tab-page');
+  await page.click('#paste');
+  await page.fill(
+    '#source-text',
+    `<!doctype html><body style="margin: 0; height: 3000px"><script>parent.ran = 1</script>
+    <div style="perspective: 300px"><p id="leaning"
+      style="margin: 50px; width: 400px; height: 200px; transform: rotateY(40deg)">a<b>b</b></p></div>`,
+  );
+  await page.click('#source button');
+  await page.waitForFunction(() =>
+    document.querySelector('#page-stage iframe').contentDocument.getElementById('leaning'),
+  );
+  await pointAt(0.25, 0.3);
+  assert.deepEqual(await names('#page-hits'), ['p#leaning', 'div']);
+  await page.mouse.down();
+  await page.mouse.up();
+  await pointAt(0.9, 0.9);
+  assert.equal(await text('#element-name'), 'p#leaning');
+  const top = () => text('#element .corners div').then((corner) => Number(corner.split(', ')[1]));
+  const before = await top();
+  await page.mouse.wheel(0, 40);
+  await drawn();
+  assert.equal(await top(), before - 40);
+  assert.equal(await page.evaluate(() => window.ran), undefined);
+  await page.check('#all-outlines');
+  await drawn();
+  assert.match(await text('#page-speed'), /^4 outlines/);
+  await page.click('#tab-deck');
+});
+
+test('a flight: on the way the camera is between, at the end the step is in the middle', async () => {
+  await page.emulateMedia({ reducedMotion: 'no-preference' });
+  await choose('gallery');
+  const boxOf = (id) =>
+    page.$eval(
+      '#deck-stage iframe',
+      (frame, id) => {
+        const { left, right, top } = frame.contentDocument.getElementById(id).getBoundingClientRect();
+        return { left, right: frame.clientWidth - right, top };
+      },
+      id,
+    );
+  const { left: before } = await boxOf('back-wall');
+  await page.click('#steps button:has-text("back-wall")');
+  await page.waitForTimeout(500);
+  const { left: between } = await boxOf('back-wall');
+  await page.waitForTimeout(1200);
+  const { left, right } = await boxOf('back-wall');
+  assert.ok(left < between, `${between} on the way, ${left} at the end`);
+  assert.ok(between < before, `${between} on the way, ${before} at the start`);
+  assert.ok(Math.abs(left - right) < 0.01, `${left} from the left, ${right} from the right`);
+  // The front layer's first corner, in the panel, is where the browser has it.
+  await pointAt(0.5, 0.05);
+  const front = await boxOf(await text('#layer-name'));
+  assert.equal(await text('#layer .corners div'), `${front.left.toFixed(1)}, ${front.top.toFixed(1)}`);
+  await page.emulateMedia({ reducedMotion: 'reduce' });
+});
+
+test('a click flies to the layer in front', async () => {
+  await choose('gallery');
+  await pointAt(0.01, 0.4);
+  await page.mouse.down();
+  await page.mouse.up();
+  await drawn();
+  assert.match(await text('#step-name'), /^left-wall +3/);
+});
+
+test('every control has a name', async () => {
+  for (const tab of ['page', 'deck']) {
+    await page.click(`#tab-${tab}`);
+    const lines = (await page.locator('body').ariaSnapshot()).split('\n').map((line) => line.trim());
+    const controls = lines.filter((line) =>
+      /^- (button|slider|combobox|tab|checkbox|textbox|application)\b/.test(line),
+    );
+    assert.ok(controls.length > 7, `only ${controls.length} controls`);
+    assert.deepEqual(
+      controls.filter((line) => !/^- \w+ "/.test(line)),
+      [],
+    );
+  }
+});
+
+for (const deck of ['gallery', 'zoom']) {
+  test(
+    `${deck}: the outlines are those of zan-scene`,
+    { skip: SCENE ? false : 'zan-scene has not been built' },
+    async () => {
+      const path = fileURLToPath(new URL(`${deck}.html`, DECKS));
+      const { cameras } = JSON.parse(
+        execFileSync(SCENE, [path, '--all', '--json', '-'], { stdio: ['ignore', 'pipe', 'ignore'] }),
+      );
+      await choose(deck);
+      const outlines = await page.evaluate(async () => {
+        const [{ layOut }, { placed, project, viewFromStep }, { bundled }] = await Promise.all(
+          ['deck', 'space', 'bundled'].map((name) => import(`viewer/${name}.js`)),
+        );
+        const frame = document.createElement('iframe');
+        frame.srcdoc = bundled.decks
+          .find(({ name }) => name === document.getElementById('deck-choice').value)
+          .html.replace(/<script.*/g, '');
+        document.body.append(frame);
+        await new Promise((resolve) => (frame.onload = resolve));
+        const deck = layOut(frame.contentDocument);
+        const layers = placed(deck.steps);
+        return deck.steps.map((step) =>
+          project(layers, viewFromStep(deck, step, { width: 1280, height: 800 })).map(({ points }) =>
+            points.map(({ x, y }) => [x, y]),
+          ),
+        );
+      });
+      cameras.forEach((camera, i) =>
+        camera.layers.forEach(({ id, outline }, j) => {
+          const isTurned = camera.layers.some(({ decomposition }) =>
+            decomposition.rotation.some((angle) => angle !== 0),
+          );
+          const worst = Math.max(
+            0,
+            ...outline
+              .flat()
+              .map((value, k) => Math.abs(value - outlines[i][j].flat()[k]) / Math.max(1, Math.abs(value))),
+          );
+          assert.equal(outlines[i][j].length, outline.length, `${id} from ${camera.id}`);
+          assert.ok(worst <= (isTurned ? 1e-9 : 0), `${id} from ${camera.id}: ${worst}`);
+        }),
+      );
+    },
+  );
+}
+
+test('a narrow screen has everything within its width, and a finger points, then flies', async () => {
+  await open({ viewport: { width: 360, height: 740 }, hasTouch: true, reducedMotion: 'reduce', colorScheme: 'dark' });
+  assert.equal(await page.getAttribute('html', 'data-theme'), 'dark');
+  const box = await (await page.$('#deck-stage')).boundingBox();
+  const tap = () => page.touchscreen.tap(box.x + box.width * 0.5, box.y + box.height * 0.65);
+  await tap();
+  await drawn();
+  assert.deepEqual([(await names('#deck-hits'))[0], (await text('#step-name')).slice(0, 3)], ['title', 'sun']);
+  await tap();
+  await drawn();
+  assert.match(await text('#step-name'), /^title/);
+  for (const tab of ['#tab-deck', '#tab-page']) {
+    await page.tap(tab);
+    const wide = await page.$$eval('.top *, .view:not([hidden]) *', (all) =>
+      all
+        .filter((element) => {
+          const { left, right, width } = element.getBoundingClientRect();
+          return width > 1 && (left < 0 || right > 360);
+        })
+        .map((element) => element.outerHTML.slice(0, 60)),
+    );
+    assert.deepEqual(wide, []);
+  }
+});
