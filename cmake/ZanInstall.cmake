@@ -53,8 +53,8 @@ if(WIN32)
 endif()
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION "${doc_dir}" COMPONENT dev)
 install(DIRECTORY docs examples DESTINATION "${doc_dir}" COMPONENT dev
-        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.cpp" PATTERN "*.c" PATTERN "*.h"
-                       PATTERN "*.txt" PATTERN "*.json" PATTERN "*.html" PATTERN "*.cmake" PATTERN "*.sh")
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.jpg" PATTERN "*.cpp" PATTERN "*.c"
+                       PATTERN "*.h" PATTERN "*.txt" PATTERN "*.json" PATTERN "*.html" PATTERN "*.cmake" PATTERN "*.sh")
 if(WIN32)
   zan_install_for_windows()
 endif()
