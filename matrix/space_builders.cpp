@@ -6,6 +6,8 @@
 #include "matrix/point_rules.h"
 #include "scalar/trigonometry.h"
 
+#include <cmath>
+
 namespace {
 
 using zan::Vector3;
@@ -45,12 +47,41 @@ void rotateAboutOwnAxes(double rx, double ry, double rz, Zan_Matrix4* m) {
         double radians;
     } steps[] = {{{1.0, 0.0, 0.0, 0.0}, rx}, {{0.0, 1.0, 0.0, 0.0}, ry}, {{0.0, 0.0, 1.0, 0.0}, rz}};
     for (const auto& step : steps) {
-        Vector4 image = step.axis;
-        Zan_TransformVector4(m, 1, &image);
+        Vector4 image = zan::product(*m, step.axis);
+        if (!zan::nearZero(image.w)) image = zan::divided(image);
         if (zan::nearZero(image.x) && zan::nearZero(image.y) && zan::nearZero(image.z)) continue;
         const Vector3 axis = zan::dropLast(image);
         appendRotation(axis, zan::length(axis), step.radians, m);
     }
+}
+
+// rotateAboutOwnAxes from the identity, for finite angles. Steps 1 and 2 leave out the terms that are known to be zero:
+// the sums of step 3, each of which ends with +0, hide the signs of zeros.
+zan::Elements<4> rotationAboutOwnAxes(double rx, double ry, double rz) {
+    const auto [s1, c1] = zan::sineAndCosine(rx);
+    const auto [s2, c2] = zan::sineAndCosine(ry);
+    const auto [s3, c3] = zan::sineAndCosine(rz);
+    // The image of the y axis is (0, c1, s1).
+    const double k2 = 1.0 / std::sqrt(c1 * c1 + s1 * s1);
+    const double y2 = c1 * k2, z2 = s1 * k2, t2 = 1.0 - c2;
+    const Vector3 row1(-(s2 * z2), t2 * y2 * y2 + c2, t2 * y2 * z2);
+    const Vector3 row2(s2 * y2, t2 * y2 * z2, t2 * z2 * z2 + c2);
+    const double m00 = 1.0 - c1 + c1;
+    const Vector3 u0(m00 * c2, m00 * (s2 * z2), -(m00 * (s2 * y2)));
+    const Vector3 u1(c1 * row1.x + s1 * row2.x, c1 * row1.y + s1 * row2.y, c1 * row1.z + s1 * row2.z);
+    const Vector3 u2(c1 * row2.x - s1 * row1.x, c1 * row2.y - s1 * row1.y, c1 * row2.z - s1 * row1.z);
+    // The image of the z axis is the last row.
+    const double k3 = 1.0 / zan::length(u2);
+    const double x = u2.x * k3, y = u2.y * k3, z = u2.z * k3, t = 1.0 - c3;
+    const Vector3 v0(t * x * x + c3, t * x * y + s3 * z, t * x * z - s3 * y);
+    const Vector3 v1(t * x * y - s3 * z, t * y * y + c3, t * y * z + s3 * x);
+    const Vector3 v2(t * x * z + s3 * y, t * y * z - s3 * x, t * z * z + c3);
+    const auto row = [&](const Vector3& u) {
+        return Vector3(u.x * v0.x + u.y * v1.x + u.z * v2.x + 0.0, u.x * v0.y + u.y * v1.y + u.z * v2.y + 0.0,
+                       u.x * v0.z + u.y * v1.z + u.z * v2.z + 0.0);
+    };
+    const Vector3 r0 = row(u0), r1 = row(u1), r2 = row(u2);
+    return {{{r0.x, r0.y, r0.z, 0}, {r1.x, r1.y, r1.z, 0}, {r2.x, r2.y, r2.z, 0}, {0, 0, 0, 1}}};
 }
 
 }  // namespace
@@ -77,9 +108,14 @@ int32_t Zan_RotateMatrix4(double ax, double ay, double az, double radians, Zan_M
 }
 
 int32_t Zan_RotateMatrix4XYZ(double rx, double ry, double rz, Zan_Matrix4* m) {
-    Zan_Matrix4 rotation(/*identity=*/true);
-    rotateAboutOwnAxes(rx, ry, rz, &rotation);
-    return Zan_ConcatMatrix4(m, &rotation, m);
+    if (std::isfinite(rx) && std::isfinite(ry) && std::isfinite(rz)) {
+        append(m, rotationAboutOwnAxes(rx, ry, rz));
+    } else {
+        Zan_Matrix4 rotation(/*identity=*/true);
+        rotateAboutOwnAxes(rx, ry, rz, &rotation);
+        append(m, zan::elements(rotation));
+    }
+    return 0;
 }
 
 int32_t Zan_RotateMatrix4XYZPlus(double rx, double ry, double rz, unsigned char startFromIdentity, Zan_Matrix4* m) {
