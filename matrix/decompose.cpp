@@ -2,6 +2,7 @@
 // angles.
 #include "frame/keep_errno.h"
 #include "frame/report.h"
+#include "matrix/elements.h"
 #include "matrix/nearly_equal.h"
 #include "matrix/vectors.h"
 #include "zan/matrix.h"
@@ -78,23 +79,34 @@ void anglesZYX(const Rotation& r, Zan_Matrix4Decomp* out) {
     out->rz = std::atan2(k * r.r0.y, k * r.r0.x);
 }
 
+// Divides all elements by m33 unless it is 1. False if the last column is then not (0, 0, 0, 1).
+bool makeAffine(zan::Elements<4>& m) {
+    const double w = m.at[3][3];
+    if (w == 1.0) return m.at[0][3] == 0.0 && m.at[1][3] == 0.0 && m.at[2][3] == 0.0;
+    const bool affine = w != 0.0 && m.at[0][3] / w == 0.0 && m.at[1][3] / w == 0.0 && m.at[2][3] / w == 0.0;
+    if (!affine) return false;
+    for (auto& row : m.at) {
+        for (int j = 0; j < 3; ++j) row[j] /= w;
+    }
+    return true;
+}
+
 // Gram-Schmidt orthogonalization of the rows; `angles` reads the angles from the rotation that remains.
-int32_t decompose(const Zan_Matrix4& m, Zan_Matrix4Decomp* out, unsigned char* failed,
-                  void (*angles)(const Rotation&, Zan_Matrix4Decomp*)) {
-    *out = {};
-    const double w = m.m33;
-    const bool affine = w != 0.0 && m.m03 / w == 0.0 && m.m13 / w == 0.0 && m.m23 / w == 0.0;
-    if (!affine) {
+template <void (*angles)(const Rotation&, Zan_Matrix4Decomp*)>
+int32_t decompose(const Zan_Matrix4& matrix, Zan_Matrix4Decomp* out, unsigned char* failed) {
+    auto m = zan::elements(matrix);
+    if (!makeAffine(m)) {
+        *out = {};
         if (failed == nullptr)
             return zan::report(zan::Site::InvertOrDecomposeMatrix4, Zan_Err_CannotDecompose, zan::kNoContext);
         *failed = 1;
         return Zan_Err_CannotDecompose;
     }
-    out->tx = m.m30 / w;
-    out->ty = m.m31 / w;
-    out->tz = m.m32 / w;
-    Rotation r = {
-        {m.m00 / w, m.m01 / w, m.m02 / w}, {m.m10 / w, m.m11 / w, m.m12 / w}, {m.m20 / w, m.m21 / w, m.m22 / w}};
+    const auto row = [&m](int i) { return Vector3(m.at[i][0], m.at[i][1], m.at[i][2]); };
+    out->tx = m.at[3][0];
+    out->ty = m.at[3][1];
+    out->tz = m.at[3][2];
+    Rotation r = {row(0), row(1), row(2)};
     out->sx = normalizeRow(r.r0);
     out->shearXY = zan::dot(r.r1, r.r0);
     r.r1 = subtractScaled(r.r1, out->shearXY, r.r0);
@@ -117,10 +129,10 @@ int32_t decompose(const Zan_Matrix4& m, Zan_Matrix4Decomp* out, unsigned char* f
 }  // namespace
 
 int32_t Zan_DecomposeMatrix4(const Zan_Matrix4* m, Zan_Matrix4Decomp* out, unsigned char* failed) {
-    return decompose(*m, out, failed, anglesXYZ);
+    return decompose<anglesXYZ>(*m, out, failed);
 }
 int32_t Zan_DecomposeMatrix4ZYX(const Zan_Matrix4* m, Zan_Matrix4Decomp* out, unsigned char* failed) {
-    return decompose(*m, out, failed, anglesZYX);
+    return decompose<anglesZYX>(*m, out, failed);
 }
 
 int32_t Zan_GetOrderedXYZRotationFromMatrix(const Zan_Matrix4* m, double* rx, double* ry, double* rz) {

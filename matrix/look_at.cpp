@@ -20,7 +20,6 @@ Vector3 normalized(const Vector3& v, double length) {
 }  // namespace
 
 Zan_Matrix4 Zan_LookAtMatrix(const Vector3& eye, const Vector3& target, const Vector3& up) {
-    Zan_Matrix4 rotation(/*identity=*/true);
     const Vector3 view(target.x - eye.x, target.y - eye.y, target.z - eye.z);
     const double distance = zan::length(view);
     const Vector3 f = normalized(view, distance);
@@ -29,11 +28,13 @@ Zan_Matrix4 Zan_LookAtMatrix(const Vector3& eye, const Vector3& target, const Ve
     const double sideLength = zan::length(side);
     const double uprightLength = zan::length(upright);
     if (uprightLength == 0.0 && sideLength == 0.0) {
+        Zan_Matrix4 rotation(/*identity=*/true);
         if (distance != 0.0) rotation.RotateAxis(1.0, 0.0, 0.0, f.y < 0.0 ? kHalfPi : -kHalfPi);
         return rotation;
     }
     const Vector3 s = normalized(side, sideLength);
     const Vector3 u = normalized(upright, uprightLength);
+    Zan_Matrix4 rotation;
     zan::assign(rotation, {{{s.x, s.y, s.z, 0}, {u.x, u.y, u.z, 0}, {f.x, f.y, f.z, 0}, {0, 0, 0, 1}}});
     return rotation;
 }

@@ -58,7 +58,10 @@ int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_Quat* ou
         s0 = std::sin((1 - t) * omega) * k;
         s1 = std::sin(t * omega) * k;
     }
-    if (dot < 0) s1 = -s1;  // q1 and -q1 are the same rotation; the nearer one gives the shorter arc
+    // q1 and -q1 are the same rotation; the nearer one gives the shorter arc. Selects a factor, because a branch on the
+    // sign would mispredict.
+    const double signs[] = {1, -1};
+    s1 *= signs[dot < 0 ? 1 : 0];
     *out = {s0 * a.x + s1 * b.x, s0 * a.y + s1 * b.y, s0 * a.z + s1 * b.z, s0 * a.w + s1 * b.w};
     return 0;
 }
