@@ -7,29 +7,41 @@
 using zan::Vector3;
 using zan::Vector4;
 
-int32_t Zan_GetPlaneEquation(const Vector3* points, int32_t count, Zan_PlaneEq* plane, Vector3* centroid) {
+namespace {
+
+// The plane of a polygon by Newell's method, and the mean of its vertices.
+inline void fitPlane(const Vector3* points, int32_t count, Zan_PlaneEq& plane, Vector3& mean) {
     Vector3 normal(0, 0, 0);
-    Vector3 mean(0, 0, 0);
-    if (count < 1) {
-        if (centroid != nullptr) *centroid = mean;
-        *plane = {0, 0, 0, 0};
-        return 0;
-    }
+    mean = {0, 0, 0};
+    Vector3 p = points[0];
     for (int32_t i = 0; i < count; ++i) {
-        const Vector3& p = points[i];
-        const Vector3& q = points[i + 1 < count ? i + 1 : 0];
+        const Vector3 q = points[i + 1 < count ? i + 1 : 0];
         normal.x += (p.y - q.y) * (p.z + q.z);
         normal.y += (p.z - q.z) * (p.x + q.x);
         normal.z += (p.x - q.x) * (p.y + q.y);
         mean.x += p.x;
         mean.y += p.y;
         mean.z += p.z;
+        p = q;
     }
     zan::normalize(normal);
     const double reciprocal = 1.0 / count;
     mean = {mean.x * reciprocal, mean.y * reciprocal, mean.z * reciprocal};
+    plane = {normal.x, normal.y, normal.z, -zan::dot(mean, normal)};
+}
+
+}  // namespace
+
+int32_t Zan_GetPlaneEquation(const Vector3* points, int32_t count, Zan_PlaneEq* plane, Vector3* centroid) {
+    Vector3 mean(0, 0, 0);
+    Zan_PlaneEq fitted = {0, 0, 0, 0};
+    if (count == 4) {  // the corners of a layer: the compiler unrolls the loop
+        fitPlane(points, 4, fitted, mean);
+    } else if (count > 0) {
+        fitPlane(points, count, fitted, mean);
+    }
     if (centroid != nullptr) *centroid = mean;
-    *plane = {normal.x, normal.y, normal.z, -zan::dot(mean, normal)};
+    *plane = fitted;
     return 0;
 }
 
