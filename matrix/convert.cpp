@@ -4,27 +4,15 @@
 
 #include <cmath>
 
-namespace {
-
-Zan_Matrix4 widen(const Zan_Matrix3& m, double scaleZ) {
-    Zan_Matrix4 wide;
-    zan::assign(
-        wide,
-        {{{m.m00, m.m01, 0.0, 0.0}, {m.m10, m.m11, 0.0, 0.0}, {0.0, 0.0, scaleZ, 0.0}, {m.m20, m.m21, 0.0, 1.0}}});
-    return wide;
-}
-
-}  // namespace
-
 int32_t Zan_Matrix3ToMatrix4(const Zan_Matrix3* m, Zan_Matrix4* wide) {
-    *wide = widen(*m, 1.0);
+    zan::assign(*wide, zan::widened(*m, 1.0));
     return 0;
 }
 
 int32_t Zan_Matrix3ToMatrix4Uniform(const Zan_Matrix3* m, Zan_Matrix4* wide) {
     const double a = m->m00 * m->m00 + m->m10 * m->m10;
     const double b = m->m01 * m->m01 + m->m11 * m->m11;
-    *wide = widen(*m, zan::nearlyEqual(a, b) ? std::sqrt(a) : 1.0);
+    zan::assign(*wide, zan::widened(*m, zan::nearlyEqual(a, b) ? std::sqrt(a) : 1.0));
     return 0;
 }
 

@@ -45,6 +45,11 @@ inline void assign(Zan_Matrix4& m, const Elements<4>& e) {
     m.m30 = a[3][0], m.m31 = a[3][1], m.m32 = a[3][2], m.m33 = a[3][3];
 }
 
+/// m as a transform of space that multiplies z by scaleZ.
+inline Elements<4> widened(const Zan_Matrix3& m, double scaleZ) {
+    return {{{m.m00, m.m01, 0.0, 0.0}, {m.m10, m.m11, 0.0, 0.0}, {0.0, 0.0, scaleZ, 0.0}, {m.m20, m.m21, 0.0, 1.0}}};
+}
+
 /// a * b. Each element is a sum of products added from left to right, none left out for a factor of 0 or 1.
 template <int N>
 inline Elements<N> product(const Elements<N>& a, const Elements<N>& b) {
