@@ -24,13 +24,16 @@ int32_t Zan_PerpDistTo2DLine(const Vector2* p, const Vector2* a, const Vector2* 
 
 namespace {
 
+// Comparisons are combined with & and |, because a branch on each would mispredict.
 bool isInside(const Zan_FloatRect& rect, const Vector2& p) {
-    return rect.left <= p.x && p.x <= rect.right && rect.top <= p.y && p.y <= rect.bottom;
+    return (rect.left <= p.x) & (p.x <= rect.right) & (rect.top <= p.y) & (p.y <= rect.bottom);
 }
 
-// Moves an end along its segment until its coordinate on one axis is that of a side. u is the coordinate
-// perpendicular to the side, v the one along it. False when the segment runs parallel to the side.
-bool moveToSide(double side, double& u, double& v, double otherU, double otherV) {
+// If an end lies beyond the low or the high side of one axis, moves it along its segment to that side. u is the
+// coordinate perpendicular to the sides, v the one along them. False when the segment runs parallel to the side.
+bool moveToSide(double low, double high, double& u, double& v, double otherU, double otherV) {
+    if (!((u < low) | (u > high))) return true;
+    const double side = u < low ? low : high;
     const double delta = u - otherU;
     if (delta == 0) return false;
     v = v + (otherV - v) * (u - side) / delta;
@@ -38,16 +41,10 @@ bool moveToSide(double side, double& u, double& v, double otherU, double otherV)
     return true;
 }
 
-// If the end lies beyond the left or right side, moves it to that side; then the same for top and bottom.
+// Moves an end to the left or right side, then to the top or bottom.
 bool clipEnd(const Zan_FloatRect& rect, Vector2& end, const Vector2& other) {
-    if (end.x < rect.left) {
-        if (!moveToSide(rect.left, end.x, end.y, other.x, other.y)) return false;
-    } else if (end.x > rect.right) {
-        if (!moveToSide(rect.right, end.x, end.y, other.x, other.y)) return false;
-    }
-    if (end.y < rect.top) return moveToSide(rect.top, end.y, end.x, other.y, other.x);
-    if (end.y > rect.bottom) return moveToSide(rect.bottom, end.y, end.x, other.y, other.x);
-    return true;
+    return moveToSide(rect.left, rect.right, end.x, end.y, other.x, other.y) &&
+           moveToSide(rect.top, rect.bottom, end.y, end.x, other.y, other.x);
 }
 
 }  // namespace
@@ -64,8 +61,8 @@ int32_t Zan_ClipLine2Rect(const Zan_FloatRect* rect, Vector2* a, Vector2* b, boo
     }
     const auto [minX, maxX] = std::minmax({first.x, second.x});
     const auto [minY, maxY] = std::minmax({first.y, second.y});
-    if (r.left >= r.right || r.top >= r.bottom || minX >= maxX || minY >= maxY ||
-        std::max(r.top, minY) >= std::min(r.bottom, maxY) || std::max(r.left, minX) >= std::min(r.right, maxX)) {
+    if ((r.left >= r.right) | (r.top >= r.bottom) | (minX >= maxX) | (minY >= maxY) |
+        (std::max(r.top, minY) >= std::min(r.bottom, maxY)) | (std::max(r.left, minX) >= std::min(r.right, maxX))) {
         *visible = false;
         return 0;
     }
