@@ -150,22 +150,29 @@ bool contains(const Zan_Vector2T<T>& point, const Zan_Vector2T<T>* vertices, int
     return HitTest<zan::kWithTolerance, T>(widen(point), tolerance, toleranceSquared).contains(vertices, count);
 }
 
+template <class Vector>
+int32_t testPoint(const Vector* point, const Vector* vertices, int32_t count, double tolerance, unsigned char* inside) {
+    *inside = count >= 1 && contains(*point, vertices, count, tolerance) ? 1 : 0;
+    return 0;
+}
+
 }  // namespace
 
 bool zan::isPointInside(const Vector2& p, const Vector2* outline, int32_t count, double tolerance) {
     return contains(p, outline, count, tolerance);
 }
 
-template <class Vector>
-int32_t Zan_IsFloatPointInConcavePoly(const Vector* point, const Vector* vertices, int32_t count, double tolerance,
+template <>
+int32_t Zan_IsFloatPointInConcavePoly(const Vector2* point, const Vector2* vertices, int32_t count, double tolerance,
                                       unsigned char* inside) {
-    *inside = count >= 1 && contains(*point, vertices, count, tolerance) ? 1 : 0;
-    return 0;
+    return testPoint(point, vertices, count, tolerance, inside);
 }
 
-template ZAN_API int32_t Zan_IsFloatPointInConcavePoly(const Vector2*, const Vector2*, int32_t, double, unsigned char*);
-template ZAN_API int32_t Zan_IsFloatPointInConcavePoly(const Zan_Vector2T<float>*, const Zan_Vector2T<float>*, int32_t,
-                                                       double, unsigned char*);
+template <>
+int32_t Zan_IsFloatPointInConcavePoly(const Zan_Vector2T<float>* point, const Zan_Vector2T<float>* vertices,
+                                      int32_t count, double tolerance, unsigned char* inside) {
+    return testPoint(point, vertices, count, tolerance, inside);
+}
 
 int32_t Zan_IsFloatPointInQuad(const Vector2* point, const Vector2* vertices, unsigned char* inside) {
     return Zan_IsFloatPointInConcavePoly(point, vertices, 4, 0.0, inside);

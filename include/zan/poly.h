@@ -53,12 +53,21 @@ int32_t Zan_IsFloatPointInConcavePoly(const Vector* point, const Vector* vertice
                                       unsigned char* inside);
 
 /// @cond
-extern template ZAN_API int32_t Zan_IsFloatPointInConcavePoly<Zan_Vector2T<double>>(const Zan_Vector2T<double>*,
-                                                                                    const Zan_Vector2T<double>*,
-                                                                                    int32_t, double, unsigned char*);
-extern template ZAN_API int32_t Zan_IsFloatPointInConcavePoly<Zan_Vector2T<float>>(const Zan_Vector2T<float>*,
-                                                                                   const Zan_Vector2T<float>*, int32_t,
-                                                                                   double, unsigned char*);
+// The library defines these specializations.
+template <>
+ZAN_API int32_t Zan_IsFloatPointInConcavePoly(const Zan_Vector2T<double>*, const Zan_Vector2T<double>*, int32_t, double,
+                                              unsigned char*);
+template <>
+ZAN_API int32_t Zan_IsFloatPointInConcavePoly(const Zan_Vector2T<float>*, const Zan_Vector2T<float>*, int32_t, double,
+                                              unsigned char*);
+
+template <class Vector>
+int32_t Zan_IsFloatPointInConcavePoly(const Vector* /*point*/, const Vector* /*vertices*/, int32_t /*count*/,
+                                      double /*tolerance*/, unsigned char* /*inside*/) {
+    static_assert(std::is_void_v<Vector>,
+                  "Zan_IsFloatPointInConcavePoly: the points are not Zan_Vector2T<double> or Zan_Vector2T<float>");
+    return 0;
+}
 /// @endcond
 
 extern "C" {
