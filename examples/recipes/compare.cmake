@@ -1,9 +1,9 @@
 # Runs a recipe and compares what it prints, and the picture that it draws, with the files kept.
-# cmake -DPROGRAM=... [-DARGUMENTS=...] -DKEPT=... -DPRINTED=... [-DPICTURE=...] -P compare.cmake
+# cmake -DPROGRAM=[EMULATOR;]... [-DARGUMENTS=...] -DKEPT=... -DPRINTED=... [-DPICTURE=...] -P compare.cmake
 if(PICTURE)
   set(drawn "${PRINTED}.svg")
 endif()
-execute_process(COMMAND "${PROGRAM}" ${ARGUMENTS} ${drawn} OUTPUT_FILE "${PRINTED}" COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${PROGRAM} ${ARGUMENTS} ${drawn} OUTPUT_FILE "${PRINTED}" COMMAND_ERROR_IS_FATAL ANY)
 function(compare made kept)
   execute_process(COMMAND "${CMAKE_COMMAND}" -E compare_files --ignore-eol "${made}" "${kept}" RESULT_VARIABLE differs)
   if(differs)
