@@ -54,7 +54,8 @@ endif()
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION "${doc_dir}" COMPONENT dev)
 install(DIRECTORY docs examples DESTINATION "${doc_dir}" COMPONENT dev
         FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg" PATTERN "*.jpg" PATTERN "*.cpp" PATTERN "*.c"
-                       PATTERN "*.h" PATTERN "*.txt" PATTERN "*.json" PATTERN "*.html" PATTERN "*.cmake" PATTERN "*.sh")
+                       PATTERN "*.h" PATTERN "*.txt" PATTERN "*.json" PATTERN "*.html" PATTERN "*.cmake" PATTERN "*.sh"
+                       PATTERN docs/site EXCLUDE)
 if(WIN32)
   zan_install_for_windows()
 endif()

@@ -26,7 +26,7 @@ def main():
         if heading and not in_code:
             line = f"{heading[1]} {heading[2]} {{#{heading_id(page, heading[2])}}}"
         line = re.sub(r"\]\((?:(\w+)\.md)?#([^)]+)\)", lambda m: f"](#{(m[1] or page).lower()}-{m[2]})", line)
-        line = re.sub(r"\[([^\]]+)\]\(\.\./[\w/]+\.c\)", r"\1", line)
+        line = re.sub(r"\[([^\]]+)\]\((?:\.\./)?[\w/]+\.c(?:pp)?\)", r"\1", line)
         if line.startswith("|"):
             parts = line.split("`")
             parts[::2] = [re.sub(r"\*([^\s*|](?:[^*|]*[^\s*|])?)\*", r"<em>\1</em>", part) for part in parts[::2]]
