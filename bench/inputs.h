@@ -64,7 +64,7 @@ auto inputs(size_t count, uint32_t seed, Make make) {
 /// The same bytes as records of another library. zan's matrices are for row vectors and stored by rows; glm's and
 /// Eigen's are for column vectors and stored by columns. So the same bytes are the same transform.
 template <class To, class From>
-std::vector<To> sameBytes(const std::vector<From>& from) {
+std::vector<To> copiedBytes(const std::vector<From>& from) {
     static_assert(sizeof(To) == sizeof(From));
     std::vector<To> to(from.size());
     std::memcpy(static_cast<void*>(to.data()), from.data(), from.size() * sizeof(From));

@@ -34,10 +34,10 @@ void addMatrixDecompositions() {
                                       1};
     });
     static const auto first = inputs(kInputs, 98, rotation), second = inputs(kInputs, 99, rotation);
-    static const auto zan1 = sameBytes<Zan_Quat>(first), zan2 = sameBytes<Zan_Quat>(second);
+    static const auto zan1 = copiedBytes<Zan_Quat>(first), zan2 = copiedBytes<Zan_Quat>(second);
     // Both libraries store x, y, z, w in this order.
-    static const auto glm1 = sameBytes<glm::dquat>(first), glm2 = sameBytes<glm::dquat>(second);
-    static const auto eigen1 = sameBytes<Eigen::Quaterniond>(first), eigen2 = sameBytes<Eigen::Quaterniond>(second);
+    static const auto glm1 = copiedBytes<glm::dquat>(first), glm2 = copiedBytes<glm::dquat>(second);
+    static const auto eigen1 = copiedBytes<Eigen::Quaterniond>(first), eigen2 = copiedBytes<Eigen::Quaterniond>(second);
     const Zan_Matrix4 *m = all.zan.data(), *t = rotations.zan.data();
     const glm::dmat4 *g = all.glm.data(), *gt = rotations.glm.data();
     const Eigen::Matrix4d* et = rotations.eigen.data();

@@ -49,9 +49,9 @@ struct Matrices3 {
     std::vector<Eigen::Matrix3d> eigen;
 
     explicit Matrices3(uint32_t seed)
-        : zan(sameBytes<Zan_Matrix3>(inputs(kInputs, seed, planeTransform))),
-          glm(sameBytes<glm::dmat3>(zan)),
-          eigen(sameBytes<Eigen::Matrix3d>(zan)) {}
+        : zan(copiedBytes<Zan_Matrix3>(inputs(kInputs, seed, planeTransform))),
+          glm(copiedBytes<glm::dmat3>(zan)),
+          eigen(copiedBytes<Eigen::Matrix3d>(zan)) {}
 };
 /// kInputs transforms in space, the same for each library.
 struct Matrices4 {
@@ -61,9 +61,9 @@ struct Matrices4 {
     std::vector<SingleMatrix> cglm;
 
     explicit Matrices4(uint32_t seed, std::array<double, 16> (*make)(Random&) = spaceTransform)
-        : zan(sameBytes<Zan_Matrix4>(inputs(kInputs, seed, make))),
-          glm(sameBytes<glm::dmat4>(zan)),
-          eigen(sameBytes<Eigen::Matrix4d>(zan)),
+        : zan(copiedBytes<Zan_Matrix4>(inputs(kInputs, seed, make))),
+          glm(copiedBytes<glm::dmat4>(zan)),
+          eigen(copiedBytes<Eigen::Matrix4d>(zan)),
           cglm(zan.size()) {
         for (size_t i = 0; i < zan.size(); ++i) cglm[i] = singlePrecision(zan[i]);
     }

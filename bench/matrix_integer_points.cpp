@@ -59,7 +59,7 @@ auto fixedByHand(const std::vector<Zan_Matrix3>& matrices, std::vector<Zan_Fixed
 
 void addMatrixIntegerPoints() {
     static const auto matrices = [] {
-        auto m = withInverses(sameBytes<Zan_Matrix3>(inputs(1, 50, [](Random& random) {
+        auto m = withInverses(copiedBytes<Zan_Matrix3>(inputs(1, 50, [](Random& random) {
             const double angle = random.real(0.3, 1.2), c = std::cos(angle), s = std::sin(angle);
             return std::array<double, 9>{c, s, 0, -s, c, 0, 3.25, 4.5, 1};
         })));

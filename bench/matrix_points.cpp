@@ -37,9 +37,9 @@ struct Pairs3 {
     std::vector<Eigen::Matrix3d> eigen;
 
     explicit Pairs3(uint32_t seed, size_t count = 2)
-        : zan(withInverses(sameBytes<Zan_Matrix3>(inputs(count / 2, seed, planeTransform)))),
-          glm(sameBytes<glm::dmat3>(zan)),
-          eigen(sameBytes<Eigen::Matrix3d>(zan)) {}
+        : zan(withInverses(copiedBytes<Zan_Matrix3>(inputs(count / 2, seed, planeTransform)))),
+          glm(copiedBytes<glm::dmat3>(zan)),
+          eigen(copiedBytes<Eigen::Matrix3d>(zan)) {}
 };
 /// The same in space.
 struct Pairs4 {
@@ -48,9 +48,9 @@ struct Pairs4 {
     std::vector<Eigen::Matrix4d> eigen;
 
     Pairs4(uint32_t seed, std::array<double, 16> (*make)(Random&), size_t count = 2)
-        : zan(withInverses(sameBytes<Zan_Matrix4>(inputs(count / 2, seed, make)))),
-          glm(sameBytes<glm::dmat4>(zan)),
-          eigen(sameBytes<Eigen::Matrix4d>(zan)) {}
+        : zan(withInverses(copiedBytes<Zan_Matrix4>(inputs(count / 2, seed, make)))),
+          glm(copiedBytes<glm::dmat4>(zan)),
+          eigen(copiedBytes<Eigen::Matrix4d>(zan)) {}
 };
 
 // Loops that a host would write: plain ones over its own records, and with glm.

@@ -61,8 +61,8 @@ struct Scenes {
           })) {
         std::vector<Zan_Matrix4> toEyes;
         for (const Scene& scene : zan) toEyes.push_back(scene.toEye);
-        glm = sameBytes<glm::dmat4>(toEyes);
-        eigen = sameBytes<Eigen::Matrix4d>(toEyes);
+        glm = copiedBytes<glm::dmat4>(toEyes);
+        eigen = copiedBytes<Eigen::Matrix4d>(toEyes);
     }
 };
 
@@ -107,9 +107,9 @@ enum class ToEye { kKept, kMultiplied };
 
 void addSpace(const char* name, const Scenes& scenes, double tolerance, Object object = Object::kKept,
               ToEye toEye = ToEye::kKept) {
-    static const auto screen = sameBytes<Zan_Matrix4>(std::vector(1, kToScreen));
-    static const auto glmScreen = sameBytes<glm::dmat4>(screen);
-    static const auto eigenScreen = sameBytes<Eigen::Matrix4d>(screen);
+    static const auto screen = copiedBytes<Zan_Matrix4>(std::vector(1, kToScreen));
+    static const auto glmScreen = copiedBytes<glm::dmat4>(screen);
+    static const auto eigenScreen = copiedBytes<Eigen::Matrix4d>(screen);
     // The camera stands where the eye is, so that multiplication leaves the layers where they are.
     static const Zan_Matrix4 camera(true);
     static const glm::dmat4 glmCamera(1);
@@ -155,8 +155,8 @@ void addSpace(const char* name, const Scenes& scenes, double tolerance, Object o
 
 void addPlane(double tolerance) {
     static const Scenes scenes(1, Depth::kInFront);
-    static const auto planes = sameBytes<Zan_Matrix3>(inputs(kSmallOutlines, 79, planeTransform));
-    static const auto glmPlanes = sameBytes<glm::dmat3>(planes);
+    static const auto planes = copiedBytes<Zan_Matrix3>(inputs(kSmallOutlines, 79, planeTransform));
+    static const auto glmPlanes = copiedBytes<glm::dmat3>(planes);
     const Scene* s = scenes.zan.data();
     const Zan_Matrix3* m = planes.data();
     const glm::dmat3* g = glmPlanes.data();

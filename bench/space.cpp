@@ -231,18 +231,18 @@ void addSegments() {
 }
 
 void addScreen() {
-    static const auto toEyes = sameBytes<Zan_Matrix4>(inputs(kInputs, 55, [](Random& random) {
+    static const auto toEyes = copiedBytes<Zan_Matrix4>(inputs(kInputs, 55, [](Random& random) {
         auto m = spaceTransform(random);
         m[14] = random.real(-200, 2000);
         return m;
     }));
-    static const auto screens = sameBytes<Zan_Matrix3>(inputs(kInputs, 56, planeTransform));
-    static const auto glmToEyes = sameBytes<glm::dmat4>(toEyes);
-    static const auto glmScreens = sameBytes<glm::dmat3>(screens);
+    static const auto screens = copiedBytes<Zan_Matrix3>(inputs(kInputs, 56, planeTransform));
+    static const auto glmToEyes = copiedBytes<glm::dmat4>(toEyes);
+    static const auto glmScreens = copiedBytes<glm::dmat3>(screens);
     // Perspective with a focal length of 1000 pixels.
     static const std::array<double, 16> kProjection = {1000, 0, 0, 0, 0, 1000, 0, 0, 0, 0, 1, 1, 0, 0, -0.1, 0};
-    static const auto projections = sameBytes<Zan_Matrix4>(std::vector(1, kProjection));
-    static const auto glmProjections = sameBytes<glm::dmat4>(projections);
+    static const auto projections = copiedBytes<Zan_Matrix4>(std::vector(1, kProjection));
+    static const auto glmProjections = copiedBytes<glm::dmat4>(projections);
     static const auto points = inputs(kInputs, 57, [](Random& random) { return pointOf(random, -100, 100); });
     const Zan_Matrix4 *e = toEyes.data(), *projection = projections.data();
     const Zan_Matrix3* s = screens.data();

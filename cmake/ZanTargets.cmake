@@ -34,7 +34,8 @@ function(zan_library_code target)
   endif()
 endfunction()
 
-# Links a shared library with an export list: a file with one symbol a line, as Linux spells them, and comments after '#'.
+# Links a shared library with an export list: a file with one symbol a line, as Linux spells them. Lines that begin with
+# '#' are comments.
 function(zan_link_export_list target list)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${list}")
   file(STRINGS "${list}" symbols REGEX "^[^#]")

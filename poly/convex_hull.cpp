@@ -60,7 +60,8 @@ constexpr Extent kEmptyExtent = {std::numeric_limits<double>::infinity(), -std::
 struct Axis {
     double low, step, divisor;
 
-    // Where the extent is zero, every value snaps to 0. Division by infinity does that, too, and raises no flag.
+    // Where the extent is zero, every value must snap to 0. Division by infinity gives that and raises no flag, unlike
+    // division by zero.
     explicit Axis(const Extent& extent)
         : low(extent.low),
           step((extent.high - extent.low) * 0x1p-29),

@@ -30,8 +30,9 @@ constexpr void expandFraction(int64_t whole, uint32_t divisor, uint32_t remainde
         if (largestWithinBound <= coefficient) {
             bool takeSemiconvergent = 2 * largestWithinBound > coefficient;
             if (2 * largestWithinBound == coefficient) {
-                // A tie: compares the errors of the two candidates. An error is inversely proportional to the
-                // candidate's denominator in the wanted quotient, which is k in h / k and h in k / h.
+                // A tie: of the convergent and the semiconvergent, takes the one with the smaller error. The terms are
+                // the denominators of the wanted quotient. With q = divisor / remainder, the errors are as 1 / term to
+                // (q - L) / (previousTerm + L * term), where L is largestWithinBound.
                 const int64_t previousTerm = wanted == Quotient::kKOverH ? previousH : previousK;
                 const int64_t term = wanted == Quotient::kKOverH ? *h : *k;
                 takeSemiconvergent = remainder * previousTerm > nextRemainder * term;

@@ -33,7 +33,7 @@ StatusMode readStatus(uint8_t* status) {
     return {status, mayApproximate};
 }
 
-Zan_Ratio sumOfUnreduced(const Zan_Ratio& a, const Zan_Ratio& b, SumKind kind) {
+Zan_Ratio sumWithoutReducing(const Zan_Ratio& a, const Zan_Ratio& b, SumKind kind) {
     const bool subtract = kind == SumKind::kDifference;
     if (subtract && b.num == INT32_MIN) return zan::kFailedRatio;  // -INT32_MIN does not fit
     const Zan_Ratio other = {subtract ? -b.num : b.num, b.den};
@@ -60,7 +60,7 @@ Zan_Ratio sumOfUnreduced(const Zan_Ratio& a, const Zan_Ratio& b, SumKind kind) {
     return {first + second, factorA * a.den};
 }
 
-Zan_Ratio productOfUnreduced(const Zan_Ratio& a, const Zan_Ratio& b) {
+Zan_Ratio productWithoutReducing(const Zan_Ratio& a, const Zan_Ratio& b) {
     const uint64_t den = uint64_t{a.den} * b.den;
     const int64_t num = int64_t{a.num} * b.num;
     if (isSmallProduct(den) && isSmallProduct(num) && num != 0) {
@@ -71,7 +71,7 @@ Zan_Ratio productOfUnreduced(const Zan_Ratio& a, const Zan_Ratio& b) {
 }
 
 Zan_Ratio exactProduct(Zan_Ratio a, Zan_Ratio b) {
-    const Zan_Ratio unreduced = productOfUnreduced(a, b);
+    const Zan_Ratio unreduced = productWithoutReducing(a, b);
     if (fits(unreduced)) return unreduced;
     // Cancels within each operand, then across them.
     bool changed = zan::reduce(&a);
@@ -79,7 +79,7 @@ Zan_Ratio exactProduct(Zan_Ratio a, Zan_Ratio b) {
     std::swap(a.num, b.num);
     changed |= zan::reduce(&a);
     changed |= zan::reduce(&b);
-    return changed ? productOfUnreduced(a, b) : zan::kFailedRatio;
+    return changed ? productWithoutReducing(a, b) : zan::kFailedRatio;
 }
 
 double sum(const Zan_Ratio& a, const Zan_Ratio& b) { return zan::toDouble(a) + zan::toDouble(b); }
@@ -112,11 +112,11 @@ int32_t storeResult(Zan_Ratio result, const Operation& operation, const Zan_Rati
 }  // namespace
 
 Zan_Ratio zan::exactSum(Zan_Ratio a, Zan_Ratio b, SumKind kind) {
-    const Zan_Ratio unreduced = sumOfUnreduced(a, b, kind);
+    const Zan_Ratio unreduced = sumWithoutReducing(a, b, kind);
     if (fits(unreduced)) return unreduced;
     bool changed = reduce(&a);
     changed |= reduce(&b);
-    return changed ? sumOfUnreduced(a, b, kind) : kFailedRatio;
+    return changed ? sumWithoutReducing(a, b, kind) : kFailedRatio;
 }
 
 int32_t zan::addRatios(const Zan_Ratio& a, const Zan_Ratio& b, SumKind kind, Message context, Zan_Ratio* destination,

@@ -37,8 +37,8 @@ int32_t orderRatios(const Zan_Ratio& a, const Zan_Ratio& b, int32_t* order) {
     return 0;
 }
 
-// The sign of what orderRatios stores; the magnitude may differ, since denominators below 2^31 need only two
-// multiplications.
+// Stores a number with the sign of what orderRatios stores. For denominators below 2^31 it only compares two products,
+// so the magnitude may differ.
 int32_t signOfOrder(const Zan_Ratio& a, const Zan_Ratio& b, int32_t* sign) {
     const auto usual = [](uint32_t den) { return den != 0 && den < kNumeratorLimit; };
     if (!usual(a.den) || !usual(b.den)) return orderRatios(a, b, sign);

@@ -17,8 +17,8 @@ using Vector2 = Zan_Vector2T<double>;
 constexpr uint64_t kCases = 4000;
 constexpr int kErrors = FE_INVALID | FE_DIVBYZERO;
 
-// These divide by an argument, or by a w, that may be zero. All kernels raise the same flags for them, except that
-// a kernel may add the invalid flag where the plain kernel raises divide-by-zero.
+// These divide by an argument, or by a w, that may be zero. A kernel raises no flag for
+// them that the plain kernel does not raise, except that it may add the invalid flag where the plain one raises any.
 constexpr const char* kMayDivideByZero[] = {
     "Zan_fmod",
     "Zan_Matrix4::Project",

@@ -35,7 +35,7 @@ TEMPLATE_TEST_CASE("comparisons after a change of one element", "", Zan_Matrix3,
     struct Row {
         const char* what;
         double change;
-        bool byValue, byBytes, exactly, withinQuarter;
+        bool byValue, byBytes, withinZero, withinQuarter;
     };
     const Row rows[] = {
         {"-0: only its bytes differ", -0.0, true, false, true, true},
@@ -61,8 +61,8 @@ TEMPLATE_TEST_CASE("comparisons after a change of one element", "", Zan_Matrix3,
             CHECK((nearZero == zero) == row.byBytes);
             CHECK((nearZero != zero) == !row.byBytes);
             CHECK(nearZero == nearZero);
-            CHECK(nearOne.IsIdentity() == row.exactly);
-            CHECK(nearZero.IsZero() == row.exactly);
+            CHECK(nearOne.IsIdentity() == row.withinZero);
+            CHECK(nearZero.IsZero() == row.withinZero);
             CHECK(nearOne.IsIdentityWithinEpsilon(0.25) == row.withinQuarter);
             CHECK(nearZero.IsZeroWithinEpsilon(0.25) == row.withinQuarter);
             CHECK(Zan_EqualMatrixWithinEpsilon(one, nearOne, 0.25) == row.withinQuarter);

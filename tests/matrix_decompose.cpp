@@ -103,7 +103,7 @@ TEST_CASE("only an affine matrix can be decomposed, after the division by m33") 
     }
 }
 
-TEST_CASE("the angles of a matrix that cannot be decomposed are 0, reported") {
+TEST_CASE("a matrix that cannot be decomposed is reported, and its angles are 0") {
     HostReports host;
     const Zan_Matrix4 m = with(Zan_Matrix4(true), 3, 3, 0);
     double rx = 9, ry = 9, rz = 9;

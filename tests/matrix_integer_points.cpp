@@ -53,7 +53,7 @@ TEST_CASE("16-bit points are transformed, rounded, and stop at an overflow") {
     for (const Row& row : rows) check<Zan_Point>(row, "0x110026 sev 8: overflow in point transformation.");
 }
 
-TEST_CASE("16.16 points are transformed as integers, by a translation in whole units") {
+TEST_CASE("16.16 points are transformed as integers and stop at an overflow") {
     constexpr int32_t kMin = INT32_MIN;
     constexpr int32_t kMax = INT32_MAX;
     const Row rows[] = {

@@ -71,7 +71,7 @@ Matrix wholeNumbers(Random& random, int round) {
 
 }  // namespace
 
-TEST_CASE("a 3x3 matrix times its adjugate is its determinant, times its inverse the identity") {
+TEST_CASE("a 3x3 matrix times its adjugate is the identity times the determinant, and times its inverse the identity") {
     Random random(423);
     for (int round = 0; round < kRounds; ++round) {
         const auto m = wholeNumbers<Zan_Matrix3>(random, round);

@@ -69,7 +69,7 @@ TEST_CASE("boxes of 16-bit and double rectangles") {
     }
 }
 
-TEST_CASE("a box of a 16.16 rectangle without corners and flag") {
+TEST_CASE("the box of a 16.16 rectangle, with null for the corners and the flag") {
     Zan_FixedRect box = {0, 0, 2, 1};
     CHECK(Zan_TransformFixRect(&kQuarterTurn, &box, nullptr, nullptr) == 0);
     CHECK(edges(box) == Edges{-1, 0, 0, 2});

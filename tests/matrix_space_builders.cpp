@@ -45,7 +45,7 @@ TEST_CASE("rotations by three angles, about fixed axes or about the matrix's own
         CHECK(Zan_RotateMatrix4XYZPlus(rx, ry, rz, 2, &function) == 0);
         CHECK(doubles(function) == doubles(member));
 
-        // About its own axes, a rotation is turned as if the step had come first.
+        // A step about the matrix's own axes gives the same as the step followed by the matrix.
         Zan_Matrix4 aboutOwn = turned;
         CHECK(Zan_RotateMatrix4XYZPlus(rx, ry, rz, 0, &aboutOwn) == 0);
         CHECK(greatestDifference(aboutOwn, product(step, turned)) < 4e-15);

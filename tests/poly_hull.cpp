@@ -1,4 +1,4 @@
-// Convex hulls of few points, and hulls and convexity of points in any range.
+// Convex hulls of few points, and hulls and convexity of points given by any iterator.
 #include "tests/support/vectors.h"
 #include "zan/poly.h"
 
@@ -37,7 +37,7 @@ TEMPLATE_TEST_CASE("convexity below, at and above the number of vertices from wh
     }
 }
 
-TEST_CASE("a hull and convexity of points in any range") {
+TEST_CASE("hull and convexity of points given by any iterator") {
     Points points = {{0, 0}, {4, 0}, {2, 1}, {4, 4}, {0, 4}};
     const Points expected = {{0, 0}, {4, 0}, {4, 4}, {0, 4}};
     const auto check = [&expected](auto first, auto last) {

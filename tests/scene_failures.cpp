@@ -81,7 +81,7 @@ TEST_CASE("scene: a move that fails undoes those before it") {
     CHECK(folder.entries() == 2);
 }
 
-TEST_CASE("scene: what a stream receives is kept until the commit, in whatever length") {
+TEST_CASE("scene: output of any length, to a stream or to a file, is held back until the commit") {
     const Folder folder;
     std::ostringstream stream;
     std::ostringstream quiet;

@@ -9,8 +9,9 @@ export { load } from './wasm.js';
 /**
  * @typedef {object} Outline
  * @property {{x: number, y: number}[]} points
- *   the border box in viewport pixels: top left, top right, bottom right, bottom left of those in front of the eye, and
- *   the points where clipping cuts an edge; empty when all is behind the eye or there is no box
+ *   the border box in viewport pixels: its corners in front of the eye, in the order top left, top right, bottom right,
+ *   bottom left, with the points where clipping cuts an edge between them; empty when all is behind the eye or there
+ *   is no box
  * @property {boolean[]} behind  which of the four corners are behind the eye
  * @property {boolean} edgeOn  the eye is nearly in the plane of the box, or in one that it is drawn on: the outline
  *   is thinner than a pixel

@@ -17,7 +17,7 @@ using Contours = std::vector<Outline>;
 Point pointOf(const FT_Vector* v) { return {static_cast<double>(v->x), static_cast<double>(v->y)}; }
 
 //! [flatten]
-// Quadratic curves become 8 chords each. Repeated vertices are left out: clip polygons must not have them.
+// Quadratic curves become 8 chords each. Repeated vertices are left out, as in the recipe coast.
 void append(Contours& contours, Point p) {
     if (contours.back().empty() || contours.back().back() != p) contours.back().push_back(p);
 }

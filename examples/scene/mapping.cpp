@@ -28,7 +28,7 @@ Zan_Matrix4 layerPlacement(const Layer& layer) {
         m.RotateXYZ(layer.rotateX * kRadiansPerDegree, layer.rotateY * kRadiansPerDegree,
                     layer.rotateZ * kRadiansPerDegree);
     } else {
-        // The last axis comes first, as in RotateXYZ, which rotates about z, then y, then x.
+        // The last axis comes first, as in RotateXYZ, which rotates about the fixed axes z, then y, then x.
         for (auto axis = layer.order.rbegin(); axis != layer.order.rend(); ++axis) {
             rotateAbout(*axis, angleAbout(*axis, layer), m);
         }

@@ -236,7 +236,8 @@ public:
     /// True when the outline has been built since it was last emptied.
     [[nodiscard]] bool PolyPointsInit();
     /// Builds the outline, unless PolyPointsInit is true: the corners in front and the clip points of edges that cross
-    /// the near plane, in order. It has 0 or 3 to 6 points. The first call allocates tracked memory for 8 points.
+    /// the near plane, in order. It has 0 or 3 to 5 points, or 6 if the corners are not those of a convex layer.
+    /// The first call allocates tracked memory for 8 points.
     /// @throws std::bad_alloc; the outline is then still empty
     void InitPolyPoints() const;
 

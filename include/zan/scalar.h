@@ -17,7 +17,7 @@ inline constexpr uint8_t Zan_RatioFailed = 1;              ///< outcome: no resu
 inline constexpr uint8_t Zan_RatioApproximated = 2;        ///< outcome: the result is an approximation
 /// The same bit as Zan_RatioApproximated. A division that halved its divisor sets it, also when it failed (outcome 3).
 inline constexpr uint8_t Zan_RatioDivisorHalved = 2;
-/// A status pointer that allows both without a status byte; never dereferenced.
+/// A status pointer that allows halving and approximation without a status byte; never dereferenced.
 inline uint8_t* const Zan_kRatioApproximate =
     reinterpret_cast<uint8_t*>(UINTPTR_MAX);  // NOLINT(performance-no-int-to-ptr)
 /// @}
@@ -96,8 +96,8 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 
 /// The multiple of m nearest to x, halfway cases away from zero.
 /// @param x  every value; |x| + m / 2 wraps to 32 bits
-/// @param m  positive. m = 0 returns x. A negative m gives a multiple of m that is not the nearest: its magnitude is
-///           s - s % m with s = |x| + m / 2
+/// @param m  positive. m = 0 returns x. A negative m gives a multiple of m that may not be the nearest: its
+///           magnitude is s - s % m with s = |x| + m / 2
 /// @threads  any
 [[nodiscard]] ZAN_API int32_t Zan_RoundToNearestMult(int32_t x, int32_t m);
 

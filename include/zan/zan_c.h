@@ -243,7 +243,7 @@ enum {
     Zan_RatioDivisorHalved = 2,  ///< The same bit as Zan_RatioApproximated.
 };
 
-/// A status pointer that allows both without a status byte; never dereferenced.
+/// A status pointer that allows halving and approximation without a status byte; never dereferenced.
 #define Zan_kRatioApproximate ((uint8_t*)UINTPTR_MAX)
 
 /// Number of zero bits above the highest set bit.

@@ -11,7 +11,7 @@ foreach(value IN ITEMS " fixed16" " fixed24" " plain" " ratios" " pt" " lpt" " f
   list(APPEND commands -ex "print${value}")
 endforeach()
 gdb(values ${commands} "${VALUES}")
-gdb(layers -ex "break posed" -ex run -ex up -ex "print flat" -ex "print solid" -ex "print reference" -ex "print unposed"
+gdb(layers -ex "break pointsOf" -ex run -ex up -ex "print flat" -ex "print solid" -ex "print reference" -ex "print untransformed"
     "${LAYERS}")
 # Without what gdb says about the run itself.
 string(REGEX REPLACE "^.*\n(\\$1 = )" "\\1" layers "${layers}")

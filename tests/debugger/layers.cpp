@@ -1,7 +1,7 @@
-// Layer outlines in a program's own code, for a debugger to print where posed() is called.
+// Layer outlines in a program's own code, for a debugger to print where pointsOf() is called.
 #include "zan/zan.h"
 
-[[gnu::noinline]] static int posed(const Zan_TransformPoly3D& layer) { return layer.NumPolyPoints(); }
+[[gnu::noinline]] static int pointsOf(const Zan_TransformPoly3D& layer) { return layer.NumPolyPoints(); }
 
 int main() {
     Zan_TransformPoly2D flat;
@@ -11,7 +11,7 @@ int main() {
         flat.SetLayerPoint(i, corners[i]);
         solid.SetLayerPoint(i, corners[i]);
     }
-    const Zan_TransformPoly3D unposed(solid);
+    const Zan_TransformPoly3D untransformed(solid);
     Zan_Matrix4 toEye(true);  // y becomes depth: the corners 0 and 1 are at z = 1, the others behind
     toEye.m11 = 0.0;
     toEye.m12 = -1.0;
@@ -19,5 +19,5 @@ int main() {
     solid.TransformPointsToScreen(Zan_Matrix4(true));
     solid.InitPolyPoints();
     const Zan_TransformPoly3D& reference = solid;
-    return posed(reference) - posed(unposed) - 4;
+    return pointsOf(reference) - pointsOf(untransformed) - 4;
 }

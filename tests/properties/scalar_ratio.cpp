@@ -175,12 +175,12 @@ bool clips(Choices& c) {
     return good;
 }
 
-// A value in steps of 2^-20: either on or close to a fraction of small terms, or dyadic. A dyadic value is often
-// halfway between two candidates.
-double drawCloseToFraction(Choices& c, bool dyadic) {
+// A multiple of 2^-20: on or next to a fraction of small terms, or a multiple of a coarser step, 2^-6 to 2^-12. The
+// coarse ones are often halfway between two candidates.
+double drawCloseToFraction(Choices& c, bool coarse) {
     const int64_t fraction = (int64_t{c.below(20)} << 20) / (1 + c.below(20)) + c.below(3) - 1;
     const int64_t binary = int64_t{c.below(40 * 64)} << 14 >> c.below(7);
-    return static_cast<double>(std::max<int64_t>(dyadic ? binary : fraction, 0)) * 0x1p-20;
+    return static_cast<double>(std::max<int64_t>(coarse ? binary : fraction, 0)) * 0x1p-20;
 }
 
 bool best(Choices& c) {

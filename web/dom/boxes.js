@@ -76,9 +76,9 @@ export class Plane {
   }
 
   /** Whether the plane and all outside are only translated and scaled. */
-  get isPlain() {
-    this.plain ??= this.outer === null || this.outer.isPlain ? isPlainMap(this.boxMap) : false;
-    return this.plain;
+  get isUpright() {
+    this.upright ??= this.outer === null || this.outer.isUpright ? isUprightMap(this.boxMap) : false;
+    return this.upright;
   }
 
   /** Whether the viewer sees the back of the plane. */
@@ -107,7 +107,7 @@ export class Plane {
   }
 }
 
-const isPlainMap = (m) => m[1] === 0 && m[4] === 0 && keepsW(m) && m[15] === 1 && m[0] > 0 && m[5] > 0;
+const isUprightMap = (m) => m[1] === 0 && m[4] === 0 && keepsW(m) && m[15] === 1 && m[0] > 0 && m[5] > 0;
 
 /** The matrix restricted to the points with z = 0, with z' = z so that it can be inverted. */
 function asPlaneMap(m) {
@@ -161,7 +161,7 @@ export function makeBox(element, parent, look) {
     keepsSpaceInBoxes: false,
   };
   const seen = rects.length === 1 ? rects[0] : element.getBoundingClientRect();
-  if (isInsideSvg(element)) return placePlainly(box, seen, null, false);
+  if (isInsideSvg(element)) return placeByBounds(box, seen, null, false);
 
   const transformable = box.isTransformable;
   let isSpace = false;
@@ -175,12 +175,12 @@ export function makeBox(element, parent, look) {
   const transformed = transforms !== null;
   const hidesBack = transformable && style.backfaceVisibility === 'hidden' && (transformed || parent?.keepsSpace);
   if (!isSupported(style, transformed)) box.exact = false;
-  const inPlainPlane = !plane || plane.isPlain;
+  const inUprightPlane = !plane || plane.isUpright;
   // One outline cannot describe a box broken over columns or over lines of a turned plane. For upright lines it is the
   // bounding box, and hits use the client rects.
-  if (rects.length > 1 && !(box.isInline && inPlainPlane)) box.exact = false;
-  if (!transformed && !isSpace && !hidesBack && inPlainPlane) {
-    return placePlainly(box, seen, plane, box.exact);
+  if (rects.length > 1 && !(box.isInline && inUprightPlane)) box.exact = false;
+  if (!transformed && !isSpace && !hidesBack && inUprightPlane) {
+    return placeByBounds(box, seen, plane, box.exact);
   }
 
   const size = layoutSize(box, seen);
@@ -227,8 +227,9 @@ export function makeBox(element, parent, look) {
 }
 
 /**
- * The matrices to the screen, for bounding boxes, that follow the translation of a child by its place. The second one is
- * for children in an anonymous block (lines beside blocks): neither perspective nor 3D space applies to them.
+ * The matrices that carry a child from its place in this box to the screen, by the browser's rules for bounding boxes
+ * (`tail` in fit.js). The second one is for children in an anonymous block (lines beside blocks): neither perspective
+ * nor 3D space applies to them.
  */
 function tailsOf(box) {
   const eye = perspectiveOf(box);
@@ -254,7 +255,7 @@ function findPlace(fitting, box, look, boxIsEnough) {
 }
 
 /** Places a box that the browser's bounding box alone determines. */
-function placePlainly(box, seen, plane, exact) {
+function placeByBounds(box, seen, plane, exact) {
   const m = plane ? plane.boxMap : [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0];
   box.plane = plane;
   box.x = (seen.left - m[12]) / m[0];

@@ -38,7 +38,7 @@ function corners({ own, tail, width, height }) {
       ? [0, 1, 2, 3].map((c) => x * own[c] + y * own[4 + c] + own[12 + c])
       : [x, y, 0, 1];
     const through = (c) => p[0] * tail[c] + p[1] * tail[4 + c] + p[2] * tail[8 + c] + p[3] * tail[12 + c];
-    result.push({ at: [through(0), through(1), through(3)], shift: p[3], right, down });
+    result.push({ projected: [through(0), through(1), through(3)], shift: p[3], right, down });
   }
   return result;
 }
@@ -60,18 +60,19 @@ class Side {
   }
 }
 
-// Computes the sides of the bounding box with the unknowns at `at`; returns whether all corners are in front.
-function predict(points, tail, at, origin, unknowns, sides) {
+// Computes the sides of the bounding box for `values` of the unknowns; returns whether all corners are in front. The
+// corners were computed for the size of `start`.
+function predict(points, tail, values, start, unknowns, sides) {
   sides[0].value = sides[1].value = Infinity;
   sides[2].value = sides[3].value = -Infinity;
   let inFront = true;
   for (const point of points) {
-    const dx = at[0] * point.shift + point.right * (at[2] - origin[2]);
-    const dy = at[1] * point.shift + point.down * (at[3] - origin[3]);
-    const w = point.at[2] + dx * tail[3] + dy * tail[7];
+    const dx = values[0] * point.shift + point.right * (values[2] - start[2]);
+    const dy = values[1] * point.shift + point.down * (values[3] - start[3]);
+    const w = point.projected[2] + dx * tail[3] + dy * tail[7];
     if (!(w > 0)) inFront = false;
     for (let axis = 0; axis < 2; ++axis) {
-      const scaled = point.at[axis] + dx * tail[axis] + dy * tail[4 + axis];
+      const scaled = point.projected[axis] + dx * tail[axis] + dy * tail[4 + axis];
       const value = scaled / w;
       const size = Math.abs(w);
       const doubt = (DIGITS * (Math.max(Math.abs(scaled), 1000) + Math.abs(value) * Math.max(size, 1))) / size;
@@ -110,11 +111,11 @@ export function fit(fitting, offset) {
   const unknowns = fitting.sizeIsKnown ? 2 : 4;
   const points = corners(fitting);
   const start = [offset.x, offset.y, fitting.width, fitting.height];
-  const at = start.slice();
+  const values = start.slice();
   const sides = [new Side(), new Side(), new Side(), new Side()];
   // A small weight of the initial values (regularization) holds what the bounding box does not determine.
   const pull = offset.isKnown ? 1e-4 : 1e-9;
-  let inFront = predict(points, tail, at, start, unknowns, sides);
+  let inFront = predict(points, tail, values, start, unknowns, sides);
   let isDetermined = false;
   for (let round = 0; round < MAX_ROUNDS; ++round) {
     let scale = 0;
@@ -123,7 +124,7 @@ export function fit(fitting, offset) {
     const change = [];
     for (let i = 0; i < unknowns; ++i) {
       normal.push([]);
-      change.push(pull * (start[i] - at[i]));
+      change.push(pull * (start[i] - values[i]));
       for (let j = 0; j < unknowns; ++j) normal[i].push(i === j ? pull : 0);
     }
     for (let k = 0; k < 4; ++k) {
@@ -140,11 +141,11 @@ export function fit(fitting, offset) {
     }
     solve(normal, change);
     if (!change.every(Number.isFinite)) break;
-    for (let i = 0; i < unknowns; ++i) at[i] += change[i];
-    inFront = predict(points, tail, at, start, unknowns, sides);
+    for (let i = 0; i < unknowns; ++i) values[i] += change[i];
+    inFront = predict(points, tail, values, start, unknowns, sides);
     if (change.every((value) => Math.abs(value) < 1e-6)) break;
   }
   const fits = wanted.every((side, k) =>
     Math.abs(side - sides[k].value) <= TOLERANCE + 2 * sides[k].doubt + 2e-6 * Math.abs(side));
-  return { x: at[0], y: at[1], width: at[2], height: at[3], fits, isSure: isDetermined && inFront && fits };
+  return { x: values[0], y: values[1], width: values[2], height: values[3], fits, isSure: isDetermined && inFront && fits };
 }

@@ -85,7 +85,7 @@ export function concat(first, ...others) {
 }
 
 /**
- * The inverse; for a singular matrix the adjugate (the inverse times the determinant, where both exist).
+ * The inverse; for a singular matrix the adjugate, which for any other matrix is the inverse times the determinant.
  * @param {Matrix} m
  * @returns {Matrix}
  */

@@ -84,7 +84,7 @@ export class PaintOrder {
       }
     }
     // An inline element has one rect a line; they are exact where the plane is only translated and scaled.
-    if (box.isInline && (!box.plane || box.plane.isPlain)) {
+    if (box.isInline && (!box.plane || box.plane.isUpright)) {
       item.rects = [...box.element.getClientRects()];
     }
     return item.outline;

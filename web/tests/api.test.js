@@ -32,7 +32,7 @@ test('hits in a frame', async () =>
   assert.equal(await inPage(() => zan.hitsAt(20, 20, { within: frame.contentDocument })[0].id), 'a'));
 test('a look is at one document', async () =>
   assert.match(await message(`zan.look().outlineOf(frame.contentDocument.body)`), /another document/));
-test('what is no element', async () => assert.match(await message('zan.outlineOf(null)'), /an element is needed/));
+test('an argument that is no element is refused', async () => assert.match(await message('zan.outlineOf(null)'), /an element is needed/));
 test('a look does not notice a later change of the page, zan.outlineOf does', async () => {
   const widths = await inPage(() => {
     const look = zan.look();
