@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Doxygen's input filter for pages: gives headings the ids that sites of repositories give them, so that one link to a
-heading works on both. An id starts with the page's name, since Doxygen's ids are global. Emphasis in tables becomes
-HTML, since Doxygen leaves the stars when a letter or a dot stands beside them. A link to a source file becomes plain
-text: the site holds no sources but the headers.
+"""Doxygen's input filter for pages. Gives each heading the id that repository sites give it, preceded by the page's
+name, since Doxygen's ids are global, and changes the links to match. So one link works on such sites and in the
+reference. Emphasis in tables becomes HTML, since Doxygen leaves the stars when a letter or a dot stands beside them. A
+link to a source file becomes plain text: the site holds no sources but the headers.
 
 docs/heading_ids.py PAGE
 """
