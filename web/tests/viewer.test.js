@@ -197,7 +197,7 @@ test('a wrong deck is refused with its reason, and the deck before it stays', as
     await page.waitForFunction(() =>
       document.querySelector('#deck-stage iframe').contentDocument.getElementById('sky'),
     );
-    assert.equal((await names('#steps'))[0], 'sun', what);
+    assert.equal((await names('#steps'))[0], 'overview', what);
   }
 });
 
@@ -210,6 +210,7 @@ test('the second tab: outlines of a pasted page, a kept element, scrolling', asy
     <div style="perspective: 300px"><p id="leaning"
       style="margin: 50px; width: 400px; height: 200px; transform: rotateY(40deg)">a<b>b</b></p></div>`,
   );
+  await page.check('#from-net');
   await page.click('#source button');
   await page.waitForFunction(() =>
     document.querySelector('#page-stage iframe').contentDocument.getElementById('leaning'),
@@ -284,52 +285,72 @@ test('every control has a name', async () => {
   }
 });
 
-for (const deck of ['gallery', 'zoom']) {
-  test(
-    `${deck}: the outlines are those of zan-scene`,
-    { skip: SCENE ? false : 'zan-scene has not been built' },
-    async () => {
-      const path = fileURLToPath(new URL(`${deck}.html`, DECKS));
-      const { cameras } = JSON.parse(
-        execFileSync(SCENE, [path, '--all', '--json', '-'], { stdio: ['ignore', 'pipe', 'ignore'] }),
-      );
-      await choose(deck);
-      const outlines = await page.evaluate(async () => {
-        const [{ layOut }, { placed, project, viewFromStep }, { bundled }] = await Promise.all(
-          ['deck', 'space', 'bundled'].map((name) => import(`viewer/${name}.js`)),
-        );
-        const frame = document.createElement('iframe');
-        frame.srcdoc = bundled.decks
-          .find(({ name }) => name === document.getElementById('deck-choice').value)
-          .html.replace(/<script.*/g, '');
-        document.body.append(frame);
-        await new Promise((resolve) => (frame.onload = resolve));
-        const deck = layOut(frame.contentDocument);
-        const layers = placed(deck.steps);
-        return deck.steps.map((step) =>
-          project(layers, viewFromStep(deck, step, { width: 1280, height: 800 })).map(({ points }) =>
-            points.map(({ x, y }) => [x, y]),
-          ),
-        );
-      });
-      cameras.forEach((camera, i) =>
-        camera.layers.forEach(({ id, outline }, j) => {
-          const isTurned = camera.layers.some(({ decomposition }) =>
-            decomposition.rotation.some((angle) => angle !== 0),
-          );
-          const worst = Math.max(
-            0,
-            ...outline
-              .flat()
-              .map((value, k) => Math.abs(value - outlines[i][j].flat()[k]) / Math.max(1, Math.abs(value))),
-          );
-          assert.equal(outlines[i][j].length, outline.length, `${id} from ${camera.id}`);
-          assert.ok(worst <= (isTurned ? 1e-9 : 0), `${id} from ${camera.id}: ${worst}`);
-        }),
-      );
-    },
-  );
+// What a function, called in the page, makes of a deck with the viewer's modules.
+function ofDeck(deck, take) {
+  return page.evaluate(`(async () => {
+    const { layOut } = await import('viewer/deck.js');
+    const { bundled } = await import('viewer/bundled.js');
+    const space = await import('viewer/space.js');
+    const frame = document.createElement('iframe');
+    frame.srcdoc = bundled.decks.find(({ name }) => name === '${deck}').html.replace(/<script.*/g, '');
+    document.body.append(frame);
+    await new Promise((resolve) => (frame.onload = resolve));
+    const deck = layOut(frame.contentDocument);
+    const answer = (${take})(deck, space.placed(deck.steps), space, { width: 1280, height: 800 });
+    frame.remove();
+    return answer;
+  })()`);
 }
+
+for (const deck of ['gallery', 'zoom']) {
+  const skip = SCENE ? false : 'zan-scene has not been built';
+  test(`${deck}: outlines, shares and edge-on layers are those of zan-scene`, { skip }, async () => {
+    const path = fileURLToPath(new URL(`${deck}.html`, DECKS));
+    const stdio = ['ignore', 'pipe', 'ignore'];
+    const { cameras } = JSON.parse(execFileSync(SCENE, [path, '--all', '--json', '-'], { stdio }));
+    const views = await ofDeck(deck, (deck, layers, { project, viewFromStep }, size) =>
+      deck.steps.map((step) =>
+        project(layers, viewFromStep(deck, step, size)).map(({ points, share, edgeOn }) => ({ points, share, edgeOn })),
+      ),
+    );
+    for (const [i, camera] of cameras.entries()) {
+      const isTurned = camera.layers.some(({ decomposition }) => decomposition.rotation.some((angle) => angle !== 0));
+      for (const [j, { id, outline, onScreen, edgeOn }] of camera.layers.entries()) {
+        const { points, share, edgeOn: seenEdgeOn } = views[i][j];
+        const what = `${id} from ${camera.id}`;
+        assert.equal(points.length, outline.length, what);
+        const unlike = (value, other) => Math.abs(value - other) / Math.max(1, Math.abs(value));
+        const worst = outline.map(([x, y], k) => Math.max(unlike(x, points[k].x), unlike(y, points[k].y)));
+        assert.ok(Math.max(0, ...worst) <= (isTurned ? 1e-9 : 0), `${what}: ${worst}`);
+        assert.equal(share === null, onScreen === null, what);
+        assert.ok(unlike(share ?? 0, onScreen ?? 0) <= 1e-9, `${what}: a share of ${share}, not ${onScreen}`);
+        assert.equal(seenEdgeOn, edgeOn, what);
+      }
+    }
+  });
+}
+
+test('a flight begins and ends at the views of its steps, and is halfway in the middle', async () => {
+  const unlike = await ofDeck('gallery', (deck, layers, { between, viewFrom, viewFromStep }, size) => {
+    const differ = (a, b) => {
+      const [p, q] = [a, b].map(({ spaceToEye }) => spaceToEye.toFloat64Array());
+      return p.some((value, i) => Math.abs(value - q[i]) > 1e-8);
+    };
+    return layers.flatMap((from) =>
+      layers.flatMap((to) => {
+        const view = (t) => viewFrom(deck, between(from.pose, to.pose, t), size);
+        const back = viewFrom(deck, between(to.pose, from.pose, 0.5), size);
+        const wrong = [
+          differ(view(0), viewFromStep(deck, from.step, size)) && 'begins elsewhere',
+          differ(view(1), viewFromStep(deck, to.step, size)) && 'ends elsewhere',
+          differ(view(0.5), back) && 'is not halfway in the middle',
+        ];
+        return wrong.filter(Boolean).map((what) => `${from.step.name} to ${to.step.name}: ${what}`);
+      }),
+    );
+  });
+  assert.deepEqual(unlike, []);
+});
 
 test('a narrow screen has everything within its width, and a finger points, then flies', async () => {
   await open({ viewport: { width: 360, height: 740 }, hasTouch: true, reducedMotion: 'reduce', colorScheme: 'dark' });
@@ -338,7 +359,7 @@ test('a narrow screen has everything within its width, and a finger points, then
   const tap = () => page.touchscreen.tap(box.x + box.width * 0.5, box.y + box.height * 0.65);
   await tap();
   await drawn();
-  assert.deepEqual([(await names('#deck-hits'))[0], (await text('#step-name')).slice(0, 3)], ['title', 'sun']);
+  assert.deepEqual([(await names('#deck-hits'))[0], (await text('#step-name')).slice(0, 4)], ['title', 'over']);
   await tap();
   await drawn();
   assert.match(await text('#step-name'), /^title/);

@@ -141,6 +141,7 @@ export class DeckTab {
   }
 
   #flyToFront() {
+    this.#drawNow(); // the pointer may have moved since
     const front = this.answer?.hits[0];
     if (front) this.flyTo(front.layer.index);
   }

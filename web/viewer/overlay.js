@@ -1,6 +1,6 @@
 // Paints outlines over a stage: faint ones, those under the pointer in the colours of their order, the nearest one.
 
-const COLOURS = ['#f4511e', '#e59500', '#139a6b', '#1479d1', '#7548dc', '#c5308f'];
+const COLOURS = ['#de450f', '#b87200', '#0e8659', '#1272c6', '#7548dc', '#c5308f'];
 /** The colour of the layer that is hit in a place of the order, 0 for the front. */
 export const colourOf = (order) => COLOURS[order % COLOURS.length];
 

@@ -78,6 +78,7 @@ export class PageTab {
   }
 
   #keep() {
+    this.#drawNow(this.stage.document); // the pointer may have moved since
     this.kept = this.kept === this.front ? null : this.front;
     this.#draw();
   }

@@ -36,19 +36,19 @@ export const percent = (share) =>
  * @param {boolean} isPointing
  */
 export function showHits(list, hits, isPointing) {
+  const shown = hits.slice(0, MOST);
   list.replaceChildren(
-    ...hits
-      .slice(0, MOST)
-      .map(({ name, detail }, i) =>
-        make(
-          'li',
-          {},
-          make('b', { style: `background: ${colourOf(i)}` }, String(i + 1)),
-          make('span', { class: 'name' }, name),
-          make('span', { class: 'number' }, detail),
-        ),
+    ...shown.map(({ name, detail }, i) =>
+      make(
+        'li',
+        {},
+        make('b', { style: `background: ${colourOf(i)}` }, String(i + 1)),
+        make('span', { class: 'name' }, name),
+        make('span', { class: 'number' }, detail),
       ),
+    ),
   );
+  if (isPointing) announce(shown.map(({ name }) => name));
   if (hits.length === 0)
     list.append(make('li', { class: 'empty' }, isPointing ? 'Nothing here' : 'Point at the stage'));
 }
@@ -95,6 +95,15 @@ export function cornerPoints({ points, behind }) {
 /** @param {[string, string][]} facts */
 export const factsOf = (facts) =>
   make('dl', { class: 'facts' }, ...facts.flatMap(([name, value]) => [make('dt', {}, name), make('dd', {}, value)]));
+
+let said;
+/** Has screen readers say what is under the pointer, once it rests. */
+function announce(names) {
+  clearTimeout(said);
+  said = setTimeout(() => {
+    document.getElementById('said').textContent = names.length === 0 ? 'Nothing here' : names.join(', ');
+  }, 500);
+}
 
 /** Measures work that takes microseconds: the mean of the last 60 runs but the slowest tenth. */
 export class Clock {

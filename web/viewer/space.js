@@ -200,7 +200,9 @@ export function project(layers, { size: { width, height }, spaceToEye, eyeToScre
     const layer = new Layer(placedLayer.box, toEye, eyeToScreen);
     const flat = toEye.transformPoints(placedLayer.flatCorners);
     const points = [];
-    for (let i = 0; i < layer.points.length; i += 2) points.push({ x: layer.points[i], y: layer.points[i + 1] });
+    // A step without width or height places a camera only.
+    const count = placedLayer.box.width > 0 && placedLayer.box.height > 0 ? layer.points.length : 0;
+    for (let i = 0; i < count; i += 2) points.push({ x: layer.points[i], y: layer.points[i + 1] });
     return {
       ...placedLayer,
       layer,
@@ -239,7 +241,7 @@ export function hitTest(layers, view, { x, y }, tolerance) {
   const ray = { origin: { x: 0, y: 0, z: 0, w: 1 }, direction };
   const hits = [];
   let nearest = null;
-  for (const layer of layers) {
+  for (const layer of layers.filter(({ points }) => points.length > 0)) {
     if (layer.layer.hits(x, y, tolerance)) hits.push({ layer, depth: depthAt(layer, ray) });
     const distance = layer.layer.distance(x, y);
     if (distance >= 0 && (!nearest || distance < nearest.distance)) nearest = { layer, distance };
