@@ -33,6 +33,7 @@ inline Vector4 divided(const Vector4& p) {
     const double r = 1.0 / p.w;
     return {p.x * r, p.y * r, p.z * r, 1.0};
 }
+inline Vector4 dividedUnlessNearZero(const Vector4& p) { return nearZero(p.w) ? p : divided(p); }
 
 inline Vector2 dropLast(const Vector3& p) { return {p.x, p.y}; }
 inline Vector3 dropLast(const Vector4& p) { return {p.x, p.y, p.z}; }

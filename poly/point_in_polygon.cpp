@@ -4,7 +4,7 @@
 // does not matter. Repeated vertices are not removed: an edge between equal vertices spans no x and is no nearer to the
 // point than its neighbours.
 //
-// Two filters avoid the exact test of most edges. Both have kernels and no branches. In an outline of up to four
+// Two filters avoid the exact test of most edges. Both have kernels and no branches. In an outline of up to eight
 // vertices, the error-bound filter classifies all edges at once. In a longer one, a scan of up to 64 edges at a time
 // finds those that span the point's x or may be near the point; with a tolerance, the error-bound filter then tests
 // each of these before the exact test does.
@@ -75,8 +75,9 @@ public:
     bool contains(const Vertex* vertices, int32_t count) const {
         if (count > zan::kSmallOutlineVertices) return containsInLargeOutline(vertices, count);
         const zan::EdgeClasses edges = kernel().smallOutlineScans[kVariant](vertices, count, query_);
+        static_assert(zan::kSmallOutlineVertices <= 8);
         constexpr unsigned kParityOf4Bits = 0x6996;  // bit n is the parity of n
-        const unsigned odd = kParityOf4Bits >> edges.above & 1;
+        const unsigned odd = kParityOf4Bits >> ((edges.above ^ edges.above >> 4) & 0xF) & 1;
         return edges.uncertain == 0 ? odd != 0 : resolveUncertain(vertices, count, edges.uncertain, odd);
     }
 

@@ -1,13 +1,22 @@
 // The outline of a layer in space: carried to the eye, clipped at the near plane, carried to the screen. Only the
 // points of the outline are allocated.
 #include "matrix/kernels/points.h"
+#include "matrix/point_rules.h"
 #include "poly/outline.h"
 #include "poly/tracked_allocator.h"
 #include "space/near_plane.h"
 
+#include <bit>
+
 namespace {
 
-// Each of the four edges adds at most two points.
+// One point through Zan_Transform3DFloatPoints. Inlined, so that the result stays in registers: copied through memory,
+// it would be loaded in other pieces than it was stored in.
+[[gnu::always_inline]] inline zan::Vector3 transformed(const Zan_Matrix4& m, const zan::Vector3& p) {
+    return zan::dropLast(zan::dividedUnlessNearZero(zan::product(m, zan::Vector4(p))));
+}
+
+// Each of the four edges adds at most its start and its clip point.
 constexpr size_t kMaxOutlinePoints = 8;
 
 }  // namespace
@@ -39,9 +48,31 @@ void Zan_TransformPoly3D::TransformPointsToScreen(const Zan_Matrix4& eyeToScreen
         std::fill_n(cornerBehind, 4, false);
         return;
     }
-    for (int32_t i = 0; i < 4; ++i) ClipEdgeToScreen(i);
+    unsigned inFront = 0, behind = 0;  // bit i for corner i
+    for (int32_t i = 0; i < 4; ++i) {
+        cornerBehind[i] = corners[i].z < Zan_kNearPlaneZ;
+        behind |= unsigned{cornerBehind[i]} << i;
+        inFront |= unsigned{corners[i].z >= Zan_kNearPlaneZ} << i;
+    }
+    if ((inFront | behind) == 0xF) {
+        // What ClipEdgeToScreen does for each edge, but only edges that cross the plane are clipped. Their number is
+        // nearly always 0 or 2, so that the loop is predicted; a branch for each edge would not be.
+        const zan::Vector3 uncrossed = transformed(eyeToScreen, {0, 0, 0});
+        for (zan::Vector3& point : edgeClipPoints) {
+            point.x = uncrossed.x;
+            point.y = uncrossed.y;
+            point.z = uncrossed.z;
+        }
+        for (unsigned crossed = (behind ^ (behind >> 1 | behind << 3)) & 0xF; crossed != 0; crossed &= crossed - 1) {
+            const int32_t i = std::countr_zero(crossed), isBehind = static_cast<int32_t>(behind >> i & 1);
+            const int32_t front = (i + isBehind) % 4, back = (i + 1 - isBehind) % 4;
+            edgeClipPoints[i] = transformed(eyeToScreen, zan::nearPlanePoint(corners[front], corners[back]));
+        }
+    } else {  // NaN: neither in front nor behind
+        for (int32_t i = 0; i < 4; ++i) ClipEdgeToScreen(i);
+        zan::transformPoints(&zan::PointKernel::spaceDivideUnlessNearZeroXYZ, &eyeToScreen, 4, edgeClipPoints);
+    }
     zan::transformPoints(&zan::PointKernel::spaceDivideUnlessNearZeroXYZ, &eyeToScreen, 4, corners);
-    zan::transformPoints(&zan::PointKernel::spaceDivideUnlessNearZeroXYZ, &eyeToScreen, 4, edgeClipPoints);
     InvalidatePolyPoints();
 }
 
@@ -55,18 +86,27 @@ bool Zan_TransformPoly3D::PolyPointsInit() { return polyPointsInit; }
 void Zan_TransformPoly3D::InitPolyPoints() const {
     if (polyPointsInit) return;
     polyPoints.reserve(kMaxOutlinePoints);
-    for (int32_t i = 0; i < 4; ++i) {
-        zan::Edge edge;
-        if (!GetEdge(i, &edge)) continue;
-        polyPoints.emplace_back(edge.first.x, edge.first.y);
-        // If the next corner is behind, the next edge does not start where this one ends: add the clip point.
-        if (cornerBehind[zan::nextCorner(i)]) polyPoints.emplace_back(edge.second.x, edge.second.y);
+    if (cornerBehind[0] | cornerBehind[1] | cornerBehind[2] | cornerBehind[3]) {
+        // Each corner in front, and after it the clip point of its edge if that crosses the near plane. All are written
+        // and counted by a sum, because branches would be mispredicted.
+        polyPoints.resize(kMaxOutlinePoints);
+        zan::Vector2* next = polyPoints.data();
+        for (int32_t i = 0; i < 4; ++i) {
+            const bool behind = cornerBehind[i];
+            *next = zan::dropLast(corners[i]);
+            next += behind ? 0 : 1;
+            *next = zan::dropLast(edgeClipPoints[i]);
+            next += behind != cornerBehind[zan::nextCorner(i)] ? 1 : 0;
+        }
+        polyPoints.resize(static_cast<size_t>(next - polyPoints.data()));
+    } else {
+        for (const zan::Vector3& corner : corners) polyPoints.emplace_back(corner.x, corner.y);
     }
     polyPointsInit = true;
 }
 
 bool Zan_TransformPoly3D::IsVisible() const {
-    return std::any_of(cornerBehind, cornerBehind + 4, [](bool behind) { return !behind; });
+    return !(cornerBehind[0] & cornerBehind[1] & cornerBehind[2] & cornerBehind[3]);
 }
 int32_t Zan_TransformPoly3D::NumPolyPoints() const { return static_cast<int32_t>(polyPoints.size()); }
 const zan::Vector2* Zan_TransformPoly3D::GetPolyPoints() const { return polyPoints.data(); }

@@ -6,9 +6,15 @@
 #include "zan/space.h"
 
 #include <cmath>
-#include <utility>
 
 namespace zan {
+
+/// Where a segment with one end in front of the near plane and the other behind it crosses the plane.
+inline Vector3 nearPlanePoint(const Vector3& front, const Vector3& behind) {
+    const double t = (Zan_kNearPlaneZ - behind.z) / std::fabs(front.z - behind.z);
+    return {behind.x + (front.x - behind.x) * t, behind.y + (front.y - behind.y) * t,
+            behind.z + (front.z - behind.z) * t};
+}
 
 /// The computation of Zan_Clip3DLine. The ends are copies, so clipPoint may be one of the caller's ends.
 inline void clipAtNearPlane(Vector3 a, Vector3 b, bool& aBehind, bool& bBehind, Vector3& clipPoint) {
@@ -17,9 +23,7 @@ inline void clipAtNearPlane(Vector3 a, Vector3 b, bool& aBehind, bool& bBehind, 
     if (aBehind || (a.z >= Zan_kNearPlaneZ && b.z >= Zan_kNearPlaneZ)) return;
     bBehind = a.z > b.z;
     aBehind = !bBehind;
-    if (aBehind) std::swap(a, b);
-    const double t = (Zan_kNearPlaneZ - b.z) / std::fabs(a.z - b.z);
-    clipPoint = {b.x + (a.x - b.x) * t, b.y + (a.y - b.y) * t, b.z + (a.z - b.z) * t};
+    clipPoint = aBehind ? nearPlanePoint(b, a) : nearPlanePoint(a, b);
 }
 
 }  // namespace zan

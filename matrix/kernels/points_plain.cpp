@@ -48,8 +48,7 @@ int32_t each(const void* matrix, int32_t count, void* array) {
 Vector3 planeDivide(const Zan_Matrix3& m, const Vector3& p) { return zan::divided(zan::product(m, p)); }
 Vector4 spaceDivide(const Zan_Matrix4& m, const Vector4& p) { return zan::divided(zan::product(m, p)); }
 Vector4 spaceDivideUnlessNearZero(const Zan_Matrix4& m, const Vector4& p) {
-    const Vector4 q = zan::product(m, p);
-    return zan::nearZero(q.w) ? q : zan::divided(q);
+    return zan::dividedUnlessNearZero(zan::product(m, p));
 }
 Vector3 spaceDivideUnlessNearZeroXYZ(const Zan_Matrix4& m, const Vector3& p) {
     return zan::dropLast(spaceDivideUnlessNearZero(m, Vector4(p)));

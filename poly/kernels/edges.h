@@ -26,12 +26,12 @@ constexpr int32_t kEdgesPerScan = 64;
 /// Scans the edges, 1 to 64, between consecutive vertices of an array of edges + 1 vertices.
 using EdgeScan = EdgeBits (*)(const void* vertices, int32_t edges, const HitQuery& query);
 
-/// The edges of a closed outline of 1 to 4 vertices, bit i for the edge from vertex i to the next one, or to the first.
+/// The edges of a closed outline of 1 to 8 vertices, bit i for the edge from vertex i to the next one, or to the first.
 struct EdgeClasses {
     uint32_t above;      ///< certain: spans the point's x, passes above the point and is not near it
     uint32_t uncertain;  ///< only the exact test decides
 };
-constexpr int32_t kSmallOutlineVertices = 4;
+constexpr int32_t kSmallOutlineVertices = 8;
 using SmallOutlineScan = EdgeClasses (*)(const void* vertices, int32_t count, const HitQuery& query);
 
 /// Arguments for the template parameter kTolerant. Without a tolerance, maybeNear is 0 and only spanning edges can be

@@ -74,28 +74,54 @@ Lanes gather(const float* a, const float* b, const float* c, const float* d) {
     return _mm256_cvtps_pd(_mm_setr_ps(*a, *b, *c, *d));
 }
 
-// Each lane does the operations of classifyEdge in the same order. Lanes from count on hold the first vertex and are
-// masked out at the end.
-template <bool kTolerant, class T>
-zan::EdgeClasses scanSmallOutline(const void* vertices, int32_t count, const zan::HitQuery& query) {
-    const auto* v = static_cast<const T*>(vertices);
-    const auto vertex = [v, count](int32_t i) { return i < count ? v + 2 * static_cast<int64_t>(i) : v; };
-    const T *v1 = vertex(1), *v2 = vertex(2), *v3 = vertex(3);
-    constexpr int kRotateByOne = 0x39;
-    const Lanes startX = gather(v, v1, v2, v3), startY = gather(v + 1, v1 + 1, v2 + 1, v3 + 1);
-    const Lanes endX = _mm256_permute4x64_pd(startX, kRotateByOne), endY = _mm256_permute4x64_pd(startY, kRotateByOne);
+// Classifies four edges: each lane does the operations of classifyEdge in the same order.
+template <bool kTolerant>
+[[gnu::always_inline]] inline zan::EdgeClasses classifyFour(const Vertices& start, const Vertices& end,
+                                                            const zan::HitQuery& query) {
     const Lanes x = all(query.x);
-    const Lanes startsLeft = less(startX, x), spans = _mm256_xor_pd(startsLeft, less(endX, x));
-    const Lanes b = minus(startX, endX), c = minus(startY, endY);
-    const Lanes ac = times(minus(x, endX), c), hb = times(minus(endY, all(query.y)), b), cross = plus(ac, hb);
+    const Lanes startsLeft = less(start.x, x), spans = _mm256_xor_pd(startsLeft, less(end.x, x));
+    const Lanes b = minus(start.x, end.x), c = minus(start.y, end.y);
+    const Lanes ac = times(minus(x, end.x), c), hb = times(minus(end.y, all(query.y)), b), cross = plus(ac, hb);
     Lanes errorBound =
         plus(plus(times(plus(abs(ac), abs(hb)), all(0x1p-45)), times(abs(b), all(query.yTolerance))), all(0x1p-1000));
     if constexpr (kTolerant) errorBound = plus(errorBound, times(plus(abs(b), abs(c)), all(query.margin)));
     const Lanes certain = less(errorBound, abs(cross));
     const Lanes above = _mm256_and_pd(spans, _mm256_xor_pd(less(all(0.0), cross), startsLeft));
-    const uint64_t valid = (uint64_t{1} << count) - 1;
-    const uint64_t uncertain = (kTolerant ? ~bitsOf(certain) : bitsOf(_mm256_andnot_pd(certain, spans))) & valid;
-    return {static_cast<uint32_t>(bitsOf(_mm256_and_pd(certain, above)) & valid), static_cast<uint32_t>(uncertain)};
+    const uint64_t uncertain = kTolerant ? ~bitsOf(certain) & 0xF : bitsOf(_mm256_andnot_pd(certain, spans));
+    return {static_cast<uint32_t>(bitsOf(_mm256_and_pd(certain, above))), static_cast<uint32_t>(uncertain)};
+}
+
+// Lanes 1, 2 and 3 of a and lane 0 of b.
+Lanes shifted(Lanes a, Lanes b) {
+    constexpr int kFirstLane = 1, kRotateByOne = 0x39;
+    return _mm256_permute4x64_pd(_mm256_blend_pd(a, b, kFirstLane), kRotateByOne);
+}
+// The vertices that follow those of a: b begins with the last of them.
+Vertices next(const Vertices& a, const Vertices& b) { return {shifted(a.x, b.x), shifted(a.y, b.y)}; }
+
+template <class T>
+Vertices gatherFour(const T* v0, const T* v1, const T* v2, const T* v3) {
+    return {gather(v0, v1, v2, v3), gather(v0 + 1, v1 + 1, v2 + 1, v3 + 1)};
+}
+
+// Always two blocks: a branch between them would be mispredicted where the number of vertices varies. Lanes from count
+// on hold the first vertex and are masked out.
+template <bool kTolerant, class T>
+[[gnu::noinline]] zan::EdgeClasses scanTwoBlocks(const T* v, int32_t count, const zan::HitQuery& query) {
+    const auto at = [v, count](int64_t i) { return v + 2 * (i & -static_cast<int64_t>(i < count)); };
+    const Vertices first = gatherFour(v, at(1), at(2), at(3)), second = gatherFour(at(4), at(5), at(6), at(7));
+    const zan::EdgeClasses low = classifyFour<kTolerant>(first, next(first, second), query);
+    const zan::EdgeClasses high = classifyFour<kTolerant>(second, next(second, first), query);
+    const uint32_t valid = (uint32_t{1} << count) - 1;
+    return {(low.above | high.above << 4) & valid, (low.uncertain | high.uncertain << 4) & valid};
+}
+
+template <bool kTolerant, class T>
+zan::EdgeClasses scanSmallOutline(const void* vertices, int32_t count, const zan::HitQuery& query) {
+    const auto* v = static_cast<const T*>(vertices);
+    if (count != 4) return scanTwoBlocks<kTolerant>(v, count, query);
+    const Vertices four = gatherFour(v, v + 2, v + 4, v + 6);
+    return classifyFour<kTolerant>(four, next(four, four), query);
 }
 
 }  // namespace
