@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Makes the JavaScript functions of the library's plain functions, from the description of the programming interface.
 
-bindings.py FOLDER   writes functions.js, constants.js, their declarations, and exports.json (what the linker keeps) into
-                     a folder
+bindings.py FOLDER   writes functions.js, constants.js, their declarations, exports.json (what the linker keeps), and for
+                     the tests calls.json (which arguments the functions take) and answers.inc (calls in C++) into a folder
 """
 import json
 import re
@@ -22,6 +22,7 @@ READ_AND_WRITTEN = re.compile(
     r"|Zan_(Translate|Rotate|Scale)Matrix\w* m|Zan_Correct3DDecompFor2D decomposition|Zan_\w+Ratio status")
 # Null for these makes the functions report a failure, which becomes an exception.
 NULL = re.compile(r"Zan_DecomposeMatrix4(ZYX)? failed|Zan_(Short)?ConvRatio overflow")
+COUNTED = 3  # points in the arrays of the tests
 RESERVED = {"in": "m"}  # words of JavaScript
 ARRAY_LENGTHS = {"vertices": 4, "quad": 4, "corners": 4}
 
@@ -123,17 +124,17 @@ class Function:
                 self.call.append("count")
             elif NULL.match(key):
                 self.call.append("0")
-                self.arguments.append((p, None, "null"))
+                self.arguments.append((name, None, "null", 1))
             elif counted and pointer and not const:
                 views = {view for _, view, _, _ in fields(c_type)}
                 self.array = (name, views.pop(), len(list(fields(c_type))))
                 self.call.append("array")
                 self.parameters.append((name, "ArrayLike<number>"))
-                self.arguments.append((p, c_type, "array"))
+                self.arguments.append((name, c_type, "array", COUNTED))
             elif not pointer and c_type in SCALARS:
                 self.parameters.append((name, SCALARS[c_type][2]))
                 self.call.append(name)
-                self.arguments.append((p, c_type, "value"))
+                self.arguments.append((name, c_type, "value", 1))
             else:
                 length = ARRAY_LENGTHS.get(name, 1) if pointer else 1
                 size = size_of(c_type)
@@ -149,8 +150,8 @@ class Function:
                     self.results.append((name, type_name(c_type) + ("[]" if length > 1 else ""),
                                          f"[{', '.join(places)}]" if length > 1 else places[0]))
                 self.call.append(address(at))
-                kind = "in" if const or not pointer else "both" if reads else "out"
-                self.arguments.append((p, c_type, kind, length))
+                kind = "value" if not pointer else "in" if const else "both" if reads else "out"
+                self.arguments.append((name, c_type, kind, length))
                 at += size * length
         self.returns = ALIASES.get(entry["returns"], entry["returns"])
         # A plain function that returns int32_t and has a pointer to results, or that can fail, returns a result code.
@@ -266,6 +267,62 @@ def constants_declarations():
     return "\n".join(lines + ["/** What the result codes mean. */\nexport const MESSAGES: ReadonlyMap<number, string>;"]) + "\n"
 
 
+def calls(functions):
+    """For the tests: the types of the arguments that are read, with the fields of records, and of the numbers returned."""
+    def fields_of(c_type):
+        if c_type in SCALARS:
+            return c_type
+        return {field["name"]: fields_of(plain(field["type"])) for field in RECORDS[c_type]["fields"]}
+
+    def numbers_of(c_type):
+        if c_type in SCALARS:
+            return [c_type]
+        return [number for field in RECORDS[c_type]["fields"] for number in numbers_of(plain(field["type"]))]
+    listed = []
+    for f in functions:
+        arguments = [{"type": fields_of(c_type), "kind": kind, "length": length, "matrix": c_type in MATRICES}
+                     for _, c_type, kind, length in f.arguments if kind not in ("null", "out")]
+        numbers = [] if f.is_code else [f.returns]
+        for _, c_type, kind, length in f.arguments:
+            if kind in ("both", "out", "array"):
+                numbers += numbers_of(c_type) * length
+        listed.append({"name": f.script, "arguments": arguments, "numbers": numbers})
+    return listed
+
+
+def answers(functions):
+    """The same calls in C++: make<T>() draws a value, show(value) prints it."""
+    lines = [NOTICE]
+    for name, record in RECORDS.items():
+        if any("*" in field["type"] or "[" in field["type"] for field in record["fields"]) or "float" in name:
+            continue
+        members = [field["name"] for field in record["fields"]]
+        made = " ".join(f"record.{m} = make<decltype(record.{m})>();" for m in members)
+        lines.append(f"template <>\n{name} make() {{\n    {name} record;\n    {made}\n    return record;\n}}")
+        lines.append(f"void show(const {name}& record) {{ {' '.join(f'show(record.{m});' for m in members)} }}")
+    lines.append("void answerAll() {")
+    for f in functions:
+        lines.append(f"    answer(\"{f.script}\", {str(f.is_quiet).lower()}, [] {{")
+        passed, shown = [], []
+        for name, c_type, kind, length in f.arguments:
+            if kind == "null":
+                passed.append("nullptr")
+                continue
+            first = "{}" if kind == "out" else "{" + ", ".join([f"make<{c_type}>()"] * length) + "}"
+            lines.append(f"        {c_type} {name}[{length}] = {first};")
+            passed += [str(COUNTED), name] if kind == "array" else [name + "[0]" if kind == "value" else name]
+            if kind in ("both", "out", "array"):
+                shown.append(f"for (const auto& value : {name}) show(value);")
+        call = f"{f.name}({', '.join(passed)})"
+        if f.is_code:
+            lines.append(f"        if (failed({call})) return;")
+        else:
+            lines.append(f"        const auto result = {call};\n        if (failed(0)) return;")
+            shown.insert(0, "show(result);")
+        lines += ["        " + line for line in shown] + ["    });"]
+    return "\n".join(lines + ["}"]) + "\n"
+
+
 def main(folder):
     functions = [Function(entry) for entry in DESCRIPTION["functions"]
                  if entry["callableFromC"] and not LEFT_OUT.match(entry["name"])]
@@ -273,6 +330,7 @@ def main(folder):
     out.mkdir(parents=True, exist_ok=True)
     made = {"functions.js": javascript(functions), "functions.d.ts": declarations(functions),
             "constants.js": constants_javascript(), "constants.d.ts": constants_declarations(),
+            "calls.json": json.dumps(calls(functions)), "answers.inc": answers(functions),
             "exports.json": json.dumps(["_" + f.name for f in functions])}
     for name, text in made.items():
         target = out / name

@@ -11,7 +11,7 @@ export NODE_PATH=${NODE_PATH:-/usr/share/nodejs}
 [ -w "$emscripten/cache" ] || export EM_CACHE=${EM_CACHE:-$PWD/$out/emscripten-cache}
 mkdir -p "$out"
 web/bindings.py "$out/generated"
-cmake -S web -B "$out/cmake" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZAN_EXPORTS="$PWD/$out/generated/exports.json" \
+cmake -S web -B "$out/cmake" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZAN_GENERATED="$PWD/$out/generated" \
   -DCMAKE_TOOLCHAIN_FILE="$emscripten/cmake/Modules/Platform/Emscripten.cmake" >"$out/log" 2>&1 || { cat "$out/log"; exit 1; }
 cmake --build "$out/cmake" >"$out/log" 2>&1 || { cut -c 1-400 "$out/log"; exit 1; }
 mkdir -p "$out/package/dom" "$out/package/selfcheck" "$out/package/zan"
