@@ -20,7 +20,6 @@ thread_local char loggingBuffer[kBel_LoggingBufferSize];
 void Belp_SetThreadLastError(int32_t /*error*/) {}
 char* Belp_GetThreadLoggingBuffer() { return loggingBuffer; }
 
-//! [reports]
 void Belp_ReportErrString(uint32_t errorNumber, int32_t severity, const char* text) {
     std::printf("host received report 0x%X, severity %d: %s\n", errorNumber, severity, text);
     std::fflush(stdout);
@@ -33,7 +32,6 @@ int32_t Belp_ReportVamoErrString(uint32_t errorNumber, int32_t severity, int32_t
     Belp_ReportErrString(errorNumber, severity, textOrNull != nullptr ? textOrNull : own.c_str());
     return platformCode;
 }
-//! [reports]
 int32_t Bel_TranslateAndReportException(const std::exception& exception) {
     Belp_ReportErrString(0, Zan_kSeverityError, exception.what());
     return kBel_Err_Exception;

@@ -57,6 +57,7 @@ void show(const Zan_TransformPoly3D& layer) {
 
 //! [main]
 int main() {
+    // A mismatch is reported under the number 0x1000, one of the program's own.
     if (Zan_CheckVersions(0x1000, Zan_kInterfaceVersion) != 0) return 1;
     const Zan_Matrix4 toScreen = windowProjection();
     Zan_TransformPoly3D layer;

@@ -22,6 +22,7 @@ struct Layer {
     std::string name;
     Zan_TransformPoly3D outline;  // on the screen
     Zan_PlaneEq plane;            // in eye space
+    double nearest, farthest;     // depths of the corners
 };
 //! [layer]
 
@@ -31,14 +32,18 @@ Layer place(const std::string& name, double size, const Zan_Matrix4& toEye, cons
     const double half = size / 2;
     const std::array<Point, 4> corners = {Point(-half, -half), Point(half, -half), Point(half, half),
                                           Point(-half, half)};
-    Layer layer{name, {}, {}};
+    Layer layer{name, {}, {}, 0.0, 0.0};
     std::array<Zan_Vector3T<double>, 4> inEye{};
     for (size_t i = 0; i < 4; ++i) {
         layer.outline.SetLayerPoint(static_cast<int32_t>(i), corners[i]);
         inEye[i] = {corners[i].x, corners[i].y, 0.0};
     }
     Zan_Transform3DFloatPoints(&toEye, 4, inEye.data());
-    Zan_GetPlaneEquation(inEye.data(), 4, &layer.plane, nullptr);
+    Zan_GetPlaneEquation(inEye.data(), 4, &layer.plane, nullptr);  // null: the centroid is not needed
+    const auto [near, far] =
+        std::minmax_element(inEye.begin(), inEye.end(), [](const auto& a, const auto& b) { return a.z < b.z; });
+    layer.nearest = near->z;
+    layer.farthest = far->z;
     layer.outline.TransformPointsToEye(toEye);
     layer.outline.TransformPointsToScreen(toScreen);
     layer.outline.InitPolyPoints();
@@ -78,8 +83,10 @@ std::vector<Hit> hitsAt(const std::vector<Layer>& layers, Point mouse, double to
         if (!layer.outline.IsPointInside(&mouse, tolerance)) continue;
         Zan_Vector3T<double> at;
         bool found = false;  // passing it makes a miss an answer, not an error
-        if (Zan_RayIntersectPlane(&layer.plane, true, &ray, &at, nullptr, &found) != 0 || !found) continue;
-        hits.push_back({&layer, at.z});
+        constexpr bool kForwardOnly = true;
+        if (Zan_RayIntersectPlane(&layer.plane, kForwardOnly, &ray, &at, nullptr, &found) != 0) continue;
+        // Beside the outline the ray meets the plane outside the layer, or misses it.
+        hits.push_back({&layer, found ? std::clamp(at.z, layer.nearest, layer.farthest) : layer.nearest});
     }
     std::stable_sort(hits.begin(), hits.end(), [](const Hit& a, const Hit& b) { return a.depth < b.depth; });
     return hits;
@@ -149,7 +156,9 @@ int main(int argc, char** argv) {
     const Hit front = hitsAt(layers, mouse, 0.0).front();
     std::printf("selected: %s\n", front.layer->name.c_str());
     showSelection(*front.layer);
+    //! [nearest]
     std::printf("  nearest edge of it: %.1f pixels from the mouse\n",
                 front.layer->outline.GetMinimumEdgeDistance(&mouse));
+    //! [nearest]
     if (argc > 1 && !draw(layers, hitsAt(layers, mouse, 0.0), mouse, argv[1])) return 1;
 }
