@@ -175,6 +175,23 @@ test('a dropped deck is shown, and its scripts do not run', async () => {
   assert.equal(await page.evaluate(() => window.ran), undefined);
 });
 
+test('when decks are asked for in quick succession, the last one is shown, and an opened one again', async () => {
+  await page.$eval('#deck-choice', (choice) => {
+    for (const deck of ['gallery', 'zoom', 'own', 'zoom']) {
+      choice.value = deck;
+      choice.dispatchEvent(new Event('change'));
+    }
+  });
+  await page.waitForSelector('#steps button:has-text("joker")');
+  const { canvases, steps } = await page.$eval('#deck-stage iframe', ({ contentDocument }) => ({
+    canvases: contentDocument.querySelectorAll('#impress > div').length,
+    steps: contentDocument.querySelectorAll('#impress > div > .step').length,
+  }));
+  assert.deepEqual([canvases, steps], [1, 8]);
+  await page.selectOption('#deck-choice', 'own');
+  await page.waitForSelector('#steps button:has-text("step-2")');
+});
+
 const badDecks = [
   ['no step', '<p>nothing</p>', /No deck/],
   ['a number that is none', '<div class="step" data-x="1e10">', /data-x="1e10": not a number from/],

@@ -46,7 +46,9 @@ export class DeckTab {
 
   /** @param {File} file */
   async open(file) {
-    if (!(await this.#show(await file.text()))) return;
+    const html = await file.text();
+    if (!(await this.#show(html))) return;
+    this.own = html;
     const choice = byId('deck-choice');
     choice.querySelector('[value="own"]')?.remove();
     choice.append(make('option', { value: 'own', selected: '' }, file.name));
@@ -56,8 +58,7 @@ export class DeckTab {
     const choice = byId('deck-choice');
     choice.append(...bundled.decks.map(({ name, title }) => make('option', { value: name }, title)));
     choice.addEventListener('change', () => {
-      const deck = bundled.decks.find(({ name }) => name === choice.value);
-      if (deck) this.#show(deck.html);
+      this.#show(bundled.decks.find(({ name }) => name === choice.value)?.html ?? this.own);
     });
   }
 
@@ -65,7 +66,7 @@ export class DeckTab {
   async #show(html) {
     const before = this.html;
     try {
-      await this.stage.show(html);
+      if (!(await this.stage.show(html))) return false;
       this.deck = layOut(this.stage.document);
       this.layers = placed(this.deck.steps);
     } catch (error) {
@@ -204,7 +205,8 @@ export class DeckTab {
   }
 
   #fillPanels(layers, { hits, nearest }, view, tolerance) {
-    byId('step-name').textContent = `${this.deck.steps[this.active].name}  ${this.active + 1} / ${layers.length}`;
+    const name = `${this.deck.steps[this.active].name}  ${this.active + 1} / ${layers.length}`;
+    if (byId('step-name').textContent !== name) byId('step-name').textContent = name;
     byId('deck-tolerance').nextElementSibling.textContent = `${tolerance} px`;
     byId('walk').nextElementSibling.textContent = this.walk.toFixed(0);
     showHits(

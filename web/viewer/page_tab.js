@@ -12,7 +12,6 @@ export class PageTab {
   /** @param {(text: string) => void} say  shows a message */
   constructor(say) {
     this.say = say;
-    this.isShown = false;
     this.clock = new Clock();
     this.kept = null;
     this.front = null;
@@ -27,8 +26,7 @@ export class PageTab {
     const choice = byId('page-choice');
     choice.append(...bundled.pages.map(({ name, title }) => make('option', { value: name }, title)));
     choice.addEventListener('change', () => {
-      const page = bundled.pages.find(({ name }) => name === choice.value);
-      if (page) this.#show(page.html);
+      this.#show(bundled.pages.find(({ name }) => name === choice.value)?.html ?? this.own);
     });
     byId('page-file').addEventListener('change', ({ target }) => {
       if (target.files[0]) this.open(target.files[0]);
@@ -41,13 +39,14 @@ export class PageTab {
       this.#toggleSource();
     });
     byId('page-tolerance').addEventListener('input', () => this.#draw());
+    byId('from-net').addEventListener('change', () => this.#show(this.html));
     byId('all-outlines').addEventListener('change', () => this.#draw());
     addEventListener('resize', () => this.#draw());
   }
 
   /** Shows the first page, once. */
   async start() {
-    if (!this.isShown) await this.#show(bundled.pages[0].html);
+    if (!this.html) await this.#show(bundled.pages[0].html);
     this.#draw();
   }
 
@@ -67,14 +66,14 @@ export class PageTab {
     const choice = byId('page-choice');
     choice.querySelector('[value="own"]')?.remove();
     choice.append(make('option', { value: 'own', selected: '' }, name));
-    await this.#show(html, byId('from-net').checked);
+    this.own = html;
+    await this.#show(html);
   }
 
-  async #show(html, fromNet = false) {
-    this.isShown = true;
+  async #show(html) {
+    this.html = html;
     this.kept = null;
-    await this.stage.show(html, fromNet);
-    this.#draw();
+    if (await this.stage.show(html, byId('from-net').checked)) this.#draw();
   }
 
   #keep() {
@@ -105,7 +104,7 @@ export class PageTab {
   }
 
   #draw() {
-    if (!this.isShown || this.drawing) return;
+    if (!this.html || this.drawing) return;
     this.drawing = requestAnimationFrame(() => {
       this.drawing = 0;
       const { document } = this.stage;
@@ -128,7 +127,7 @@ export class PageTab {
       return { hits, outlines: new Map([...asked].map((element) => [element, seen.outlineOf(element)])) };
     });
     this.front = hits[0] ?? null;
-    // Nobody asks for the root and the body, which are behind everything.
+    // Without the root and the body, which are behind everything.
     const listed = hits.filter((element) => element !== document.documentElement && element !== document.body);
     const shapes = [...outlines].map(([element, { points }]) => ({
       points,

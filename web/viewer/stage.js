@@ -1,7 +1,7 @@
 // A stage: a frame with a document that is shown, a canvas over it, and what the pointer and the keys do there.
 //
 // The document may come from anywhere. The frame is sandboxed: its scripts do not run, it opens no windows, sends no
-// forms and leads nowhere else. It keeps this page's origin, without which nobody could read where its elements are.
+// forms and does not navigate. It keeps this page's origin, without which its elements could not be read.
 
 const OFFLINE = `<meta http-equiv="Content-Security-Policy" content="default-src 'none'; style-src 'unsafe-inline';
   img-src data:; font-src data:">`;
@@ -51,14 +51,16 @@ export class Stage {
   }
 
   /**
-   * Shows a document; resolves when it is laid out.
+   * Shows a document; resolves when it is laid out, to false if another one has been asked for since.
    * @param {string} html
    * @param {boolean} [fromNet]  whether its pictures, styles and fonts may load
    */
   async show(html, fromNet = false) {
+    const turn = (this.turn = (this.turn ?? 0) + 1);
     const loaded = new Promise((resolve) => this.frame.addEventListener('load', resolve, { once: true }));
     this.frame.srcdoc = (fromNet ? '' : OFFLINE) + html;
     await loaded;
+    return turn === this.turn;
   }
 
   /** The canvas cleared, in CSS pixels. */
