@@ -32,7 +32,7 @@ inline constexpr uint32_t Zan_Service_Gaussian = 8;      ///< not provided: its 
 /// points to the memory and becomes null when the platform reclaims it.
 struct Zan_Globals {
     uint32_t headMagic;             ///< Zan_kGlobalsMagic while started, else 0
-    uint32_t services;              ///< running services; after Zan_Death those that ran before
+    uint32_t services;              ///< the services that were started, also after Zan_Death
     uint8_t reserved1[8];           ///< never read or written, copied with the block
     void** charMultiplyTable;       ///< handle, 65,536 bytes; null when not allocated
     void** charDivideTable;         ///< handle, 65,536 bytes; null when not allocated
