@@ -1,7 +1,9 @@
 // A layer on the screen: its outline and a hit test, for three frames.
+//! [start]
 #include <zan/zan.h>
 
 #include <cstdio>
+//! [start]
 
 namespace {
 

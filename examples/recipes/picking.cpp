@@ -1,5 +1,6 @@
 // Picking: which of 200 layers are under the mouse, front to back, and the selection's outline and bounds.
 // picking [PICTURE.svg]: also draws the layers.
+//! [start]
 #include <zan/zan.h>
 
 #include <algorithm>
@@ -9,13 +10,16 @@
 #include <fstream>
 #include <string>
 #include <vector>
+//! [start]
 
 namespace {
 
+//! [names]
 using Point = Zan_Vector2T<double>;
 
 constexpr double kFocalLength = 1000.0;
 constexpr Point kCentre(640.0, 400.0);
+//! [names]
 
 //! [layer]
 struct Layer {
@@ -51,6 +55,7 @@ Layer place(const std::string& name, double size, const Zan_Matrix4& toEye, cons
 }
 //! [place]
 
+//! [scene]
 // 200 layers in 10 rows of 20. Each is rotated by another angle and stands at another distance.
 std::vector<Layer> makeScene() {
     Zan_Matrix4 toScreen(true);
@@ -66,6 +71,7 @@ std::vector<Layer> makeScene() {
     }
     return layers;
 }
+//! [scene]
 
 //! [hits]
 struct Hit {
@@ -125,6 +131,22 @@ void showSelection(const Layer& layer) {
 }
 //! [selection]
 
+//! [answers]
+void showAnswers(const std::vector<Layer>& layers, Point mouse) {
+    for (const double tolerance : {0.0, 5.0}) {
+        const std::vector<Hit> hits = hitsAt(layers, mouse, tolerance);
+        std::printf("%zu layers at (%g, %g) with tolerance %g:\n", hits.size(), mouse.x, mouse.y, tolerance);
+        for (const Hit& hit : hits) std::printf("  %s, %.1f away\n", hit.layer->name.c_str(), hit.depth);
+    }
+    const Hit front = hitsAt(layers, mouse, 0.0).front();
+    std::printf("selected: %s\n", front.layer->name.c_str());
+    showSelection(*front.layer);
+    // For snapping, or for the choice among layers that only the tolerance hits.
+    std::printf("  nearest edge of it: %.1f pixels from the mouse\n",
+                front.layer->outline.GetMinimumEdgeDistance(&mouse));
+}
+//! [answers]
+
 bool draw(const std::vector<Layer>& layers, const std::vector<Hit>& hits, Point mouse, const char* path) {
     std::ofstream file(path, std::ios::binary);
     file << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"640\" height=\"400\" viewBox=\"0 0 1280 800\">\n"
@@ -148,17 +170,6 @@ bool draw(const std::vector<Layer>& layers, const std::vector<Hit>& hits, Point 
 int main(int argc, char** argv) {
     const std::vector<Layer> layers = makeScene();
     const Point mouse(632.0, 380.0);
-    for (const double tolerance : {0.0, 5.0}) {
-        const std::vector<Hit> hits = hitsAt(layers, mouse, tolerance);
-        std::printf("%zu layers at (632, 380) with tolerance %.0f:\n", hits.size(), tolerance);
-        for (const Hit& hit : hits) std::printf("  %s, %.1f away\n", hit.layer->name.c_str(), hit.depth);
-    }
-    const Hit front = hitsAt(layers, mouse, 0.0).front();
-    std::printf("selected: %s\n", front.layer->name.c_str());
-    showSelection(*front.layer);
-    //! [nearest]
-    std::printf("  nearest edge of it: %.1f pixels from the mouse\n",
-                front.layer->outline.GetMinimumEdgeDistance(&mouse));
-    //! [nearest]
+    showAnswers(layers, mouse);
     if (argc > 1 && !draw(layers, hitsAt(layers, mouse, 0.0), mouse, argv[1])) return 1;
 }

@@ -1,8 +1,10 @@
 // Poses: takes transforms apart, interpolates between them, and puts them together again.
+//! [start]
 #include <zan/zan.h>
 
 #include <cmath>
 #include <cstdio>
+//! [start]
 
 namespace {
 
@@ -83,6 +85,7 @@ bool takeFlatApart(Zan_Matrix4 m, Pose* pose) {
 }
 //! [flat]
 
+//! [check]
 bool same(const Zan_Matrix4& a, const Zan_Matrix4& b) { return Zan_EqualMatrixWithinEpsilon(a, b, 1e-12); }
 
 // Two decimals are shown, and no negative zero.
@@ -98,10 +101,10 @@ void check(const char* what, const Zan_Matrix4& m) {
                 shown(pose.scale.y), shown(pose.scale.z), shown(pose.shearXY), shown(pose.shearXZ), shown(pose.shearYZ),
                 same(putTogether(pose), m) ? "the same" : "another transform");
 }
+//! [check]
 
-}  // namespace
-
-int main() {
+//! [transforms]
+void checkTransforms() {
     Zan_Matrix4 start(true);
     start.Scale(2.0, 3.0, 1.0);
     start.RotateXYZ(0.3, 0.4, 0.5);
@@ -131,7 +134,11 @@ int main() {
     const bool apart = takeFlatApart(flat, &flatPose);
     std::printf("%-10s with its normal added, put together again: %s\n", "flat",
                 apart && same(putTogether(flatPose), flat) ? "the same" : "another transform");
+}
+//! [transforms]
 
+//! [animation]
+void animate() {
     std::puts("from a rotation by -1 to one by 1.5, growing from 1 to 3 and moving by 100:");
     Zan_Matrix4 left(true);
     left.RotateXYZ(0.0, 0.0, -1.0);
@@ -141,11 +148,19 @@ int main() {
     right.Translate(100.0, 0.0, 0.0);
     Pose from{};
     Pose to{};
-    if (!takeApart(left, &from) || !takeApart(right, &to)) return 1;
+    if (!takeApart(left, &from) || !takeApart(right, &to)) return;
     for (const double t : {0.0, 0.25, 0.5, 0.75, 1.0}) {
         const Zan_Matrix4 m = putTogether(between(from, to, t));
         Zan_Vector3T<double> tip(1.0, 0.0, 0.0);
         m.TransformPoint(&tip);
         std::printf("  t %.2f: (1, 0) goes to (%.2f, %.2f)\n", t, tip.x, tip.y);
     }
+}
+//! [animation]
+
+}  // namespace
+
+int main() {
+    checkTransforms();
+    animate();
 }
