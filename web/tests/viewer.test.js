@@ -163,15 +163,20 @@ test('keys: steps, walking, turning by a drag, the pointer', async () => {
   assert.match(await text('#step-name'), /^doorway/);
 });
 
-test('a dropped deck is shown, and its scripts do not run', async () => {
+test('a dropped deck is shown, layers are as large as the browser makes them, and scripts do not run', async () => {
   await drop(
     'own.html',
-    `<div id="impress"><div class="step" id="one"><script>parent.ran = 1</script>
-      <img src="x" onerror="parent.ran = 2"></div>
-    <div class="step" data-x="2000">b</div></div>`,
+    `<style>.active { padding: 20px }</style><div id="impress"><div class="step" id="one">As wide as its text
+      <script>parent.ran = 1</script><img src="x" onerror="parent.ran = 2"></div><div class="step" data-x="2000">b</div></div>`,
   );
   await page.waitForSelector('#steps button:has-text("step-2")');
   assert.deepEqual(await names('#steps'), ['one', 'step-2']);
+  await pointAt(0.5, 0.5);
+  const corner = await page.$eval('#deck-stage iframe', (frame) => {
+    const { left, top } = frame.contentDocument.getElementById('one').getBoundingClientRect();
+    return `${left.toFixed(1)}, ${top.toFixed(1)}`;
+  });
+  assert.equal(await text('#layer .corners div'), corner);
   assert.equal(await page.evaluate(() => window.ran), undefined);
 });
 

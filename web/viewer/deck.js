@@ -78,10 +78,35 @@ export function layOut(page) {
     step.element.style.transformStyle = 'preserve-3d';
     const place = `translate3d(${step.x}px, ${step.y}px, ${step.z}px)`;
     step.element.style.transform = `translate(-50%, -50%) ${place} ${turns.join(' ')} scale(${step.scale})`;
+  }
+  for (const step of steps) {
     step.width = step.element.offsetWidth;
     step.height = step.element.offsetHeight;
   }
   return { ...deck, canvas, steps };
+}
+
+/**
+ * Keeps the sizes of steps up to date, which change as fonts load and as the deck shows the active step in another way.
+ * @param {Step[]} steps
+ * @param {() => void} changed  called after a change
+ * @returns {ResizeObserver}
+ */
+export function watchSizes(steps, changed) {
+  const observer = new ResizeObserver((entries) => {
+    for (const { target, borderBoxSize } of entries) {
+      const { inlineSize, blockSize } = borderBoxSize[0];
+      const isHorizontal = getComputedStyle(target).writingMode === 'horizontal-tb';
+      const [width, height] = isHorizontal ? [inlineSize, blockSize] : [blockSize, inlineSize];
+      Object.assign(
+        steps.find(({ element }) => element === target),
+        { width, height },
+      );
+    }
+    changed();
+  });
+  for (const { element } of steps) observer.observe(element, { box: 'border-box' });
+  return observer;
 }
 
 function readStep(element, before, index) {

@@ -1,6 +1,6 @@
 // The first tab: a deck, its outlines, and a camera that flies, turns and walks.
 import { bundled } from './bundled.js';
-import { drawBy, layOut } from './deck.js';
+import { drawBy, layOut, watchSizes } from './deck.js';
 import { paint } from './overlay.js';
 import { Clock, cornerPoints, cornersOf, factsOf, make, percent, pixels, showHits } from './panels.js';
 import { paintPlan } from './plan.js';
@@ -69,6 +69,11 @@ export class DeckTab {
       if (!(await this.stage.show(html))) return false;
       this.deck = layOut(this.stage.document);
       this.layers = placed(this.deck.steps);
+      this.sizes?.disconnect();
+      this.sizes = watchSizes(this.deck.steps, () => {
+        this.layers = placed(this.deck.steps);
+        this.#draw();
+      });
     } catch (error) {
       this.say(error.message);
       if (before) await this.#show(before);
@@ -182,20 +187,15 @@ export class DeckTab {
     const { deck, stage } = this;
     const tolerance = Number(byId('deck-tolerance').value);
     const { pointer } = stage;
-    const { view, layers, answer } = this.clock.measure(() => {
-      const isAtStep = this.base === this.stepPose && this.walk === 0;
-      const view = isAtStep
-        ? viewFromStep(deck, deck.steps[this.active], stage.size)
-        : viewFrom(deck, this.pose, stage.size);
+    const isAtStep = this.base === this.stepPose && this.walk === 0;
+    const step = deck.steps[this.active];
+    const view = isAtStep ? viewFromStep(deck, step, stage.size) : viewFrom(deck, this.pose, stage.size);
+    drawBy(deck, view, this.active);
+    const { layers, answer } = this.clock.measure(() => {
       const layers = project(this.layers, view);
-      return {
-        view,
-        layers,
-        answer: pointer ? hitTest(layers, view, pointer, tolerance) : { hits: [], nearest: null },
-      };
+      return { layers, answer: pointer ? hitTest(layers, view, pointer, tolerance) : { hits: [], nearest: null } };
     });
     this.answer = answer;
-    drawBy(deck, view, this.active);
     const order = layers.map((layer) => answer.hits.findIndex((hit) => hit.layer === layer));
     const shapes = layers.map(({ points, step }, i) => ({ points, name: step.name, order: order[i] }));
     const nearest = answer.nearest && { points: answer.nearest.layer.points, distance: answer.nearest.distance };
