@@ -32,6 +32,7 @@ async function open(options) {
 }
 
 const names = (list) => page.$$eval(`${list} .name`, (all) => all.map((name) => name.textContent));
+const cornerTexts = () => page.$$eval('#layer .corners div', (all) => all.map((corner) => corner.textContent));
 const text = (selector) => page.$eval(selector, (element) => element.textContent);
 // What a frame draws is shown in the panels after the next one.
 const drawn = () =>
@@ -134,6 +135,13 @@ test('walking cuts the layers that the camera passes', async () => {
   await pointAt(0.02, 0.5);
   assert.equal(await text('#layer-name'), 'left-wall');
   assert.match(await text('#layer'), /2 of 4 corners, cut/);
+  // The wall's far edge is upright, its middle in that of the stage; the panel has the corners of two rows.
+  const corners = await cornerTexts();
+  const far = [0, 2, 1, 3].map((i) => corners[i]).filter((corner) => corner !== 'behind the eye');
+  const [upper, lower] = far.map((corner) => corner.split(', ').map(Number));
+  assert.equal(upper[0], lower[0]);
+  const middle = (await (await page.$('#deck-stage')).boundingBox()).height / 2;
+  assert.ok(Math.abs((upper[1] + lower[1]) / 2 - middle) < 0.2, `${upper} and ${lower}, not about ${middle}`);
 });
 
 test('keys: steps, walking, turning by a drag, the pointer', async () => {
@@ -262,24 +270,33 @@ test('a flight: on the way the camera is between, at the end the step is in the 
     page.$eval(
       '#deck-stage iframe',
       (frame, id) => {
-        const { left, right, top } = frame.contentDocument.getElementById(id).getBoundingClientRect();
-        return { left, right: frame.clientWidth - right, top };
+        const { left, right, top, bottom } = frame.contentDocument.getElementById(id).getBoundingClientRect();
+        return { left, right, top, bottom, margin: frame.clientWidth - right };
       },
       id,
     );
   const { left: before } = await boxOf('back-wall');
-  await page.click('#steps button:has-text("back-wall")');
-  await page.waitForTimeout(500);
-  const { left: between } = await boxOf('back-wall');
-  await page.waitForTimeout(1200);
-  const { left, right } = await boxOf('back-wall');
-  assert.ok(left < between, `${between} on the way, ${left} at the end`);
-  assert.ok(between < before, `${between} on the way, ${before} at the start`);
-  assert.ok(Math.abs(left - right) < 0.01, `${left} from the left, ${right} from the right`);
-  // The front layer's first corner, in the panel, is where the browser has it.
+  const onTheWay = await page.evaluate(async () => {
+    const wall = document.querySelector('#deck-stage iframe').contentDocument.getElementById('back-wall');
+    [...document.querySelectorAll('#steps button')]
+      .find(({ textContent }) => textContent.includes('back-wall'))
+      .click();
+    const lefts = [];
+    for (const start = performance.now(); performance.now() < start + 1400;) {
+      await new Promise(requestAnimationFrame);
+      lefts.push(wall.getBoundingClientRect().left);
+    }
+    return lefts;
+  });
+  const { left, margin } = await boxOf('back-wall');
+  const between = onTheWay.filter((value) => left < value && value < before);
+  assert.ok(between.length > 0, `from ${before} to ${left} without a picture between`);
+  assert.ok(Math.abs(left - margin) < 0.01, `${left} from the left, ${margin} from the right`);
+  // The corners of the front layer, in the panel, are where the browser has them.
   await pointAt(0.5, 0.05);
-  const front = await boxOf(await text('#layer-name'));
-  assert.equal(await text('#layer .corners div'), `${front.left.toFixed(1)}, ${front.top.toFixed(1)}`);
+  const { left: x1, right: x2, top: y1, bottom: y2 } = await boxOf(await text('#layer-name'));
+  const corners = [x1, y1, x2, y1, x1, y2, x2, y2].map((value) => value.toFixed(1));
+  assert.equal((await cornerTexts()).join(', '), corners.join(', '));
   await page.emulateMedia({ reducedMotion: 'reduce' });
 });
 
