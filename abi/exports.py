@@ -14,7 +14,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[1]
 LIBRARIES = {
     "zan.exports": (["frame", "scalar", "geom2d", "matrix", "space", "poly"], "include/zan/*.h", "ZAN_API"),
-    "platform.exports": (["platform"], "platform/*.h", "ZAN_PLATFORM_API"),
+    "platform.exports": (["platform"], "include/zan/platform/*.h", "ZAN_PLATFORM_API"),
 }
 
 

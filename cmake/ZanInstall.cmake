@@ -20,8 +20,6 @@ foreach(library IN ITEMS zan zan_platform)
 endforeach()
 install(TARGETS zan_platform_headers EXPORT zan COMPONENT dev)
 install(DIRECTORY include/zan DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT dev FILES_MATCHING PATTERN "*.h")
-install(FILES platform/bel.h platform/kelvora_point.h platform/oska.h platform/vun.h
-        DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/platform" COMPONENT dev)
 
 # find_package(zan 18 CONFIG)
 set(config_dir "${CMAKE_INSTALL_LIBDIR}/cmake/zan")

@@ -10,7 +10,7 @@ endfunction()
 # How the code of zan's shared libraries is compiled, whether it is linked into one of them or into a test.
 function(zan_library_code target)
   target_compile_features(${target} PRIVATE cxx_std_20)
-  target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}")
+  target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/include")
   set_target_properties(
     ${target}
     PROPERTIES CXX_EXTENSIONS OFF

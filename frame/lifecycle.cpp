@@ -1,9 +1,9 @@
 // Start and stop of the library and its services, version checks, and export and import of the globals block.
 #include "frame/report.h"
-#include "platform/bel.h"
-#include "platform/oska.h"
-#include "platform/vun.h"
 #include "scalar/lookup_tables.h"
+#include "zan/platform/bel.h"
+#include "zan/platform/oska.h"
+#include "zan/platform/vun.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,8 +1,8 @@
 // The message table in the layout that the host's string service reads, and the lookup of a text.
 #include "frame/messages.h"
 
-#include "platform/bel.h"
 #include "zan/frame.h"
+#include "zan/platform/bel.h"
 
 #include <array>
 #include <iterator>

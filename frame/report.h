@@ -3,8 +3,8 @@
 #define ZAN_FRAME_REPORT_H
 
 #include "frame/messages.h"
-#include "platform/bel.h"
 #include "zan/frame.h"
+#include "zan/platform/bel.h"
 
 namespace zan {
 

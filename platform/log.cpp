@@ -1,6 +1,6 @@
 // The log: passes entries to the host's handler, and drops them if there is none.
 #include "platform/handler.h"
-#include "platform/oska.h"
+#include "zan/platform/oska.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Relocatable handles, tracked memory, memory counts, and allocations that fail on demand.
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 #include <cstdio>
 #include <cstdlib>

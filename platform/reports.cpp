@@ -1,7 +1,7 @@
 // Reports, each thread's last error and logging buffer, translation of exceptions, and version checks.
-#include "platform/bel.h"
 #include "platform/handler.h"
-#include "platform/vun.h"
+#include "zan/platform/bel.h"
+#include "zan/platform/vun.h"
 
 #include <atomic>
 #include <cinttypes>

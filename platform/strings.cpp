@@ -1,6 +1,6 @@
 // Message texts: the translation from the host's catalogue, or the English text of the module's table.
-#include "platform/bel.h"
 #include "platform/handler.h"
+#include "zan/platform/bel.h"
 
 #include <cstring>
 #include <string_view>

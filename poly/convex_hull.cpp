@@ -3,8 +3,8 @@
 // after the other (monotone chain), which gives the same vertices as an angular sort around the lowest point and is
 // faster. Every step takes linear time, whatever the distribution of the points.
 #include "matrix/vectors.h"
-#include "platform/kelvora_point.h"
 #include "poly/small_buffer.h"
+#include "zan/platform/kelvora_point.h"
 #include "zan/poly.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #ifndef ZAN_POLY_TRACKED_ALLOCATOR_H
 #define ZAN_POLY_TRACKED_ALLOCATOR_H
 
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 #include "zan/poly.h"
 
 #include <new>

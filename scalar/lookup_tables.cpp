@@ -3,7 +3,7 @@
 #include "scalar/lookup_tables.h"
 
 #include "frame/report.h"
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 #include "zan/scalar.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 // Prints the results of the first and second Zan_CheckVersions of a process. There is no report handler, so that the
 // reports go to standard error. Arguments: the header's version, then the versions of Bel and VUN.
-#include "platform/vun.h"
 #include "zan/frame.h"
+#include "zan/platform/vun.h"
 
 #include <cstdio>
 #include <cstdlib>

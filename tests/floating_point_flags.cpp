@@ -1,8 +1,8 @@
 // Floating-point flags: with finite arguments, and unless a result overflows, no operation raises the invalid or the
 // divide-by-zero flag, with any kernel, except the few whose own steps divide by zero.
 #include "frame/processor.h"
-#include "platform/bel.h"
 #include "tools/selfcheck/batch.h"
+#include "zan/platform/bel.h"
 
 #include <algorithm>
 #include <cfenv>

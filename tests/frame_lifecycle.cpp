@@ -1,7 +1,7 @@
 // Start and stop of the library, and Zan_GetGlobals and Zan_SetGlobals, which move its globals out and in.
-#include "platform/oska.h"
 #include "tests/support/host_reports.h"
 #include "zan/frame.h"
+#include "zan/platform/oska.h"
 
 #include <catch2/catch.hpp>
 

@@ -1,10 +1,10 @@
 // Failures and waiting times that a command line cannot bring about: no memory, a library that has been started
 // already, a move that fails after others, a run of a minute and a half.
 #include "files.h"
-#include "platform/bel.h"
 #include "program.h"
 #include "progress.h"
 #include "zan/frame.h"
+#include "zan/platform/bel.h"
 
 #include <catch2/catch.hpp>
 

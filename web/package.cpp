@@ -1,6 +1,6 @@
 // What zan.js calls beside the plain functions: the classes, templates and C++ functions of the library. Arguments and
 // results are in scratch memory.
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 #include "zan/zan.h"
 
 #include <emscripten.h>

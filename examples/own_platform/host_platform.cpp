@@ -1,9 +1,9 @@
 // A small platform that zan can run on. It prints reports to standard output; a real host forwards these calls to
 // its own libraries.
-#include "platform/bel.h"
-#include "platform/oska.h"
-#include "platform/vun.h"
 #include "zan/frame.h"
+#include "zan/platform/bel.h"
+#include "zan/platform/oska.h"
+#include "zan/platform/vun.h"
 
 #include <cstdio>
 #include <cstdlib>

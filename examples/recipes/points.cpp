@@ -1,6 +1,6 @@
 // Many points: arrays of each type through one transform, what happens when a coordinate does not fit, and a transform
 // of all points or none.
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 #include <zan/zan.h>
 

@@ -1,5 +1,5 @@
 // Reports: a handler, translated messages, exceptions, and memory that runs out.
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 #include <zan/zan.h>
 

@@ -1,6 +1,6 @@
 // Time as ratios: frames of 1001/30000 seconds, spans, products that do not fit, and frame rates that must not pass
 // through a floating-point number.
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 #include <zan/zan.h>
 

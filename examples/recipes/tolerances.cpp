@@ -1,5 +1,5 @@
 // Prints the guide's table of absolute tolerances. Each threshold is found by bisection with calls of the operation.
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 #include <zan/zan.h>
 

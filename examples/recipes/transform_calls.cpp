@@ -1,6 +1,6 @@
 // Prints the guide's table of the calls that transform points and rectangles. Every cell is what the call did when this
 // program called it.
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 #include <zan/zan.h>
 

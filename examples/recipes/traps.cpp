@@ -1,6 +1,6 @@
 // Prints the guide's table of traps: what the interface does that a newcomer may not expect. Every row has been shown
 // by calls of the library; a row that is no longer true fails the program.
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 #include <zan/zan.h>
 

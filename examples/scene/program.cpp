@@ -6,9 +6,9 @@
 #include "messages.h"
 #include "options.h"
 #include "picture.h"
-#include "platform/bel.h"
 #include "progress.h"
 #include "table.h"
+#include "zan/platform/bel.h"
 
 #include <unistd.h>
 #include <zan/zan.h>

@@ -1,5 +1,5 @@
 // The smallest program of a host: starts zan, calls one operation, receives one report, and stops zan.
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 #include "zan/zan.h"
 
 #include <cstdio>

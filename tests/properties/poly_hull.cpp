@@ -1,8 +1,8 @@
 // Convex hulls agree with a gift-wrapping walk (Jarvis, 1973) around the same grid points.
 
-#include "platform/kelvora_point.h"
 #include "property.h"
 #include "tests/support/vectors.h"
+#include "zan/platform/kelvora_point.h"
 #include "zan/poly.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #ifndef ZAN_TESTS_SUPPORT_HOST_REPORTS_H
 #define ZAN_TESTS_SUPPORT_HOST_REPORTS_H
 
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 #include <cstdio>
 #include <string>

@@ -5,7 +5,7 @@
 #ifndef ZAN_TOOLS_SELFCHECK_BATCH_H
 #define ZAN_TOOLS_SELFCHECK_BATCH_H
 
-#include "platform/kelvora_point.h"
+#include "zan/platform/kelvora_point.h"
 #include "zan/zan.h"
 
 #include <cfloat>

@@ -2,7 +2,7 @@
 // floating-point mode, and that no operation changes errno or the rounding mode. Prints one line with the outcome, then
 // the operations that differ.
 #include "batch.h"
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 #include <algorithm>
 #include <atomic>

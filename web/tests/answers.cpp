@@ -1,6 +1,6 @@
-// Prints what each plain function answers to arguments from a seed, a line for each call; bindings.test.js makes the same
-// calls in JavaScript. Numbers in double precision are printed as their bits.
-#include "platform/bel.h"
+// Prints what each plain function answers to arguments from a seed, a line for each call; bindings.test.js makes the
+// same calls in JavaScript. Numbers in double precision are printed as their bits.
+#include "zan/platform/bel.h"
 #include "zan/zan.h"
 
 #include <cstdint>
@@ -30,7 +30,8 @@ T make() {
     if constexpr (sizeof(T) == 1) return static_cast<T>(bits & (std::is_same_v<T, bool> ? 1 : 3));
     const int32_t any = static_cast<int32_t>(bits) >> (call % 23);
     const auto small = static_cast<int32_t>(call % 3 == 0 ? bits % 5 : bits % 33) - 2;
-    if constexpr (std::is_floating_point_v<T>) return call % 3 == 2 ? any / (call % 2 == 0 ? 65536.0 : 0.25) : small / 2.0;
+    if constexpr (std::is_floating_point_v<T>)
+        return call % 3 == 2 ? any / (call % 2 == 0 ? 65536.0 : 0.25) : small / 2.0;
     return static_cast<T>(call % 3 == 2 ? any : small);
 }
 

@@ -1,9 +1,9 @@
 // A host with the Microsoft ABI; the DLL, built by MinGW, has another one. It is compiled by clang and linked by
 // lld-link with zan.lib, without a C runtime. Plain functions, records, handlers and exported data work all the same.
 // Exits with 0, or with the number of the first check that fails.
-#include "platform/bel.h"
 #include "zan/frame.h"
 #include "zan/matrix.h"
+#include "zan/platform/bel.h"
 #include "zan/scalar.h"
 #include "zan/space.h"
 

@@ -2,7 +2,7 @@
 #ifndef ZAN_PLATFORM_VUN_H
 #define ZAN_PLATFORM_VUN_H
 
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 /// @defgroup vun VUN: the version check
 /// @ingroup platform

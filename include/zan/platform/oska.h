@@ -2,7 +2,7 @@
 #ifndef ZAN_PLATFORM_OSKA_H
 #define ZAN_PLATFORM_OSKA_H
 
-#include "platform/bel.h"
+#include "zan/platform/bel.h"
 
 /// @defgroup oska OSKA: the log
 /// @ingroup platform
