@@ -8,6 +8,11 @@ out=build/deb
 # Makes the date in the changelog depend on the commit only.
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || date +%s)}
 export SOURCE_DATE_EPOCH
+# Debian's hardening: the stack protector, checked functions of the C library, all symbols bound at load.
+export DEB_BUILD_MAINT_OPTIONS=hardening=+all
+CXXFLAGS="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS)"
+LDFLAGS=$(dpkg-buildflags --get LDFLAGS)
+export CXXFLAGS LDFLAGS
 rm -f "$out"/*.deb
 cmake -S . -B "$out" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr -DCMAKE_SKIP_INSTALL_RPATH=ON \
   -DCMAKE_INSTALL_DOCDIR=share/doc/libzan-dev -DZAN_DEBIAN_PACKAGES=ON "$@" >/dev/null
@@ -16,6 +21,11 @@ cmake --build "$out"
 packages=("$out"/libzan[0-9]*.deb "$out"/libzan-dev_*.deb)
 
 lintian --allow-root --fail-on error,warning "${packages[@]}"
+
+for file in "$out"/libzan.so "$out"/libzan_platform.so "$(find "$out" -name zan-selfcheck -type f -perm -u+x -print -quit)"; do
+  readelf -dW "$file" | grep BIND_NOW >/dev/null || { echo "$file is not bound at load"; exit 1; }
+  readelf -sW --dyn-syms "$file" | grep __stack_chk_fail >/dev/null || { echo "$file has no stack protector"; exit 1; }
+done
 
 rm -rf "$out/root"
 for package in "${packages[@]}"; do
