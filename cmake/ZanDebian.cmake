@@ -6,6 +6,11 @@ set(debian_version "${PROJECT_VERSION}-1")
 set(maintainer "The Zan maintainers <maintainers@zan.example>")
 string(TIMESTAMP debian_date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 
+# Without the stack protector, which Debian's flags ask for: in these files it protects only structures with constant
+# offsets, and makes short operations 10 to 30 % slower.
+set_source_files_properties(poly/convexity.cpp space/lines.cpp TARGET_DIRECTORY zan_objects
+                            PROPERTIES COMPILE_OPTIONS -fno-stack-protector)
+
 # Compresses a file, without its date and name, so that the packages are reproducible.
 function(zan_compress from to)
   execute_process(COMMAND gzip -9nc "${from}" OUTPUT_FILE "${to}" COMMAND_ERROR_IS_FATAL ANY)

@@ -1,4 +1,5 @@
-# Checks a DLL: it exports the symbols on its list, imports from no unexpected DLL, and has the project's version.
+# Checks a DLL: it exports the symbols on its list, imports from no unexpected DLL, is hardened, and has the project's
+# version.
 # cmake -DLIBRARY=... -DLIST=... -DVERSION=... -DOBJDUMP=... -DIMPORTS=zan_platform.dll -P check_dll.cmake
 cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND "${OBJDUMP}" -p "${LIBRARY}" OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
@@ -25,6 +26,13 @@ if(imports)
   message(FATAL_ERROR "${LIBRARY} also imports from ${imports}")
 endif()
 
+# Addresses above 4 GB are randomised, and data cannot be executed.
+foreach(property IN ITEMS HIGH_ENTROPY_VA DYNAMIC_BASE NX_COMPAT)
+  if(NOT headers MATCHES "${property}")
+    message(FATAL_ERROR "${LIBRARY} is not marked ${property}")
+  endif()
+endforeach()
+
 # The fixed part of the version resource: a signature, then file and product version, each as minor, major, 0, 0.
 file(READ "${LIBRARY}" bytes HEX)
 string(REGEX MATCH "bd04effe00000100(..)(..)(..)(..)00000000(..)(..)(..)(..)00000000" fixed "${bytes}")
@@ -44,4 +52,4 @@ foreach(text IN ITEMS FileDescription OriginalFilename "${name}" "${VERSION}.0.0
     message(FATAL_ERROR "the version resource of ${LIBRARY} lacks '${text}'")
   endif()
 endforeach()
-message(STATUS "${count} exports, as listed; imports and version as expected")
+message(STATUS "${count} exports, as listed; imports, hardening and version as expected")
