@@ -12,6 +12,14 @@ namespace {
 constexpr uint32_t kTables = Zan_Service_FastTrig | Zan_Service_FastCharMath;
 constexpr uint32_t kAllProvided = Zan_Service_Basic | kTables;
 
+void freeTables(Zan_Globals& block) {
+    for (void** Zan_Globals::*table :
+         {&Zan_Globals::sineTable, &Zan_Globals::charMultiplyTable, &Zan_Globals::charDivideTable}) {
+        Bel_FreeHandle(block.*table);
+        block.*table = nullptr;
+    }
+}
+
 // A library that is not started, with values that no lifecycle operation may touch. Frees what a test leaves behind.
 struct Library {
     Library() {
@@ -23,9 +31,7 @@ struct Library {
     }
     ~Library() {
         Bel_SetAllocationFailure(0, 0, false);
-        Bel_FreeHandle(Zanp_G.sineTable);
-        Bel_FreeHandle(Zanp_G.charMultiplyTable);
-        Bel_FreeHandle(Zanp_G.charDivideTable);
+        freeTables(Zanp_G);
         Zanp_G = {};
     }
     Library(const Library&) = delete;
@@ -145,6 +151,26 @@ TEST_CASE("a library that is not started keeps its globals and cannot be stopped
         CHECK(host.takeAll() == "0x110015 sev 8 code 11: the library has not been started.");
         CHECK(same(Zanp_G, before));
     }
+}
+
+TEST_CASE("a start forgets the tables of a failed start, unless the host has freed them") {
+    const Library library;
+    HostReports host;
+    const auto fail = [&] {
+        REQUIRE(Zan_Birth(kTables | Zan_Service_Gaussian, nullptr) == kBel_Err_NoService);
+        CHECK(host.takeAll() == "0x11001D sev 8 code 5: Gaussian table initialization.");
+    };
+    fail();
+    Zan_Globals forgotten = Zanp_G;
+    REQUIRE(Zan_Birth(kTables, nullptr) == 0);
+    REQUIRE(Zan_Death() == 0);
+    CHECK(memoryCounts().handles == 3);
+    freeTables(forgotten);
+    fail();
+    freeTables(Zanp_G);
+    REQUIRE(Zan_Birth(kTables, nullptr) == 0);
+    REQUIRE(Zan_Death() == 0);
+    CHECK(memoryCounts().handles == 0);
 }
 
 TEST_CASE("a started library cannot be started again, nor take other globals") {

@@ -91,6 +91,10 @@ extern ZAN_API Zan_Globals Zanp_G;
 [[nodiscard]] ZAN_API int32_t Zan_CheckVersions(int32_t errorNumber, int32_t headerVersion);
 
 /// Starts the library and the requested services. The prepare counts keep their values.
+///
+/// A start overwrites the handles in Zanp_G without freeing them, since after Zan_GetGlobals they belong to the copy.
+/// So after a failed start, whose tables stay allocated, pass the three handles to Bel_FreeHandle and set them to null
+/// before the next start, except those that a copy of the block holds.
 /// @param services  any of Zan_Service_Basic, _FastTrig, _FastCharMath, _Gaussian; other bits are ignored
 /// @param started   receives the running services, after a failure those before the failing one; may be null. Not
 ///                  written when the library is already started
