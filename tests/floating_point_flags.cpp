@@ -1,6 +1,6 @@
 // Floating-point flags: with finite arguments, and unless a result overflows, no operation raises the invalid or the
 // divide-by-zero flag, with any kernel, except the few whose own steps divide by zero.
-#include "frame/processor.h"
+#include "tests/support/instruction_sets.h"
 #include "tools/selfcheck/batch.h"
 #include "zan/platform/bel.h"
 
@@ -36,17 +36,6 @@ void fail(const std::string& what, int kernel, int flags) {
     ++failures;
 }
 
-// Makes each kernel that this machine can run the active one, the plain one first, and calls check(number).
-template <class Check>
-void eachKernel(const Check& check) {
-    // Asked only once: in virtual machines the query is slow.
-    static const int last = static_cast<int>(zan::supportedInstructionSet());
-    for (int kernel = 0; kernel <= last; ++kernel) {
-        zan::activeInstructionSetOrNone = kernel;
-        check(kernel);
-    }
-}
-
 // The flags of one case, or 0 if it is not counted.
 int flagsOf(const Entry& entry, uint64_t n) {
     Draw draw(n);
@@ -62,7 +51,7 @@ void checkOperation(const Entry& entry) {
     bool divides = false;
     for (uint64_t n = 0; n < kCases; ++n) {
         int plainFlags = 0;
-        eachKernel([&](int kernel) {
+        eachInstructionSet([&](int kernel) {
             const int flags = flagsOf(entry, n);
             if (kernel == 0) plainFlags = flags;
             divides = divides || flags != 0;
