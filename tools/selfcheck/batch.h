@@ -15,6 +15,8 @@
 #include <cstring>
 #include <functional>
 #include <iterator>
+#include <memory>
+#include <new>
 #include <span>
 #include <string>
 #include <tuple>
@@ -213,6 +215,36 @@ private:
     bool print_;
 };
 
+/// Where the records that operations take are stored. A test may replace it before the first call.
+struct RecordMemory {
+    void* (*allocate)(size_t bytes);
+    void (*release)(void* memory);
+};
+inline RecordMemory recordMemory = {[](size_t bytes) { return ::operator new(bytes); },
+                                    [](void* memory) { ::operator delete(memory); }};
+
+/// An array of records in that memory.
+template <class T>
+class Records {
+public:
+    explicit Records(size_t count) : first_(static_cast<T*>(recordMemory.allocate(count * sizeof(T)))), count_(count) {
+        std::uninitialized_value_construct_n(first_, count);
+    }
+    Records(Records&& other) noexcept : first_(std::exchange(other.first_, nullptr)), count_(other.count_) {}
+    Records& operator=(Records&&) = delete;
+    ~Records() {
+        if (first_ == nullptr) return;
+        std::destroy_n(first_, count_);
+        recordMemory.release(first_);
+    }
+    T* begin() const { return first_; }
+    T* end() const { return first_ + count_; }
+
+private:
+    T* first_;
+    size_t count_;
+};
+
 /// An argument: a value, the target of a reference, or an array of eight elements for a pointer.
 template <class P>
 struct Argument {
@@ -220,15 +252,15 @@ struct Argument {
     using Target = std::remove_pointer_t<std::remove_reference_t<P>>;
     using Value = std::remove_const_t<Target>;
 
-    explicit Argument(Draw& d) {
+    explicit Argument(Draw& d) : values(kArray ? 8 : 1) {
         for (Value& value : values) d.fill(value);
-        if constexpr (kOneOf<P, int16_t, int32_t>) values[0] = static_cast<P>(d.limited(values[0]));
+        if constexpr (kOneOf<P, int16_t, int32_t>) *values.begin() = static_cast<P>(d.limited(*values.begin()));
     }
     P pass() {
         if constexpr (kArray) {
-            return values;
+            return values.begin();
         } else {
-            return values[0];
+            return *values.begin();
         }
     }
     void add(Sum& sum) const {
@@ -237,7 +269,7 @@ struct Argument {
         }
     }
 
-    Value values[kArray ? 8 : 1];
+    Records<Value> values;
 };
 
 /// An operation. Its name is the key of its sum in golden.sums.
@@ -281,9 +313,10 @@ template <class C, class R, class... A, class Member>
 Entry memberEntry(const char* name, Member f, IntegerRange integers) {
     return {name, [=](Draw& d, Sum& sum) {
                 d.limit(integers);
-                C object = d.draw<C>();
-                runCase<A...>(d, sum, [&](auto&&... a) -> R { return (object.*f)(std::forward<decltype(a)>(a)...); });
-                sum.add(object);
+                Argument<C&> object(d);
+                runCase<A...>(d, sum,
+                              [&](auto&&... a) -> R { return (object.pass().*f)(std::forward<decltype(a)>(a)...); });
+                object.add(sum);
             }};
 }
 template <class C, class R, class... A>
