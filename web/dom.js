@@ -2,7 +2,7 @@
 // in front of the eye; and the elements at a point, front to back. The page is not changed.
 import { flatParent, isInTopLayer, makeBox, outlineOfBox } from './dom/boxes.js';
 import { isEdgeOn } from './dom/geometry.js';
-import { PaintOrder } from './dom/paint_order.js';
+import { Hits } from './dom/hits.js';
 
 export { load } from './wasm.js';
 
@@ -33,7 +33,7 @@ export class Look {
     this.styles = new Map();
     this.boxes = new Map();
     this.outlines = new Map();
-    this.orders = new Map();
+    this.hits = new Map();
     this.stacking = new Map();
     this.scrolls = new Map();
     this.hasFullscreen = document.fullscreenElement !== null;
@@ -71,26 +71,14 @@ export class Look {
   hitsAt(x, y, { within = this.document, tolerance = 0 } = {}) {
     const element = within.nodeType === 9 ? within.documentElement : within;
     this.#check(element);
-    const root = this.#stackingRoot(element);
-    let order = this.orders.get(root);
-    if (!order) this.orders.set(root, (order = new PaintOrder(root, this)));
-    return order.hitsAt(x, y, tolerance, within);
+    let hits = this.hits.get(element);
+    if (!hits) this.hits.set(element, (hits = new Hits(element, this)));
+    return hits.at(x, y, tolerance, within.getRootNode());
   }
 
   #check(element) {
     if (element?.nodeType !== 1) throw new TypeError('zan: an element is needed');
     if (element.ownerDocument !== this.document) throw new TypeError('zan: the element is of another document');
-  }
-
-  // The nearest stacking context: the element itself or an ancestor.
-  #stackingRoot(element) {
-    let root = element;
-    while (root !== this.document.documentElement && !PaintOrder.isolates(root, this)) {
-      const parent = flatParent(root);
-      if (!parent) break;
-      root = parent;
-    }
-    return root;
   }
 
   /** @param {Element} element */

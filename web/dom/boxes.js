@@ -13,7 +13,7 @@ import { cornerIn, layoutSize, offsetIn } from './offsets.js';
 const SVG = 'http://www.w3.org/2000/svg';
 
 /** Whether an element is drawn inside an SVG image, where CSS boxes do not exist. */
-const isInsideSvg = (element) => element.namespaceURI === SVG && element.ownerSVGElement !== null;
+export const isInsideSvg = (element) => element.namespaceURI === SVG && element.ownerSVGElement !== null;
 
 /** The parent in the tree that is laid out: slots and shadow hosts included. */
 export function flatParent(element) {
@@ -21,6 +21,16 @@ export function flatParent(element) {
   const parent = element.parentNode;
   if (!parent) return null;
   return parent.nodeType === 11 ? (parent.host ?? null) : parent.nodeType === 1 ? parent : null;
+}
+
+/** The children in the tree that is laid out. */
+export function flatChildren(element) {
+  if (element.shadowRoot) return element.shadowRoot.children;
+  if (element.localName === 'slot') {
+    const assigned = element.assignedElements();
+    if (assigned.length > 0) return assigned;
+  }
+  return element.children;
 }
 
 /** Whether an element is in the top layer, where the viewport is the parent of its box. */
@@ -87,6 +97,27 @@ export class Plane {
     const orientation =
       m[0] * (m[5] * m[15] - m[7] * m[13]) - m[1] * (m[4] * m[15] - m[7] * m[12]) + m[3] * (m[4] * m[13] - m[5] * m[12]);
     return orientation * determinant(m) < 0;
+  }
+
+  /**
+   * For points within a tolerance of (x, y): a box of this plane that is smaller than this, and is painted there, is in
+   * front of the eye as a whole, and so within its bounding box. 0 where bounding boxes follow other rules; Infinity
+   * where nothing of the plane is painted.
+   */
+  sizeInFront(x, y, tolerance) {
+    const [m] = this.maps;
+    if (this.isBounded === undefined) {
+      const isSame = [0, 1, 3, 4, 5, 7, 12, 13, 15].every((i) => Math.abs(m[i] - this.boxMap[i]) <= 1e-9 * Math.abs(m[i]));
+      this.isBounded = this.maps.length === 1 && isSame;
+      if (this.isBounded) this.toPlane = invert(asPlaneMap(m));
+    }
+    if (!this.isBounded) return 0;
+    const slope = Math.hypot(m[3], m[7]);
+    if (slope === 0) return Infinity;
+    // The inverse of w, a linear function of the point on the screen.
+    const [, , , a, , , , b, , , , , , , , c] = this.toPlane;
+    const inverse = a * x + b * y + c + tolerance * (Math.abs(a) + Math.abs(b));
+    return inverse <= 0 ? Infinity : 1 / (inverse * slope);
   }
 
   /** Projects a point of the viewport onto the outer plane. */

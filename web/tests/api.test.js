@@ -2,6 +2,7 @@
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { openBrowser, show } from './browser.js';
+import { distanceTo, holds } from './truth.js';
 
 let browser;
 let page;
@@ -42,4 +43,26 @@ test('a look does not notice a later change of the page, zan.outlineOf does', as
     return [before, widthOf(look.outlineOf(other)), widthOf(zan.outlineOf(other))];
   });
   assert.deepEqual(widths, [100, 100, 150]);
+});
+test('boxes across the eye are hit where their outlines are, although their bounding boxes are elsewhere', async () => {
+  const box = (i) => `<p style="position: absolute; margin: 0; left: ${(i * 83) % 700}px; top: ${(i * 47) % 350}px; width: ${5 + i * 9}px; height: ${70 - i}px">${i}</p>`;
+  await show(page, `<!doctype html><div style="perspective: 150px; width: 700px"><div style="width: 700px; height: 400px; rotate: y 75deg">
+    ${Array.from({ length: 60 }, (_, i) => box(i)).join('')}</div></div>`);
+  const { missed, across } = await page.evaluate(`(() => {
+    ${holds} ${distanceTo}
+    const look = zan.look();
+    const outlines = [...document.querySelectorAll('p')].map((element) => ({ element, ...look.outlineOf(element) }));
+    const missed = [];
+    for (let y = 3.5; y < innerHeight; y += 41) {
+      for (let x = 3.5; x < innerWidth; x += 29) {
+        const hits = zan.look().hitsAt(x, y);
+        for (const { element, points } of outlines) {
+          if (holds(points, x, y) !== hits.includes(element) && distanceTo(points, x, y) > 0.01) missed.push([element.textContent, x, y]);
+        }
+      }
+    }
+    return { missed, across: outlines.filter(({ behind }) => behind.includes(true) && behind.includes(false)).length };
+  })()`);
+  assert.deepEqual(missed, []);
+  assert.ok(across > 10, `${across} boxes across the eye`);
 });

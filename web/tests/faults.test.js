@@ -10,6 +10,7 @@ import { problemsOf } from './check.js';
 const style = (from, to, noticed) => ({ file: 'dom/style.js', from, to, noticed });
 const boxes = (from, to, noticed) => ({ file: 'dom/boxes.js', from, to, noticed });
 const offsets = (from, to, noticed) => ({ file: 'dom/offsets.js', from, to, noticed });
+const hits = (from, to, noticed) => ({ file: 'dom/hits.js', from, to, noticed });
 const order = (from, to, noticed) => ({ file: 'dom/paint_order.js', from, to, noticed });
 
 const faults = [
@@ -73,16 +74,16 @@ const faults = [
   order('for (const float of flow.floats) this.#paint(float, []);\n', '', /^levels, floats/),
   order("else if (style.display.startsWith('inline')) flow.inlines.push([child, true]);\n      else", 'else', /^levels, floats/),
   order('if (!isContext) this.#gatherLevels(child, levels);', 'this.#gatherLevels(child, levels);', /^a z-index counts only/),
-  order('children = [...children].sort', 'void [...children].sort', /^levels of flex/),
-  order('return depthB - depthA', 'return b.index - a.index', /^depth in a space$/),
+  order('children.sort(', 'children.slice().sort(', /^levels of flex/),
+  order('return depthB - depthA', 'return index.get(b.element) - index.get(a.element)', /^depth in a space$/),
   order('> 1e-6 *', '> -1 *', /^ties in depth/),
-  order("box.style.visibility === 'visible'", 'true', /^hidden boxes/),
-  order('!box.plane?.isHidden && ', '', /^turned-away/),
+  hits("box.style.visibility !== 'visible'", 'false', /^hidden boxes/),
+  hits('box.plane?.isHidden || ', '', /^turned-away/),
   boxes('return orientation * determinant(m) < 0', 'return orientation < 0', /^turned-away/),
   boxes('(transformed || parent?.keepsSpace)', 'transformed', /^turned-away/),
   boxes('this.isHidden = outer !== null && outer.isHidden;', 'this.isHidden = false;', /^a hidden back/),
-  order('if (item.element.getRootNode() !== scope) continue;', '', /^slots/),
-  order('!isRow(hit) || others', 'true || others', /^rows, cells/),
+  hits(' && element.getRootNode() === scope', '', /^slots/),
+  hits('!isRow(hit) || others', 'true || others', /^rows, cells/),
 ];
 
 let browser;
