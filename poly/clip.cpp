@@ -3,6 +3,7 @@
 #include "poly/small_buffer.h"
 #include "zan/poly.h"
 
+#include <cstring>
 #include <iterator>
 
 namespace {
@@ -22,6 +23,29 @@ struct Line {
     // cross(to - from, p - from): 0 on the line, negative to the right of the edge.
     double evaluate(const Vector4& p) const { return a * p.x + b * p.y + c; }
 };
+
+// Two numbers, one for each of two vertices. GCC does not vectorize the loop by itself.
+using Lanes = double __attribute__((vector_size(16)));
+using LaneCounts = decltype(Lanes{} < Lanes{});
+
+// The values of a line at vertices. Returns the number of vertices inside.
+size_t evaluate(const Line& line, const Vector4* vertices, size_t count, double* values) {
+    const Line l = line;
+    LaneCounts inside{};
+    size_t i = 0;
+    for (; i + 2 <= count; i += 2) {
+        const Lanes x = {vertices[i].x, vertices[i + 1].x}, y = {vertices[i].y, vertices[i + 1].y};
+        const Lanes value = l.a * x + l.b * y + l.c;
+        std::memcpy(values + i, &value, sizeof value);
+        inside -= value < Lanes{kInsideLimit, kInsideLimit};
+    }
+    auto total = static_cast<size_t>(inside[0] + inside[1]);
+    if (i < count) {
+        values[i] = l.evaluate(vertices[i]);
+        total += values[i] < kInsideLimit ? 1 : 0;
+    }
+    return total;
+}
 
 // Where the segment from s to p crosses a line. atS and atP are the line's values at the ends; z and w are interpolated
 // by them. When the lines are nearly parallel, x and y are not divided by the near-zero denominator.
@@ -72,26 +96,30 @@ private:
     void clip(const Line& line) {
         if (size_ <= 2) size_ = 0;
         double* values = values_.get(size_);
-        size_t inside = 0;
-        for (size_t i = 0; i < size_; ++i) {
-            values[i] = line.evaluate(vertices_[i]);
-            inside += values[i] < kInsideLimit ? 1 : 0;
-        }
-        if (inside == size_) return;
+        if (evaluate(line, vertices_, size_, values) == size_) return;
         // A run of outside vertices is replaced by two intersections, so it adds at most one vertex. There are at most
         // size_ / 2 such runs.
         Vector4* const clipped = buffers_[next_].get(size_ + size_ / 2);
         next_ = 1 - next_;
-        size_t count = 0;
-        for (size_t i = 0, s = size_ - 1; i < size_; s = i++) {
-            const bool isInside = values[i] < kInsideLimit;
-            if (isInside != (values[s] < kInsideLimit)) {
-                clipped[count++] = intersection(line, vertices_[s], values[s], vertices_[i], values[i]);
-            }
-            if (isInside) clipped[count++] = vertices_[i];
+        const auto isInside = [values](size_t i) { return values[i] < kInsideLimit; };
+        const auto intersectionBefore = [&](size_t i) {
+            const size_t s = (i == 0 ? size_ : i) - 1;
+            return intersection(line, vertices_[s], values[s], vertices_[i], values[i]);
+        };
+        // Runs of vertices inside are copied, runs outside skipped, with an intersection wherever one follows the other.
+        Vector4* end = clipped;
+        size_t i = 0;
+        if (isInside(0) != isInside(size_ - 1)) *end++ = intersectionBefore(0);
+        while (true) {
+            for (; i < size_ && isInside(i); ++i) *end++ = vertices_[i];
+            if (i == size_) break;
+            if (i > 0) *end++ = intersectionBefore(i);
+            while (i < size_ && !isInside(i)) ++i;
+            if (i == size_) break;
+            *end++ = intersectionBefore(i);
         }
         vertices_ = clipped;
-        size_ = count;
+        size_ = static_cast<size_t>(end - clipped);
     }
 
     const Vector4* vertices_;

@@ -1,7 +1,8 @@
-// Clipped polygons, by winding numbers: around a point inside the clip polygon, the result winds as often as the
-// subject; around a point outside it, not at all.
+// Clipped polygons agree with their plain form, and by winding numbers: around a point inside the clip polygon, the
+// result winds as often as the subject; around a point outside it, not at all.
 
 #include "property.h"
+#include "tests/support/plain_forms.h"
 #include "tests/support/vectors.h"
 #include "zan/poly.h"
 
@@ -64,6 +65,9 @@ bool clip(Choices& c) {
     Zan_PolyPolyClip2D(&clip, &subject, &result);
     Zan_PolyPolyClip2D(&clip, &onSubject, &onSubject);
     Zan_PolyPolyClip2D(&onClip, &subject, &onClip);
+    Polygon plain;
+    if (clip.size() > 2) plain_forms::clip(clip, subject, plain);
+    must(std::equal(result.begin(), result.end(), plain.begin(), plain.end(), sameDoubles<Vector4>));
     must(std::equal(result.begin(), result.end(), onSubject.begin(), onSubject.end(), sameDoubles<Vector4>));
     must(std::equal(result.begin(), result.end(), onClip.begin(), onClip.end(), sameDoubles<Vector4>));
     for (const Vector4& p : result) {
