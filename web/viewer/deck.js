@@ -30,14 +30,12 @@ const SMALLEST_SCALE = 0.00001;
  * @property {number} maxScale  0 for none
  */
 
-class DeckError extends Error {}
-
 function number(element, attribute, otherwise, smallest = -LIMIT) {
   const text = element.getAttribute(`data-${attribute}`);
   if (text === null) return otherwise;
   const value = text.trim() === '' ? NaN : Number(text);
   if (value >= smallest && Math.abs(value) <= LIMIT) return value;
-  throw new DeckError(
+  throw new Error(
     `<${element.localName}${element.id ? ` id="${element.id}"` : ''}> data-${attribute}="${text}": ` +
       (smallest > 0 ? `not a number of ${smallest} or more` : 'not a number from -1e9 to 1e9'),
   );
@@ -51,7 +49,7 @@ function number(element, attribute, otherwise, smallest = -LIMIT) {
 export function layOut(page) {
   const root = page.getElementById('impress') ?? page.body;
   const elements = [...root.querySelectorAll('.step')];
-  if (elements.length === 0) throw new DeckError('No deck: no element has the class "step"');
+  if (elements.length === 0) throw new Error('No deck: no element has the class "step"');
   const deck = {
     root,
     width: number(root, 'width', 1024, SMALLEST_SIZE),
@@ -111,13 +109,12 @@ export function watchSizes(steps, changed) {
 
 function readStep(element, before, index) {
   const order = element.getAttribute('data-rotate-order') ?? 'xyz';
-  if ([...order].sort().join('') !== 'xyz')
-    throw new DeckError(`data-rotate-order="${order}": not x, y and z, each once`);
-  if (element.parentElement.closest('.step')) throw new DeckError('A step inside a step is not supported');
+  if ([...order].sort().join('') !== 'xyz') throw new Error(`data-rotate-order="${order}": not x, y and z, each once`);
+  if (element.parentElement.closest('.step')) throw new Error('A step inside a step is not supported');
   const position = Object.fromEntries(
     ['x', 'y', 'z'].map((axis) => {
       if (element.hasAttribute(`data-rel-${axis}`) && !element.hasAttribute(`data-${axis}`))
-        throw new DeckError('Relative positions (data-rel-) are not supported');
+        throw new Error('Relative positions (data-rel-) are not supported');
       return [axis, number(element, axis, before?.[axis] ?? 0)];
     }),
   );

@@ -80,6 +80,7 @@ export class DeckTab {
       return false;
     }
     this.html = html;
+    this.clock = new Clock();
     byId('steps').replaceChildren(...this.deck.steps.map((step, i) => make('li', {}, this.#stepRow(step, i))));
     this.#arrive(0);
     return true;
@@ -129,8 +130,7 @@ export class DeckTab {
     if (matchMedia('(prefers-reduced-motion: reduce)').matches) return this.#arrive(step);
     const flight = { start: performance.now() };
     this.flight = flight;
-    this.active = step;
-    this.walk = 0;
+    this.#change({ active: step, base: from, walk: 0 });
     const fly = (now) => {
       if (this.flight !== flight) return;
       const t = Math.min(Math.max((now - flight.start) / FLIGHT, 0), 1);
@@ -201,10 +201,10 @@ export class DeckTab {
     const nearest = answer.nearest && { points: answer.nearest.layer.points, distance: answer.nearest.distance };
     paint(stage.paper(), stage.size, { shapes, pointer, tolerance, nearest });
     paintPlan(byId('plan'), layers, view, order);
-    this.#fillPanels(layers, answer, view, tolerance);
+    this.#fillPanels(layers, answer, tolerance);
   }
 
-  #fillPanels(layers, { hits, nearest }, view, tolerance) {
+  #fillPanels(layers, { hits, nearest }, tolerance) {
     const name = `${this.deck.steps[this.active].name}  ${this.active + 1} / ${layers.length}`;
     if (byId('step-name').textContent !== name) byId('step-name').textContent = name;
     byId('deck-tolerance').nextElementSibling.textContent = `${tolerance} px`;
@@ -231,7 +231,8 @@ export class DeckTab {
       const { share } = layers[i];
       button.querySelector('i').style.width = `${100 * (share ?? 0)}%`;
       button.querySelector('.number').textContent = percent(share);
-      button.toggleAttribute('aria-current', i === this.active);
+      if (i === this.active) button.setAttribute('aria-current', 'step');
+      else button.removeAttribute('aria-current');
     });
     byId('deck-speed').replaceChildren(
       make('b', {}, `${layers.length} layers`),

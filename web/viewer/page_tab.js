@@ -72,6 +72,7 @@ export class PageTab {
 
   async #show(html) {
     this.html = html;
+    this.clock = new Clock();
     this.kept = null;
     if (await this.stage.show(html, byId('from-net').checked)) this.#draw();
   }

@@ -28,6 +28,7 @@ export class Stage {
     this.element = element;
     this.handlers = handlers;
     this.pointer = null;
+    this.requests = 0;
     this.frame = document.createElement('iframe');
     this.frame.sandbox = 'allow-same-origin';
     this.frame.inert = true;
@@ -56,11 +57,11 @@ export class Stage {
    * @param {boolean} [fromNet]  whether its pictures, styles and fonts may load
    */
   async show(html, fromNet = false) {
-    const turn = (this.turn = (this.turn ?? 0) + 1);
+    const request = ++this.requests;
     const loaded = new Promise((resolve) => this.frame.addEventListener('load', resolve, { once: true }));
     this.frame.srcdoc = (fromNet ? '' : OFFLINE) + html;
     await loaded;
-    return turn === this.turn;
+    return request === this.requests;
   }
 
   /** The canvas cleared, in CSS pixels. */
