@@ -41,7 +41,7 @@ struct Extent {
 };
 
 template <class Box, class Point, class T>
-Box boxAround(const Point (&corners)[4], T Point::*h, T Point::*v) {
+inline Box boxAround(const Point (&corners)[4], T Point::*h, T Point::*v) {
     const Extent<T> x(corners[0].*h, corners[1].*h, corners[2].*h, corners[3].*h);
     const Extent<T> y(corners[0].*v, corners[1].*v, corners[2].*v, corners[3].*v);
     return {x.low, y.low, x.high, y.high};
@@ -49,7 +49,7 @@ Box boxAround(const Point (&corners)[4], T Point::*h, T Point::*v) {
 
 // In double precision. Stores the transformed corners unless `corners` is null.
 template <class Rect>
-Zan_FloatRect transformedBox(const Zan_Matrix3& m, const Rect& rect, Vector2* corners) {
+inline Zan_FloatRect transformedBox(const Zan_Matrix3& m, const Rect& rect, Vector2* corners) {
     Vector2 own[4];
     putCorners<double>(rect, own);
     for (Vector2& corner : own) corner = zan::affine(m, corner);
