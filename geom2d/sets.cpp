@@ -15,13 +15,13 @@ bool sect(const R* a, const R* b, R* destination) {
     // copied, since the destination may be either.
     const R p = destination == b ? *b : *a;
     const R q = destination == b ? *a : *b;
-    *destination = R{};
-    if (!hit) return false;
-    destination->left = larger(p.left, q.left);
-    destination->top = larger(p.top, q.top);
-    destination->right = smaller(p.right, q.right);
-    destination->bottom = smaller(p.bottom, q.bottom);
-    return true;
+    R common;
+    common.left = larger(p.left, q.left);
+    common.top = larger(p.top, q.top);
+    common.right = smaller(p.right, q.right);
+    common.bottom = smaller(p.bottom, q.bottom);
+    *destination = hit ? common : R{};
+    return hit;
 }
 
 // target := the union of source and target.
