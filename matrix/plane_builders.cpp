@@ -1,17 +1,15 @@
 // Builds transforms of the plane: appends a translation, rotation, scale or skew, m := m * T. Angles in degrees.
+#include "matrix/elements.h"
 #include "scalar/trigonometry.h"
-#include "zan/matrix.h"
 #include "zan/scalar.h"
+
+#include <cmath>
 
 namespace {
 
 // m := m * T with the rows (m00, m01, 0), (m10, m11, 0), (m20, m21, 1).
-void append(Zan_Matrix3* m, double m00, double m01, double m10, double m11, double m20, double m21) {
-    Zan_Matrix3 step(/*identity=*/true);
-    step.m00 = m00, step.m01 = m01;
-    step.m10 = m10, step.m11 = m11;
-    step.m20 = m20, step.m21 = m21;
-    Zan_ConcatMatrix(&step, m);
+inline void append(Zan_Matrix3* m, double m00, double m01, double m10, double m11, double m20, double m21) {
+    zan::assign(*m, zan::product(zan::elements(*m), {{{m00, m01, 0}, {m10, m11, 0}, {m20, m21, 1}}}));
 }
 
 }  // namespace
@@ -23,7 +21,7 @@ int32_t Zan_TranslateMatrix(Zan_Matrix3* m, double tx, double ty) {
 
 int32_t Zan_RotateMatrix(Zan_Matrix3* m, double degrees, double cx, double cy) {
     if (degrees == 0.0) return 0;
-    const double remainder = Zan_fmod(degrees, 360.0);
+    const double remainder = std::fabs(degrees) < 360.0 ? degrees : Zan_fmod(degrees, 360.0);
     if (remainder == 0.0) return 0;
     const auto [s, c] = zan::sineAndCosine(remainder * zan::kRadiansPerDegree);
     append(m, c, s, -s, c, (1.0 - c) * cx + cy * s, (1.0 - c) * cy - cx * s);
