@@ -78,13 +78,15 @@ int32_t blocks(const void* matrix, int32_t count, void* points, Block block) {
     return done == count ? count : zan::transformRest(transform, matrix, done, count, p);
 }
 
+// p[0], p[1], p[0], p[1]. Loads single elements: a wider load would defeat store-to-load forwarding if the caller has
+// just stored the matrix.
+Lanes alternating(const double* p) { return _mm256_blend_pd(all(p[0]), all(p[1]), 0xA); }
+
 // Two points at a time, x and y of both in the lanes.
 int32_t planeAffine(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
     auto* p = static_cast<double*>(points);
-    const Lanes row0 = _mm256_setr_pd(m[0], m[1], m[0], m[1]);
-    const Lanes row1 = _mm256_setr_pd(m[3], m[4], m[3], m[4]);
-    const Lanes row2 = _mm256_setr_pd(m[6], m[7], m[6], m[7]);
+    const Lanes row0 = alternating(m), row1 = alternating(m + 3), row2 = alternating(m + 6);
     const auto product = [&](Lanes q) {
         const Lanes x = _mm256_movedup_pd(q), y = _mm256_permute_pd(q, 0xF);
         return plus(plus(times(x, row0), times(y, row1)), row2);
