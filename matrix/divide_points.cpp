@@ -1,7 +1,7 @@
 // Transforms points by a projective matrix and divides them by w. A w near zero is reported and thrown; the Fast
 // members do not test w.
 #include "frame/report.h"
-#include "matrix/kernels/points.h"
+#include "matrix/kernels/run_points.h"
 #include "matrix/point_rules.h"
 
 using zan::PointKernel;

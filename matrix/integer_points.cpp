@@ -1,7 +1,7 @@
 // Transforms 16-bit and 16.16 points in double precision: by an affine matrix, rounded, an overflow reported; and
 // 16-bit points by a matrix of space, clamped.
 #include "frame/report.h"
-#include "matrix/kernels/points.h"
+#include "matrix/kernels/run_points.h"
 #include "zan/matrix.h"
 
 using zan::PointKernel;

@@ -1,6 +1,6 @@
 // Transforms points and vectors in double precision: without a division by w, or with one that leaves out the points
 // whose w is near zero. Nothing here reports.
-#include "matrix/kernels/points.h"
+#include "matrix/kernels/run_points.h"
 #include "matrix/point_rules.h"
 
 using zan::PointKernel;

@@ -1,6 +1,6 @@
 // The outline of a layer in space: carried to the eye, clipped at the near plane, carried to the screen. Only the
 // points of the outline are allocated.
-#include "matrix/kernels/points.h"
+#include "matrix/kernels/run_points.h"
 #include "matrix/point_rules.h"
 #include "poly/outline.h"
 #include "poly/tracked_allocator.h"

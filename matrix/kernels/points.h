@@ -45,9 +45,6 @@ extern const PointKernel kAvx2PointKernel;
 /// The kernels of this build, indexed by zan::InstructionSet, with a null pointer at the end.
 extern const PointKernel* const kPointKernels[];
 
-/// Runs the kernel of zan::activeInstructionSet(), or the plain one for arrays too short to fill the lanes.
-int32_t transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points);
-
 /// For kernels: completes an array of count points, of which `done` are transformed, with the plain loop, and returns
 /// what the loop over the whole array returns. `rest` points to the first of the others, which are still unchanged.
 int32_t transformRest(PointTransform transform, const void* matrix, int32_t done, int32_t count, void* rest);

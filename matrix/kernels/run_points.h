@@ -1,0 +1,23 @@
+// Runs a loop over an array of points with the kernel of the active instruction set. Apart from points.h, because a
+// kernel's file must not include it. Inline, so that a call costs as little as possible before its first point.
+#ifndef ZAN_MATRIX_KERNELS_RUN_POINTS_H
+#define ZAN_MATRIX_KERNELS_RUN_POINTS_H
+
+#include "frame/processor.h"
+#include "matrix/kernels/points.h"
+
+namespace zan {
+
+/// The lanes hold a block of four points; most loops of a wider kernel would pass a shorter array on to the plain one.
+inline constexpr int32_t kMinPointsForLanes = 4;
+
+/// Runs the kernel of zan::activeInstructionSet(), or the plain one for arrays too short to fill the lanes.
+inline int32_t transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points) {
+    const PointKernel* kernel =
+        count < kMinPointsForLanes ? &kPlainPointKernel : kPointKernels[static_cast<int>(activeInstructionSet())];
+    return (kernel->*transform)(matrix, count, points);
+}
+
+}  // namespace zan
+
+#endif  // ZAN_MATRIX_KERNELS_RUN_POINTS_H
