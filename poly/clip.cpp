@@ -106,7 +106,7 @@ private:
             const size_t s = (i == 0 ? size_ : i) - 1;
             return intersection(line, vertices_[s], values[s], vertices_[i], values[i]);
         };
-        // Runs of vertices inside are copied, runs outside skipped, with an intersection wherever one follows the other.
+        // Runs of vertices inside are copied and runs outside skipped, with an intersection between one and the next.
         Vector4* end = clipped;
         size_t i = 0;
         if (isInside(0) != isInside(size_ - 1)) *end++ = intersectionBefore(0);

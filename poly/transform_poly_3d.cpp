@@ -48,13 +48,14 @@ void Zan_TransformPoly3D::TransformPointsToScreen(const Zan_Matrix4& eyeToScreen
         std::fill_n(cornerBehind, 4, false);
         return;
     }
-    unsigned inFront = 0, behind = 0;  // bit i for corner i
+    unsigned behind = 0;  // bit i for corner i
     for (int32_t i = 0; i < 4; ++i) {
         cornerBehind[i] = corners[i].z < Zan_kNearPlaneZ;
         behind |= unsigned{cornerBehind[i]} << i;
-        inFront |= unsigned{corners[i].z >= Zan_kNearPlaneZ} << i;
     }
-    if ((inFront | behind) == 0xF) {
+    // NaN for a corner with NaN, which is neither in front nor behind.
+    const double depths = corners[0].z + corners[1].z + corners[2].z + corners[3].z;
+    if (!std::isnan(depths)) {
         // What ClipEdgeToScreen does for each edge, but only edges that cross the plane are clipped. Their number is
         // nearly always 0 or 2, so that the loop is predicted; a branch for each edge would not be.
         const zan::Vector3 uncrossed = transformed(eyeToScreen, {0, 0, 0});
@@ -68,7 +69,7 @@ void Zan_TransformPoly3D::TransformPointsToScreen(const Zan_Matrix4& eyeToScreen
             const int32_t front = (i + isBehind) % 4, back = (i + 1 - isBehind) % 4;
             edgeClipPoints[i] = transformed(eyeToScreen, zan::nearPlanePoint(corners[front], corners[back]));
         }
-    } else {  // NaN: neither in front nor behind
+    } else {
         for (int32_t i = 0; i < 4; ++i) ClipEdgeToScreen(i);
         zan::transformPoints(&zan::PointKernel::spaceDivideUnlessNearZeroXYZ, &eyeToScreen, 4, edgeClipPoints);
     }

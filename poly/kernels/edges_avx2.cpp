@@ -38,30 +38,44 @@ Vertices load(const float* v) {
     return {_mm256_cvtps_pd(_mm_shuffle_ps(a, b, 0x88)), _mm256_cvtps_pd(_mm_shuffle_ps(a, b, 0xDD))};
 }
 
-// Both ends, relative to the point, are more than the margin away on the same side.
-Lanes bothFar(Lanes start, Lanes end, Lanes margin) {
-    const Lanes negative = _mm256_xor_pd(margin, all(-0.0));
-    return _mm256_or_pd(_mm256_and_pd(less(margin, start), less(margin, end)),
-                        _mm256_and_pd(less(start, negative), less(end, negative)));
+// Where vertices lie relative to the point, bit i for vertex i: left of it, below it, and beyond the margin in x or y,
+// on the side that the other bit of the same coordinate tells.
+struct Outcodes {
+    uint64_t left, farX, below, farY;
+};
+
+template <bool kTolerant>
+Outcodes outcodes(const Vertices& v, const zan::HitQuery& query) {
+    const Lanes x = all(query.x), y = all(query.y), margin = all(query.margin);
+    const uint64_t left = bitsOf(less(v.x, x));
+    if constexpr (!kTolerant) return {left, 0, 0, 0};
+    return {left, bitsOf(less(margin, abs(minus(v.x, x)))), bitsOf(less(v.y, y)),
+            bitsOf(less(margin, abs(minus(v.y, y))))};
 }
 
+// The outcodes of each vertex are found once, for the edge that starts there; those of the ends are the same shifted by
+// one bit.
 template <bool kTolerant, class T>
 zan::EdgeBits scan(const void* vertices, int32_t edges, const zan::HitQuery& query) {
     const auto* first = static_cast<const T*>(vertices);
-    const Lanes x = all(query.x), y = all(query.y), margin = all(query.margin);
-    zan::EdgeBits bits = {0, 0};
+    const auto four = [first, &query](int64_t i) { return outcodes<kTolerant>(load(first + 2 * i), query); };
+    Outcodes starts = {0, 0, 0, 0};
     for (int32_t next = 0; next < edges; next += 4) {
         const int32_t i = next < edges - 4 ? next : edges - 4;  // the last block overlaps the one before
-        const T* v = first + 2 * static_cast<int64_t>(i);
-        const Vertices start = load(v), end = load(v + 2);
-        bits.spanning |= bitsOf(_mm256_xor_pd(less(start.x, x), less(end.x, x))) << i;
-        if constexpr (kTolerant) {
-            const Lanes farX = bothFar(minus(start.x, x), minus(end.x, x), margin);
-            const Lanes farY = bothFar(minus(start.y, y), minus(end.y, y), margin);
-            bits.maybeNear |= (~bitsOf(_mm256_or_pd(farX, farY)) & 0xF) << i;
-        }
+        const Outcodes o = four(i);
+        starts.left |= o.left << i;
+        starts.farX |= o.farX << i;
+        starts.below |= o.below << i;
+        starts.farY |= o.farY << i;
     }
-    return bits;
+    const Outcodes last = four(edges - 3);  // bit 3 is for the last vertex
+    const auto ends = [edges](uint64_t bits, uint64_t lastFour) { return bits >> 1 | (lastFour >> 3) << (edges - 1); };
+    const uint64_t spanning = starts.left ^ ends(starts.left, last.left);
+    if constexpr (!kTolerant) return {spanning, 0};
+    const uint64_t crossesY = starts.below ^ ends(starts.below, last.below);
+    const uint64_t bothFarX = starts.farX & ends(starts.farX, last.farX) & ~spanning;
+    const uint64_t bothFarY = starts.farY & ends(starts.farY, last.farY) & ~crossesY;
+    return {spanning, ~(bothFarX | bothFarY) & ~uint64_t{0} >> (64 - edges)};
 }
 
 // One coordinate of four vertices, loaded one by one: the caller has often just stored them one by one, and a wider
