@@ -56,6 +56,19 @@ struct Extent {
 // The extent of no coordinates.
 constexpr Extent kEmptyExtent = {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
 
+struct Bounds {
+    Extent x = kEmptyExtent, y = kEmptyExtent;
+};
+// A function of its own: inlined where other functions are called, it would keep the bounds in memory.
+[[gnu::noinline]] Bounds boundsOf(const auto* points, size_t count) {
+    Bounds bounds;
+    for (size_t i = 0; i < count; ++i) {
+        bounds.x.include(points[i].x);
+        bounds.y.include(points[i].y);
+    }
+    return bounds;
+}
+
 // One axis of the grid: 2^29 steps from the least to the greatest coordinate.
 struct Axis {
     double low, step, divisor;
@@ -226,19 +239,15 @@ size_t gridHull(uint64_t*& keys, uint64_t*& scratch, size_t count) {
 
 template <class Point>
 void computeHull(const Point* first, size_t count, std::vector<Point>& hull) {
-    Extent horizontal = kEmptyExtent, vertical = kEmptyExtent;
-    for (const Point* p = first; p != first + count; ++p) {
-        horizontal.include(p->x);
-        vertical.include(p->y);
-    }
-    const Axis x(horizontal), y(vertical);
+    const Bounds bounds = boundsOf(first, count);
+    const Axis x(bounds.x), y(bounds.y);
     zan::SmallBuffer<uint64_t, kMaxPointsForRanks + 1> buffers[2];
     uint64_t* keys = buffers[0].get(count + 1);
     size_t listed = count;
     if (count < kMinPointsForFilter) {
         std::iota(keys, keys + count, 0);
     } else {
-        listed = listCandidates(first, count, vertical, keys);
+        listed = listCandidates(first, count, bounds.y, keys);
     }
     std::transform(keys, keys + listed, keys, [=](uint64_t i) {
         return pack({x.snap(first[i].x), y.snap(first[i].y)});
