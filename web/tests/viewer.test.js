@@ -112,6 +112,13 @@ test('the list has what is under the pointer, front to back, and the distance of
   assert.equal(await text('#deck-hits'), 'Point at the stage');
 });
 
+test('a step without a size is a camera, not a layer', async () => {
+  await choose('dusk');
+  await pointAt(0.5, 0.5);
+  assert.deepEqual((await names('#deck-hits')).slice(0, 2), ['forest', 'near-range']);
+  assert.ok(!(await names('#deck-hits')).includes('overview'));
+});
+
 test('a wider tolerance hits what is beside', async () => {
   await choose('gallery');
   await pointAt(0.29, 0.4);
