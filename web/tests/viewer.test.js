@@ -66,7 +66,7 @@ async function drop(name, content) {
 }
 
 test('the self-check runs in the page', async () => {
-  await page.waitForSelector('.check.good, .check.bad', { timeout: 30000 });
+  await page.waitForSelector('.check.good, .check.bad', { timeout: 120000 });
   assert.match(await text('#selfcheck'), /the same bits: (\d+) of \1 operations/);
 });
 
