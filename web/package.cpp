@@ -6,6 +6,7 @@
 #include <emscripten.h>
 
 #include <algorithm>
+#include <cstdarg>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -70,6 +71,12 @@ void distances(const Poly& poly, int32_t count, const Vector2* points, double* o
 }  // namespace
 
 extern "C" {
+
+/// The formatting of messages needs no floating point, whose code is large.
+int vsniprintf(char* text, size_t size, const char* format, va_list arguments);
+int __wrap_vsnprintf(char* text, size_t size, const char* format, va_list arguments) {
+    return vsniprintf(text, size, format, arguments);
+}
 
 /// Keeps reports for JavaScript from now on; returns where.
 EMSCRIPTEN_KEEPALIVE Report* zan_start() {

@@ -1,7 +1,7 @@
 // The package: packed and installed, imported by node, a page without a bundler and a worker; and its types.
 import assert from 'node:assert/strict';
 import { execFile } from 'node:child_process';
-import { mkdir, mkdtemp, rm, writeFile } from 'node:fs/promises';
+import { mkdir, mkdtemp, readFile, rm, writeFile } from 'node:fs/promises';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
@@ -101,6 +101,30 @@ test('the self-check in a browser', async () => {
     const { same, line, details } = await check();
     assert.ok(same, details.join('\n'));
     assert.match(line, /^This browser gives the same bits: (\d+) of \1 operations$/);
+  } finally {
+    await browser.close();
+  }
+});
+
+const example = (file) => readFile(new URL(`../examples/${file}`, import.meta.url), 'utf8');
+
+test('the example of zan.js', async () => {
+  await writeFile(join(folder, 'example.mjs'), await example('package.js'));
+  const { stdout } = await run(process.execPath, [join(folder, 'example.mjs')]);
+  assert.deepEqual(stdout.trim().split('\n'), ['4 true true', 'true 8', '0.5', '11002d 8 unable to invert matrix.']);
+});
+
+test('the example of dom.js', async () => {
+  const { browser, page } = await openBrowser();
+  try {
+    const lines = [];
+    page.on('console', (message) => lines.push(message.text()));
+    page.content = `<!doctype html><script type="importmap">{ "imports": { "zan/": "/" } }</script><svg><polygon /></svg>
+      <main style="perspective: 500px"><div class="card" style="width: 800px; height: 400px; rotate: y 80deg">
+      <p>p</p></div></main><script type="module">${await example('dom.js')}</script>`;
+    await page.goto('http://zan.test/');
+    await page.waitForFunction(() => document.querySelector('polygon').hasAttribute('points'));
+    assert.deepEqual(lines, ['4 false true div main body html', '4']);
   } finally {
     await browser.close();
   }
