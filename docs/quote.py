@@ -14,7 +14,7 @@ import sys
 import textwrap
 
 QUOTE = re.compile(r"(<!-- quote: ([^ ,]+)(?:, ([^>]+))? -->\n).*?(<!-- end of quote -->)", re.S)
-LANGUAGES = {".cpp": "cpp", ".h": "cpp", ".cmake": "cmake", "CMakeLists.txt": "cmake", ".sh": "sh", ".txt": ""}
+LANGUAGES = {".js": "js", ".cpp": "cpp", ".h": "cpp", ".cmake": "cmake", "CMakeLists.txt": "cmake", ".sh": "sh", ".txt": ""}
 
 
 def part_of(path, part):

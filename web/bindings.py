@@ -96,7 +96,7 @@ def read(c_type, at):
     """An expression for a value in scratch memory."""
     if c_type in MATRICES:
         name, count = MATRICES[c_type]
-        return f"new {name}(F64.slice(({address(at)}) >> 3, ({address(at + 8 * count)}) >> 3))"
+        return f"new{name}(F64.slice(({address(at)}) >> 3, ({address(at + 8 * count)}) >> 3))"
     if c_type in SCALARS:
         view, size, script = SCALARS[c_type]
         return element(view, size, at) + (" !== 0" if script == "boolean" else "")
@@ -237,7 +237,7 @@ NOTICE = "// Made from the description of the library's interface by bindings.py
 
 
 def javascript(functions):
-    head = [NOTICE, "import { elementsOfMatrix3, elementsOfMatrix4, Matrix3, Matrix4 } from './matrix.js';",
+    head = [NOTICE, "import { elementsOfMatrix3, elementsOfMatrix4, newMatrix3, newMatrix4 } from './matrix.js';",
             "import { F64, I16, I32, U32, U8, check, countOf, getF64, getI16, getI32, putF64, putI16, putI32, scratch, wasm } "
             "from '../wasm.js';"]
     return "\n\n".join(["\n".join(head)] + [f.javascript() for f in functions]) + "\n"

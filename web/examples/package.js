@@ -18,7 +18,8 @@ console.log(moved.every((value, i) => value === cloud[i]), hull.length);
 //! [pose]
 const pose = (m) => ({ ...m.decompose(), rotation: m.toQuat() });
 const [from, to] = [Matrix4.translation(1, 2, 3), Matrix4.rotationXYZ(0.1, 0.2, 0.3)].map(pose);
-const halfway = Matrix4.fromQuat(slerp(from.rotation, to.rotation, 0.5)).translate((from.tx + to.tx) / 2, (from.ty + to.ty) / 2);
+const mean = (part) => (from[part] + to[part]) / 2;
+const halfway = Matrix4.fromQuat(slerp(from.rotation, to.rotation, 0.5)).translate(mean('tx'), mean('ty'), mean('tz'));
 //! [pose]
 console.log(halfway.at(3, 0));
 

@@ -9,6 +9,10 @@ import * as plain from './functions.js';
 export let elementsOfMatrix3;
 export let elementsOfMatrix4;
 
+/** A matrix that owns the array. */
+export let newMatrix3;
+export let newMatrix4;
+
 const IDENTITY3 = [1, 0, 0, 0, 1, 0, 0, 0, 1];
 const IDENTITY4 = [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1];
 
@@ -36,10 +40,14 @@ export class Matrix3 {
   #elements;
   static {
     elementsOfMatrix3 = (m) => (#elements in m ? m.#elements : copied(m, 9));
+    newMatrix3 = (elements) => {
+      const m = new Matrix3(null);
+      m.#elements = elements;
+      return m;
+    };
   }
   constructor(elements = IDENTITY3) {
-    this.#elements = copied(elements, 9);
-    Object.freeze(this);
+    this.#elements = elements === null ? null : copied(elements, 9);
   }
 
   static identity = new Matrix3();
@@ -56,7 +64,7 @@ export class Matrix3 {
     if (matrix instanceof Matrix3) return matrix;
     const $ = put(elementsOfMatrix4(matrix));
     wasm().zan_drop_z($, $ + 128);
-    return new Matrix3(take($ + 128, 9));
+    return newMatrix3(take($ + 128, 9));
   }
 
   at(row, column) {
@@ -86,7 +94,7 @@ export class Matrix3 {
   skew(skewDegrees, axisDegrees) {
     const $ = put(this.#elements);
     wasm().zan_skew($, skewDegrees, axisDegrees);
-    return new Matrix3(take($, 9));
+    return newMatrix3(take($, 9));
   }
 
   get kind() {
@@ -129,10 +137,14 @@ export class Matrix4 {
   #elements;
   static {
     elementsOfMatrix4 = (m) => (#elements in m ? m.#elements : copied(m, 16));
+    newMatrix4 = (elements) => {
+      const m = new Matrix4(null);
+      m.#elements = elements;
+      return m;
+    };
   }
   constructor(elements = IDENTITY4) {
-    this.#elements = copied(elements, 16);
-    Object.freeze(this);
+    this.#elements = elements === null ? null : copied(elements, 16);
   }
 
   static identity = new Matrix4();
@@ -158,7 +170,7 @@ export class Matrix4 {
   static lookAt(eye, target, up) {
     const $ = put([eye.x, eye.y, eye.z, target.x, target.y, target.z, up.x, up.y, up.z]);
     wasm().zan_look_at($, $ + 24, $ + 48, $ + 72);
-    return new Matrix4(take($ + 72, 16));
+    return newMatrix4(take($ + 72, 16));
   }
   static perspective(distance, x = 0, y = 0) {
     return new Matrix4([1, 0, 0, 0, 0, 1, 0, 0, -x / distance, -y / distance, 1, -1 / distance, 0, 0, 0, 1]);
@@ -191,7 +203,7 @@ export class Matrix4 {
   project(distance) {
     const $ = put(this.#elements);
     wasm().zan_project($, distance);
-    return new Matrix4(take($, 16));
+    return newMatrix4(take($, 16));
   }
 
   get determinant() {
