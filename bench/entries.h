@@ -1,5 +1,5 @@
-// An entry is one operation, in zan's form and in those of its peers. A peer is what a host would use instead; each has
-// a row in the table. All run on the same inputs, and their results are compared before they are timed.
+// An entry is one operation, in zan's form and in those of its peers. A peer is what a host would use instead; each
+// peer has a row in the table. All run on the same inputs, and their results are compared before they are timed.
 #ifndef ZAN_BENCH_ENTRIES_H
 #define ZAN_BENCH_ENTRIES_H
 

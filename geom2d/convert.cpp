@@ -63,7 +63,7 @@ int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* destination)
 }
 
 int32_t Zan_LRect2Rect(const Zan_LRect* source, Zan_Rect* destination) {
-    // Left and top have no upper bound: those of an inverted rectangle may be truncated to 16 bits.
+    // Left and top have no upper bound, right and bottom no lower one: those of an inverted rectangle may be truncated.
     if (source->left < INT16_MIN || source->top < INT16_MIN) return Zan_Result_OutOfRange;
     if (source->right > INT16_MAX || source->bottom > INT16_MAX) return Zan_Result_OutOfRange;
     destination->left = static_cast<int16_t>(source->left);

@@ -7,7 +7,7 @@ if(NOT newest STREQUAL "## ${VERSION}")
 endif()
 string(REPLACE "." "\\." pattern "${VERSION}")
 foreach(folder IN ITEMS abi bench cmake debug docs examples frame geom2d include matrix packaging platform poly scalar
-                        space tests tools)
+                        space tests tools web)
   file(GLOB_RECURSE files "${SOURCE}/${folder}/*")
   foreach(file IN LISTS files)
     file(STRINGS "${file}" lines REGEX "(^|[^0-9.])${pattern}([^0-9.]|$)")

@@ -121,7 +121,7 @@ TEST_CASE("points that are not divided") {
 
 TEST_CASE("points that stay undivided where w is near zero") {
     check<M4, Vector4>({"homogeneous", Division::kUnlessNearZero, Zan_TransformVector4});
-    check<M4, Vector3>({"w = 1", Division::kUnlessNearZero, Zan_Transform3DFloatPoints});
+    check<M4, Vector3>({"without w, which counts as 1", Division::kUnlessNearZero, Zan_Transform3DFloatPoints});
 }
 
 TEST_CASE("points divided by any w") {
@@ -132,11 +132,11 @@ TEST_CASE("points divided by any w") {
 }
 
 TEST_CASE("points divided by w, where a w near zero is reported and ends the transform") {
-    check<M3, Vector2>({"of the plane, w = 1", Division::kByW, nullptr, &M3::TransformPointAndDivide,
+    check<M3, Vector2>({"of the plane, without w", Division::kByW, nullptr, &M3::TransformPointAndDivide,
                         &M3::TransformPointsAndDivide, "39", "39"});
     check<M3, Vector3>({"of the plane, homogeneous", Division::kByW, nullptr, &M3::TransformPointAndDivide,
                         &M3::TransformPointsAndDivide, "39", "3A"});
-    check<M4, Vector3>({"of space, w = 1", Division::kByReciprocal, nullptr, &M4::TransformPointAndDivide,
+    check<M4, Vector3>({"of space, without w", Division::kByReciprocal, nullptr, &M4::TransformPointAndDivide,
                         &M4::TransformPointsAndDivide, "3B", "3B"});
     check<M4, Vector4>({"of space, homogeneous", Division::kByReciprocal, nullptr, &M4::TransformPointAndDivide,
                         &M4::TransformPointsAndDivide, "3B", "3C"});

@@ -1,6 +1,6 @@
-// Random hosts: eight threads call all operations in random order. Each record touches an inaccessible page, at its end
-// or at its start; allocations fail and the instruction set changes at random. A call gives the results that it gives
-// alone, or throws bad_alloc when an allocation failed; no memory is leaked.
+// Random hosts: eight threads call all operations in random order. Each record borders on an inaccessible page, at its
+// end or at its start; allocations fail and the instruction set changes at random. A call gives the results that it
+// gives alone, or throws bad_alloc when an allocation failed; no memory is leaked.
 // zan_random_hosts [SECONDS [SEED]]
 #include "tests/support/instruction_sets.h"
 #include "tools/selfcheck/batch.h"

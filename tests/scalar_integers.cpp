@@ -1,5 +1,5 @@
 // Bit counts, powers of two, common divisors and multiples, compared with loops and 64-bit arithmetic. The golden sums
-// cover the overflow tests.
+// cover the operations that test for overflow.
 #include "tests/support/random.h"
 #include "zan/scalar.h"
 

@@ -18,7 +18,7 @@ TEST_CASE("a segment clipped at the near plane") {
         {"an end on the plane is in front", {1, 2, 0.1}, {3, 4, 5}, false, false, {0, 0, 0}},
         {"both ends are behind, one by one step", {1, 2, kBefore}, {3, 4, -5}, true, true, {0, 0, 0}},
         {"one end is on the plane, the other one step behind", {1, 2, kBefore}, {3, 4, 0.1}, true, false, {3, 4, 0.1}},
-        {"a NaN z: a counts as behind", {1, 2, 3}, {3, 4, NAN}, true, false, {NAN, NAN, NAN}},
+        {"z of b is NaN: a counts as behind", {1, 2, 3}, {3, 4, NAN}, true, false, {NAN, NAN, NAN}},
     };
     for (const Row& row : rows) {
         CAPTURE(row.what);

@@ -119,7 +119,7 @@ TEST_CASE("a quadrilateral seen edge-on") {
         {"turned edge-on in an orthographic view", quarterTurn, {3, 6, 0}, true, 0},
         {"the same seen from the origin, off its plane", quarterTurn, {2, 6, 3}, false, 3 / 7.0},
         {"turned by one radian in an orthographic view", oneRadian, {0, 0, 5}, true, std::cos(1.0)},
-        {"the same, on the line of sight from the origin", oneRadian, {0, 0, 5}, false, 1},
+        {"the same seen from the origin, along its normal", oneRadian, {0, 0, 5}, false, 1},
         {"facing the eye", identity, {0, 0, 5}, true, 1},
         {"facing away: the sign of the cosine does not count", mirrored, {0, 0, 5}, true, 1},
         {"w is 2: the centre is divided by it", wIsTwo, {3, 2, 6}, false, 6 / std::sqrt(9 + 9 * 9 + 36.0)},

@@ -28,7 +28,7 @@ struct Row {
 constexpr Row kRows[] = {
     {"RTLD_LOCAL keeps them apart", loadLocal, loadLocal, 0},
     {"a first copy with RTLD_GLOBAL gives its block to the second", loadGlobal, loadLocal, kBel_Err_AlreadyStarted},
-    {"RTLD_GLOBAL for the second copy only keeps them apart", loadLocal, loadGlobal, 0},
+    {"RTLD_GLOBAL for just the second copy: they stay apart", loadLocal, loadGlobal, 0},
     {"RTLD_DEEPBIND for the second copy keeps them apart", loadGlobal, loadDeepBind, 0},
     {"dlmopen keeps them apart", loadGlobal, loadNamespace, 0},
 };

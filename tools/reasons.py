@@ -2,8 +2,8 @@
 
 A paragraph of a list is a place and, indented, what is excepted there and why:
 
-    poly/convex_hull.cpp stripOf
-      x `>` 0; `*` scale: the strips only have to keep the order of y
+    poly/convex_hull.cpp listCandidates
+      x `>` 0; `*` x: the candidates only have to contain the hull
 
 A place is a source (`*` in it stands for any characters) and the names of functions, classes, enumerations or constants
 in it; without a name it is the whole source. What is excepted there:

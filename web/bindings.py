@@ -154,7 +154,8 @@ class Function:
                 self.arguments.append((name, c_type, kind, length))
                 at += size * length
         self.returns = ALIASES.get(entry["returns"], entry["returns"])
-        # A plain function that returns int32_t and has a pointer to results, or that can fail, returns a result code.
+        # A plain function returns a result code when it returns int32_t, has a pointer parameter, and the text of its
+        # result begins with 0 or "as Zan_".
         doc = entry.get("returnDoc") or ""
         self.is_code = self.returns == "int32_t" and bool(re.match(r"0\b|as Zan_", doc)) and any(
             "*" in p["type"] for p in entry["parameters"])

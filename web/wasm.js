@@ -124,6 +124,7 @@ export function countOf(points, components) {
 /** The address of memory for arrays, reused by each call. */
 export function room(bytes) {
   if (bytes > arraysSize) {
+    arraysSize = 0;  // the former memory is freed first
     arrays = wasm().zan_room(bytes);
     if (arrays === 0) throw new RangeError('zan: not enough memory');
     arraysSize = bytes;

@@ -1,12 +1,12 @@
 // The search box. search_index.js holds `searchIndex`, entries [name, address, description], and `searchSynonyms`, from a
-// word to names of entries. An entry is found when each word of the query is part of its name, is the beginning of a
-// synonym, or is part of its description, in this order of rank.
+// word to names of entries. An entry is found when each word of the query is its name or a word of it, is the beginning
+// of a synonym, occurs within the name, or occurs in the description, in this order of rank.
 'use strict';
 
 const EXACT = 0;
-const PART_OF_NAME = 1;
+const WORD_OF_NAME = 1;
 const SYNONYM = 2;
-const INSIDE_NAME = 3;
+const SUBSTRING_OF_NAME = 3;
 const DESCRIPTION = 6;
 const MAX_HITS = 30;
 
@@ -18,12 +18,12 @@ function partsOf(name) {
 function rankOf(word, [name, , description]) {
   const lower = name.toLowerCase();
   if (lower === word || lower === `zan_${word}`) return EXACT;
-  if (partsOf(name.split('::').pop()).includes(word)) return PART_OF_NAME;
+  if (partsOf(name.split('::').pop()).includes(word)) return WORD_OF_NAME;
   for (const [synonym, names] of Object.entries(searchSynonyms)) {
     const place = synonym.startsWith(word) ? names.indexOf(name) : -1;
     if (place >= 0) return SYNONYM + place / names.length;
   }
-  if (lower.includes(word)) return INSIDE_NAME;
+  if (lower.includes(word)) return SUBSTRING_OF_NAME;
   return description.toLowerCase().includes(word) ? DESCRIPTION : Infinity;
 }
 

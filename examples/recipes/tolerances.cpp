@@ -151,7 +151,7 @@ constexpr std::array kTolerances = {
     Tolerance{"`Zan_TransformPoly2D::TransformPoints`, `Zan_TransformPoly3D`", "length of row 0 or 1 of the matrix",
               degenerate, 1e-9, 1.0,
               "`Zan_TransformPoly2D`: the layer is invisible; `Zan_TransformPoly3D`: the step is skipped",
-              "a layer whose million pixels shrink to one"},
+              "a layer a million pixels wide that shrinks to one"},
     Tolerance{"`Zan_PolyPolyClip2D`", "distance to a clip edge of length 1; for length L it is divided by L",
               clippedAway, 1e-9, 1.0, "counts as outside",
               "invisible; in degrees, or on a page of size 1, small polygons vanish"},

@@ -28,8 +28,8 @@ inline constexpr uint32_t Zan_Service_Gaussian = 8;      ///< not provided: its 
 /// @addtogroup lifecycle
 /// @{
 
-/// All run-time state of the library. A host may copy it byte by byte. A handle points to a master pointer, which
-/// points to the memory and becomes null when the platform reclaims it.
+/// The state of the library: whether it is started, its services, its tables. A host may copy it byte by byte. A handle
+/// points to a master pointer, which points to the memory and becomes null when the platform reclaims it.
 struct Zan_Globals {
     uint32_t headMagic;             ///< Zan_kGlobalsMagic while started, else 0
     uint32_t services;              ///< the services that were started, also after Zan_Death

@@ -224,7 +224,7 @@ ZAN_API int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* dest
 
 /// Converts a 32-bit rectangle to 16 bits.
 /// @param source       left and top at least -32768, right and bottom at most 32767; no other bound is checked, so that
-///                     the left or top of an inverted rectangle can be truncated to its low 16 bits
+///                     an edge of an inverted rectangle can be truncated to its low 16 bits
 /// @param destination  receives the rectangle; unchanged on failure
 /// @return   0; Zan_Result_OutOfRange (10) when the rectangle does not fit, which is not reported
 /// @threads  any

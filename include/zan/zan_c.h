@@ -173,7 +173,7 @@ enum {
     Zan_Service_Gaussian = 8,  ///< not provided: its start is refused with a report
 };
 
-/// All run-time state of the library.
+/// The state of the library: whether it is started, its services, its tables.
 typedef struct Zan_Globals {
     uint32_t headMagic;  ///< Zan_kGlobalsMagic while started, else 0
     uint32_t services;  ///< the services that were started, also after Zan_Death

@@ -23,7 +23,7 @@ struct EdgeBits {
 };
 constexpr int32_t kEdgesPerScan = 64;
 
-/// Scans the edges, 1 to 64, between consecutive vertices of an array of edges + 1 vertices.
+/// Scans the edges, EdgeKernel::minEdges to 64, between consecutive vertices of an array of edges + 1 vertices.
 using EdgeScan = EdgeBits (*)(const void* vertices, int32_t edges, const HitQuery& query);
 
 /// The edges of a closed outline of 1 to 8 vertices, bit i for the edge from vertex i to the next one, or to the first.

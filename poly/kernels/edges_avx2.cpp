@@ -141,7 +141,7 @@ zan::EdgeClasses scanSmallOutline(const void* vertices, int32_t count, const zan
 }  // namespace
 
 const zan::EdgeKernel zan::kAvx2EdgeKernel = {
-    "avx2",
+    "AVX2",
     4,
     {scan<kWithoutTolerance, double>, scan<kWithTolerance, double>, scan<kWithoutTolerance, float>,
      scan<kWithTolerance, float>},

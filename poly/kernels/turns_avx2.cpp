@@ -50,4 +50,4 @@ int64_t scan(const double* vertices, int64_t stride, int64_t turns, zan::Turns& 
 
 }  // namespace
 
-const zan::TurnKernel zan::kAvx2TurnKernel = {"avx2", scan};
+const zan::TurnKernel zan::kAvx2TurnKernel = {"AVX2", scan};

@@ -1,4 +1,5 @@
-// Convex hulls agree with a gift-wrapping walk (Jarvis, 1973) around the same grid points.
+// Convex hulls, for which the library rounds points to a grid, agree with a gift-wrapping walk (Jarvis, 1973) around
+// the points of that grid.
 
 #include "property.h"
 #include "tests/support/vectors.h"

@@ -7,9 +7,9 @@ namespace {
 
 constexpr int32_t kFail = INT32_MIN;
 
-// Checks that raw is num / den in 8.24, within half a step plus the error of double precision. A quotient that is too
-// large by itself must give kFail and the overflow report. One that only its rounding or its fraction makes too large
-// may give kFail without a report. Returns false only for the reported failure.
+// Checks that raw is num / den in 8.24, within half a step plus the error of double precision. A quotient of
+// 128 or more, or of -129 or less, must give kFail and the overflow report. One that only rounding carries to 128, or
+// that lies between -129 and -128, may give kFail without a report. Returns false only for the reported failure.
 bool checkFix24(int32_t raw, int64_t num, int64_t den, const std::string& report, const char* overflow) {
     __extension__ using Wide = __int128;
     if (den < 0) {

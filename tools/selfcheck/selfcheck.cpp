@@ -29,7 +29,8 @@ constexpr char kGoldenSums[] =
     ;
 
 constexpr char kUsage[] =
-    R"(zan-selfcheck              compare all sums with the golden sums; exit status 0 if they are equal, else 1
+    R"(zan-selfcheck              compare all sums with the golden sums; exit status 0 if they are equal, the
+                           floating-point mode is right, and no operation changes it or errno; else 1
 zan-selfcheck --threads N  compare the sums of N simultaneous threads with those of one; exit status 0 if equal, else 1
 zan-selfcheck --list       list the operations, with the reason for each that has no golden sum
 zan-selfcheck --write      print the sums of this machine, in the format of the file golden.sums

@@ -100,9 +100,9 @@ export class Plane {
   }
 
   /**
-   * For points within a tolerance of (x, y): a box of this plane that is smaller than this, and is painted there, is in
-   * front of the eye as a whole, and so within its bounding box. 0 where bounding boxes follow other rules; Infinity
-   * where nothing of the plane is painted.
+   * A size: a smaller box of this plane that is painted within the tolerance of (x, y) is wholly in front of the eye, so
+   * its bounding box contains its outline. 0 where bounding boxes follow other rules; Infinity where every box that is
+   * painted there is in front, or none is painted.
    */
   sizeInFront(x, y, tolerance) {
     const [m] = this.maps;

@@ -1,4 +1,4 @@
-// Which elements a point hits. For most of them the browser's bounding box decides that they are not.
+// Which elements a point hits. For most elements the browser's bounding box alone shows that they are not hit.
 import { flatChildren, isInTopLayer, isInsideSvg } from './boxes.js';
 import { isInside } from './geometry.js';
 import { sortFrontToBack } from './paint_order.js';
@@ -25,14 +25,14 @@ export class Hits {
   }
 
   // Gathers an element, whose parent's plane is given, and what is in it. Only elements with a plane of their own get a
-  // box now. In a plain plane, what `translate` and `scale` do to a box does not matter: its bounding box is right.
+  // box now. In an upright plane, what `translate` and `scale` do to a box does not matter: its bounding box is right.
   #gather(element, plane) {
     const look = this.#look;
     const style = look.styleOf(element);
-    const isInPlain = !plane || plane.isPlain;
+    const isInUpright = !plane || plane.isUpright;
     const isSpecial =
       style.transform !== 'none' || style.rotate !== 'none' ||
-      (!isInPlain && (style.translate !== 'none' || style.scale !== 'none')) ||
+      (!isInUpright && (style.translate !== 'none' || style.scale !== 'none')) ||
       isInsideSvg(element) || isInTopLayer(element, look);
     const candidate = { element, plane, seen: null, size: 0, hit: null };
     if (isSpecial) {
@@ -40,7 +40,7 @@ export class Hits {
       if (box) candidate.plane = plane = box.plane;
     } else {
       candidate.seen = element.getBoundingClientRect();
-      if (!isInPlain) {
+      if (!isInUpright) {
         candidate.size = (element.offsetWidth + element.offsetHeight) * (element.currentCSSZoom ?? 1);
       }
     }
@@ -97,7 +97,7 @@ class Target {
       this.bounds.bottom = Math.max(this.bounds.bottom, this.points[i + 1]);
     }
     // An inline element has one rect a line; they are exact where the plane is only translated and scaled.
-    if (box.isInline && (!box.plane || box.plane.isPlain)) this.rects = [...box.element.getClientRects()];
+    if (box.isInline && (!box.plane || box.plane.isUpright)) this.rects = [...box.element.getClientRects()];
   }
 
   isHit(x, y, tolerance) {

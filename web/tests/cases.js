@@ -61,7 +61,7 @@ export const cases = [
   { what: 'rows, cells and captions turn', html: '<table style="margin: 50px; perspective: 300px" border="1"><caption id="d" style="rotate: x 30deg">caption</caption><tr id="a" style="transform: rotate(10deg)"><td>one<td id="b" style="transform: translateX(30px) rotate(20deg)">two</tr><tr><td id="c">three</table>' },
   // Perspective
   { what: 'perspective is from the parent only', html: room(box('a', '', box('b', 'width: 90px; transform: rotateY(60deg)'))), paintedHits: true },
-  { what: 'perspective passes display: contents', html: room(`<div style="display: contents; perspective: 20px">${box('a', 'transform: rotateY(40deg)')}</div>`) },
+  { what: 'an element with display: contents gives no perspective', html: room(`<div style="display: contents; perspective: 20px">${box('a', 'transform: rotateY(40deg)')}</div>`) },
   { what: "perspective's origin is in the border box", html: room(box('a', 'transform: rotateX(40deg)'), 'perspective-origin: 20% 30px; border: 20px solid; padding: 30px') },
   { what: 'perspective is one pixel at least', html: room(box('a', 'width: 40px; height: 30px; transform: translateX(300px) rotateX(0.3deg)'), 'perspective: 0.2px') },
   { what: 'inline elements give no perspective', html: `<span id="a" style="perspective: 100px">${box('b', 'display: inline-block; rotate: y 50deg')}</span>` },

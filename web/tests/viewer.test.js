@@ -142,7 +142,7 @@ test('walking cuts the layers that the camera passes', async () => {
   await pointAt(0.02, 0.5);
   assert.equal(await text('#layer-name'), 'left-wall');
   assert.match(await text('#layer'), /2 of 4 corners, cut/);
-  // The wall's far edge is upright, its middle in that of the stage; the panel has the corners of two rows.
+  // The wall's far edge is upright, its middle at half the height of the stage. The panel has the corners in two rows.
   const corners = await cornerTexts();
   const far = [0, 2, 1, 3].map((i) => corners[i]).filter((corner) => corner !== 'behind the eye');
   const [upper, lower] = far.map((corner) => corner.split(', ').map(Number));
@@ -195,7 +195,7 @@ test('a dropped deck is shown, layers are as large as the browser makes them, an
   assert.equal(await page.evaluate(() => window.ran), undefined);
 });
 
-test('when decks are asked for in quick succession, the last one is shown, and an opened one again', async () => {
+test('of decks chosen in quick succession the last one is shown, and a deck from a file can be chosen again', async () => {
   await page.$eval('#deck-choice', (choice) => {
     for (const deck of ['gallery', 'zoom', 'own', 'zoom']) {
       choice.value = deck;

@@ -10,7 +10,7 @@ const here = path.dirname(fileURLToPath(import.meta.url));
 const text = (file) => readFile(file, 'utf8');
 const packed = async (file) => gzipSync(await readFile(file), { level: 9 }).toString('base64');
 
-/** The modules of a folder and of those in it: [name, source] with relative imports replaced by names. */
+/** The modules of a folder and of its subfolders: [name, source] with relative imports replaced by names. */
 async function modulesOf(folder, prefix) {
   const files = (await readdir(folder, { recursive: true })).filter((file) => file.endsWith('.js')).sort();
   return Promise.all(

@@ -3,7 +3,7 @@
 /**
  * @typedef {object} Bundled
  * @property {string} wasm  zan.wasm: gzip, base64
- * @property {{script: string, wasm: string}} selfcheck  the same, and the script that starts it
+ * @property {{script: string, wasm: string}} selfcheck  zan-selfcheck.wasm in the same form, and its script
  * @property {{name: string, title: string, html: string}[]} decks
  * @property {{name: string, title: string, html: string}[]} pages
  */

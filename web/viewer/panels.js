@@ -55,7 +55,6 @@ export function showHits(list, hits, isPointing) {
 
 /**
  * The four corners of a layer or an element.
- * @param {boolean[]} behind
  * @param {({x: number, y: number} | null)[]} corners  null for one that is behind the eye
  */
 export function cornersOf(corners) {
