@@ -77,6 +77,13 @@ test('a page and a worker import it without a bundler, and load takes less than 
       });
     });
     assert.deepEqual(inWorker, [3, 4, 5, 4, 5, 5, 3, 5]);
+    const [matrix, back] = await page.evaluate(async () => {
+      const { Matrix3, load } = await import('/zan.js');
+      await load();
+      const matrix = new DOMMatrix('translate(1px, 2px) rotate(30deg) scale(3, 4)');
+      return [matrix, Matrix3.from(matrix).toDOMMatrix()].map((m) => [...m.toFloat64Array()]);
+    });
+    assert.deepEqual(back, matrix);
     const times = [];
     for (let i = 0; i < 3; ++i) {
       await page.goto(page.url());
