@@ -39,7 +39,9 @@ constexpr T smaller(T p, T q) {
 /// the axis on which it is empty: the larger low edge is not below the smaller high edge.
 template <class R>
 constexpr bool intersecting(const R& a, const R& b) {
-    return (larger(a.top, b.top) < smaller(a.bottom, b.bottom)) & (larger(a.left, b.left) < smaller(a.right, b.right));
+    const bool vertically = larger(a.top, b.top) < smaller(a.bottom, b.bottom);
+    const bool horizontally = larger(a.left, b.left) < smaller(a.right, b.right);
+    return vertically & horizontally;
 }
 
 }  // namespace zan

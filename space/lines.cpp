@@ -61,8 +61,10 @@ int32_t Zan_ClipLine2Rect(const Zan_FloatRect* rect, Vector2* a, Vector2* b, boo
     }
     const auto [minX, maxX] = std::minmax({first.x, second.x});
     const auto [minY, maxY] = std::minmax({first.y, second.y});
-    if ((r.left >= r.right) | (r.top >= r.bottom) | (minX >= maxX) | (minY >= maxY) |
-        (std::max(r.top, minY) >= std::min(r.bottom, maxY)) | (std::max(r.left, minX) >= std::min(r.right, maxX))) {
+    const bool flat = (r.left >= r.right) | (r.top >= r.bottom) | (minX >= maxX) | (minY >= maxY);
+    const bool apartY = std::max(r.top, minY) >= std::min(r.bottom, maxY);
+    const bool apartX = std::max(r.left, minX) >= std::min(r.right, maxX);
+    if (flat | apartY | apartX) {
         *visible = false;
         return 0;
     }
