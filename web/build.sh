@@ -14,6 +14,7 @@ web/bindings.py "$out/generated"
 cmake -S web -B "$out/cmake" -G Ninja -DCMAKE_BUILD_TYPE=Release -DZAN_GENERATED="$PWD/$out/generated" \
   -DCMAKE_TOOLCHAIN_FILE="$emscripten/cmake/Modules/Platform/Emscripten.cmake" >"$out/log" 2>&1 || { cat "$out/log"; exit 1; }
 cmake --build "$out/cmake" >"$out/log" 2>&1 || { cut -c 1-400 "$out/log"; exit 1; }
+rm -rf "$out/package"
 mkdir -p "$out/package/dom" "$out/package/selfcheck" "$out/package/zan"
 cp "$out/cmake/zan.wasm" web/*.js web/*.d.ts "$out/package/"
 cp "$out/cmake/selfcheck/zan-selfcheck.wasm" "$out/package/selfcheck/"
