@@ -101,7 +101,7 @@ private:
         // size_ / 2 such runs.
         Vector4* const clipped = buffers_[next_].get(size_ + size_ / 2);
         next_ = 1 - next_;
-        const auto isInside = [values](size_t i) { return values[i] < kInsideLimit; };
+        const auto isInside = [&](size_t i) { return values[i] < kInsideLimit; };
         const auto intersectionBefore = [&](size_t i) {
             const size_t s = (i == 0 ? size_ : i) - 1;
             return intersection(line, vertices_[s], values[s], vertices_[i], values[i]);
