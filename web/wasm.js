@@ -126,8 +126,8 @@ export function room(bytes) {
   if (bytes > arraysSize) {
     arraysSize = 0;  // the former memory is freed first
     arrays = wasm().zan_room(bytes);
+    arraysSize = arrays === 0 ? 0 : bytes;
     if (arrays === 0) throw new RangeError('zan: not enough memory');
-    arraysSize = bytes;
   }
   return arrays;
 }

@@ -82,6 +82,14 @@ test('every name is tested: here, or in bindings.test.js', () => {
 });
 
 test('what is no whole number of points', () => assert.throws(() => zan.computeConvexHull([1, 2, 3]), RangeError));
+test('after a lack of memory the next call is right', () => {
+  assert.throws(() => zan.isConvex({ length: 3e8 }), RangeError);
+  assert.equal(zan.isConvex(SQUARE), true);
+});
+test('a layer does not change with its outline', () => {
+  flat.points.fill(0);
+  assert.equal(flat.hits(10, 6), true);
+});
 test('a matrix of the wrong size', () => assert.throws(() => new Matrix4([1, 2]), RangeError));
 test('an axis without length: a result code with a report', () => assert.throws(() => Matrix4.rotation(0, 0, 0, 1), { name: 'ZanError', code: zan.Result.BadAxis, severity: 8 }));
 test('a result code without a report', () => assert.throws(() => zan.lRect2Rect({ left: 0, top: 0, right: 1e6, bottom: 1 }), { number: 0, severity: 0, code: zan.Result.OutOfRange }));

@@ -21,6 +21,7 @@ export class Layer {
   #box;
   #flat;
   #matrices;
+  #points;
 
   /**
    * @param {{x?: number, y?: number, width: number, height: number}} box  in layer coordinates
@@ -44,31 +45,39 @@ export class Layer {
       const answer = wasm().zan_space_layer($, $ + 32, $ + 160, results);
       [count, behind] = this.#isDegenerate ? [0, 0] : [answer & 0xff, answer >> 8];
     }
-    /** The outline on the screen: x and y of each point, the corners in order with the cuts at the near plane. */
-    this.points = F64.slice(results >> 3, (results >> 3) + 2 * count);
+    this.#points = F64.slice(results >> 3, (results >> 3) + 2 * count);
     /** Which corners are behind the near plane. */
     this.behind = Object.freeze([1, 2, 4, 8].map((bit) => (behind & bit) !== 0));
     Object.freeze(this);
   }
-  get isVisible() {
-    return this.points.length > 0;
+
+  get points() {
+    return this.#points.slice();
   }
+
+  get isVisible() {
+    return this.#points.length > 0;
+  }
+
   hits(x, y, tolerance = 0) {
     return this.hitsAll([x, y], tolerance)[0] === 1;
   }
+
   hitsAll(points, tolerance = 0) {
     const count = countOf(points, 2);
     const $ = scratch();
-    F64.set(this.points, $ >> 3);
+    F64.set(this.#points, $ >> 3);
     const at = room(points.length * 8 + count);
     F64.set(points, at >> 3);
     const results = at + points.length * 8;
-    wasm().zan_points_in_polygon(count, at, this.points.length / 2, $, tolerance, results);
+    wasm().zan_points_in_polygon(count, at, this.#points.length / 2, $, tolerance, results);
     return U8.slice(results, results + count);
   }
+
   distance(x, y) {
     return this.distances([x, y])[0];
   }
+
   distances(points) {
     const count = countOf(points, 2);
     if (!this.isVisible) return new Float64Array(count).fill(-1);
