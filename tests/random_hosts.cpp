@@ -13,6 +13,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <thread>
 
 using namespace selfcheck;
@@ -147,7 +148,7 @@ void operator delete(void* block, std::size_t /*bytes*/) noexcept { operator del
 
 int main(int argc, char** argv) {
     const int seconds = argc > 1 ? std::atoi(argv[1]) : 2;
-    const uint64_t seed = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : static_cast<uint64_t>(time(nullptr));
+    const uint64_t seed = argc > 2 ? std::strtoull(argv[2], nullptr, 10) : static_cast<uint64_t>(std::time(nullptr));
     std::printf("seed %llu\n", static_cast<unsigned long long>(seed));
     std::fflush(stdout);
     Bel_SetReportHandler([](void*, const Bel_Report* report) { reported->add(report->errorNumber); }, nullptr);
