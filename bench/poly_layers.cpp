@@ -102,7 +102,7 @@ bool hitByZan(Zan_TransformPoly3D& layer, const Scene& scene, const Zan_Matrix4&
 
 /// A host keeps its layers between frames, and so the memory of their outlines; or it makes each layer anew.
 enum class Object { kKept, kNew };
-/// A layer's transform to eye space is kept, too, or multiplied anew: its own by that of the camera.
+/// The transform to eye space is kept as well, or calculated each time: the layer's transform times the camera's.
 enum class ToEye { kKept, kMultiplied };
 
 void addSpace(const char* name, const Scenes& scenes, double tolerance, Object object = Object::kKept,

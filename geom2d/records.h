@@ -11,7 +11,7 @@ namespace zan {
 template <class R>
 using Coordinate = decltype(R::left);
 
-// Comparisons of coordinates are combined with | and &, because a branch on each would mispredict.
+// In emptyRect and intersecting, comparisons are combined with | and &, because a branch on each would mispredict.
 
 /// True when the rectangle has no width or no height, or is inverted.
 template <class R>

@@ -12,8 +12,8 @@ using zan::Site;
 
 constexpr double kFix24One = 16777216.0;
 
-// a * b / 65536. The 16 bits to drop are shifted out before the multiplication, trailing zeros first, so that 32 bits
-// suffice.
+// a * b / 65536. The 16 bits to drop are shifted out before the multiplication, so that 32 bits suffice: trailing zeros
+// if both factors together have more than 16 of them, else 8 bits of each.
 int32_t fixedProduct(int32_t a, int32_t b) {
     const int zerosA = zan::trailingZeros(magnitude(a));
     if (zerosA > 16) return zan::wrapMultiply(a >> 16, b);

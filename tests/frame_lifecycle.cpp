@@ -153,7 +153,7 @@ TEST_CASE("a library that is not started keeps its globals and cannot be stopped
     }
 }
 
-TEST_CASE("a start after a failed one leaks its tables, unless the host has freed them before") {
+TEST_CASE("the tables of a failed start are leaked by the next start, unless the host has freed them before") {
     const Library library;
     HostReports host;
     const auto fail = [&] {

@@ -1,5 +1,5 @@
 // Failures and waiting times that a command line cannot bring about: no memory, a library that has been started
-// already, a move that fails after others, a run of a minute and a half.
+// already, a temporary file that cannot be renamed after others have been, a run of a minute and a half.
 #include "files.h"
 #include "program.h"
 #include "progress.h"
@@ -64,7 +64,7 @@ TEST_CASE("scene: without memory, or when the library does not start, nothing is
     CHECK(folder.entries() == 0);
 }
 
-TEST_CASE("scene: a move that fails undoes those before it") {
+TEST_CASE("scene: a temporary file that cannot be renamed undoes the renames before it") {
     const Folder folder;
     std::ofstream(folder.path / "replaced") << "former";
     std::ostringstream quiet;

@@ -15,7 +15,8 @@ using Vector = Zan_Vector3T<double>;
 
 constexpr double kDegreesPerRadian = 57.29577951308232;
 
-// Each predicate is true when the quantity is so small that the operation treats it as nothing.
+// Each predicate is true when the operation treats the quantity as nothing, since it is too small; distanceToTheLine,
+// when it is not too large.
 
 bool behindNearPlane(double depth) {
     Zan_Vector3T<double> p(0.0, 0.0, depth);
@@ -139,7 +140,7 @@ struct Tolerance {
     const char* operation;
     const char* quantity;
     bool (*ignored)(double);
-    double low, high;  // ignored, and not ignored
+    double low, high;  // the predicate is true at low and false at high
     const char* effect;
     const char* advice;
 };
@@ -182,7 +183,8 @@ constexpr std::array kTolerances = {
     Tolerance{"`Zan_IsQuadEdgeOn`", "twice the area of the transformed quadrilateral", noNormal, 1e-15, 1.0,
               "answers false", "invisible"},
     Tolerance{"`Zan_DecomposeMatrix4` and all that reads angles", "cosine of the rotation about y", gimbalLock, 1e-9,
-              0.5, "gimbal lock: the angle about x is 0", "within 0.0006 degrees of a quarter turn, in any unit"},
+              0.5, "gimbal lock: the angle about x is 0 (`Zan_DecomposeMatrix4ZYX`: about z)",
+              "within 0.0006 degrees of a quarter turn, in any unit"},
     Tolerance{"`Zan_Slerp`", "1 - cosine of half the angle between the rotations", linear, 1e-7, 0.5,
               "linear instead of spherical", "rotations that differ by less than 0.5 degrees, in any unit"},
     Tolerance{"`Zan_Matrix3ToMatrix4Uniform`",

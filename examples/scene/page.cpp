@@ -237,8 +237,8 @@ private:
             }
             const GumboVector* children = childrenOf(*at.node);
             if (children == nullptr) continue;
-            // Looks at the last four children: comments may follow the element. Not at all of them, since there may be
-            // any number of comments.
+            // Looks at the last four children only: comments may follow the element, and there may be any number of
+            // them.
             const unsigned last = children->length;
             for (unsigned i = last; i-- > 0 && last - i <= 4;) {
                 const auto* child = static_cast<const GumboNode*>(children->data[i]);

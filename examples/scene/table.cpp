@@ -73,7 +73,8 @@ Row describe(const Layer& layer, const Appearance& seen, Visibility visibility) 
 }  // namespace
 
 void writeHead(std::ostream& out, const Deck& deck, Size window, Size layerSize, bool layerSizeFromDeck) {
-    out << oneLine(deck.path, 1000) << ": " << deck.layers.size() << " layers of " << sized(layerSize)
+    out << oneLine(deck.path, 1000) << ": " << deck.layers.size()
+        << (deck.layers.size() == 1 ? " layer of " : " layers of ") << sized(layerSize)
         << (layerSizeFromDeck ? " (the deck's size)" : " (--layer)") << ", perspective " << plain(deck.perspective)
         << "\nwindow " << sized(window) << ", window scale " << plain(windowScale(deck, window)) << '\n';
 }

@@ -749,7 +749,7 @@ ZAN_API int32_t Zan_Matrix4ToQuat(const Zan_Matrix4* m, Zan_Quat* out);
 /// nearly parallel, 1 - |q0.q1| <= 1e-5. The result is not normalized.
 /// @param q0, q1  the ends. If each pair of components differs by less than 1e-12 times the larger or by less than
 ///                563 * 2^-49, the result is q0
-/// @param t       0 for q0, 1 for q1 or for -q1, whichever is nearer to q0; other values extrapolate along the arc
+/// @param t       0 for q0, 1 for q1 or for -q1, whichever is nearer to q0; values outside 0 to 1 extrapolate
 /// @param out     receives the quaternion; may be q0 or q1
 /// @return        0
 /// @threads       any
@@ -796,7 +796,9 @@ ZAN_API int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_
 /// it is the identity. When up is 0 or parallel to f, it is a rotation about x, by pi/2 if f.y < 0 and by -pi/2
 /// otherwise.
 /// @param eye, target  the eye and the point that it looks at
-/// @param up           any vector not parallel to the direction of view
+/// @param up           any vector not parallel to the direction of view. It gives the y axis of eye space: where y
+/// points
+///                     down on the screen, pass the direction that is down there
 /// @return             the rotation
 /// @threads            any
 /// @libm               sin, cos, only when up is 0 or parallel to the direction of view

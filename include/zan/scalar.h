@@ -382,7 +382,7 @@ ZAN_API int32_t Zan_UnprepareFCMD();
 /// @reports  0x11002A "attempt to use unrequested math service (fast trig).";
 ///           0x11002A "fast trig will be unavailable.", only if reportFailure
 /// @threads  one at a time
-/// @libm     sin
+/// @libm     sin, atan
 [[nodiscard]] ZAN_API int32_t Zan_PrepareFTrig(bool reportFailure, bool failIfReclaimed, bool* ok, float** sineTable);
 
 /// Ends the use of the table after one Zan_PrepareFTrig.

@@ -1,5 +1,6 @@
 # Builds projects that use zan, each in one of the documented cases, and runs their programs.
 # cmake -DCASE=... -DBUILD=zan's build directory -DCXX=... -DGENERATOR=... [-DRUN=emulator] -P check.cmake
+# The case zip also takes -DVERSION=... and -DTOOLCHAIN=...
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH source)
 cmake_path(GET source PARENT_PATH source)
 set(work "${BUILD}/consumer")

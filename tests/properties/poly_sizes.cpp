@@ -1,6 +1,6 @@
-// Polygons and point arrays of all sizes give the answers of the plain forms with each instruction set. Sizes up to 200
-// are drawn one by one, larger ones beside powers of two: so each size from which an algorithm, a kernel, a block or a
-// buffer changes is drawn, and the sizes just below and above it.
+// Polygons and point arrays of all sizes give the answers of the plain forms with each instruction set. Sizes from 4 to
+// 199 are drawn one by one, larger ones beside powers of two: so each size from which an algorithm, a kernel, a block
+// or a buffer changes is drawn, and the sizes just below and above it.
 
 #include "property.h"
 #include "tests/support/instruction_sets.h"

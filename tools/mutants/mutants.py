@@ -106,7 +106,7 @@ class Tree:
         yield [properties]
         yield ["ctest", "--test-dir", self.build, "-R", OTHER_TESTS, "--stop-on-failure"]
 
-    def quiet(self, command, seconds):
+    def succeeds(self, command, seconds):
         """True when the command succeeds in time."""
         limited = ["sh", "-c", f'ulimit -c 0 -v {MEMORY}; exec "$@"', "-", *map(str, command)]
         process = subprocess.Popen(limited, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
@@ -124,13 +124,13 @@ class Tree:
         source = path.read_text()
         try:
             path.write_text(mutant.apply(source))
-            if not self.quiet(["cmake", "--build", self.build, "--target", *PROGRAMS], 600):
+            if not self.succeeds(["cmake", "--build", self.build, "--target", *PROGRAMS], 600):
                 return "not built"
             if self.machine_code() == self.unchanged:
                 return "same code"
             subsystem = mutant.file.split("/")[0]
             for n, test in enumerate(self.tests(subsystem)):
-                if not self.quiet(test, 3 + 8 * self.seconds[subsystem, n]):
+                if not self.succeeds(test, 3 + 8 * self.seconds[subsystem, n]):
                     return "killed"
             return "survived"
         finally:

@@ -46,8 +46,8 @@ auto numberIn() {
 template <class T>
 using NumberIn = decltype(numberIn<T>());
 
-/// Numbers at which rounding, range tests and tolerances change their answer. Lists of their own, since every sum
-/// depends on them.
+/// Numbers at which rounding, range tests and tolerances change their answer. Not shared with the lists of the
+/// tests, since every golden sum depends on these.
 // clang-format off
 inline constexpr double kNastyDoubles[] = {
     0.0, -0.0, 1.0, -1.0, 0.5, -0.5, 1.5, -2.5, 1 - 0x1p-53, 1 + 0x1p-52,

@@ -1,5 +1,5 @@
-// Draws a deck from above, as the eye stands in it: x to the right, depth upward, the part of each layer that the near
-// plane cuts away dashed.
+// Draws a deck from above in eye space: x to the right, depth upward. The part of each layer that the near plane cuts
+// away is dashed.
 import { colourOf } from './overlay.js';
 
 const MARGIN = 16;
@@ -76,7 +76,7 @@ export function paintPlan(canvas, layers, view, order) {
   context.fill();
 }
 
-// What the plan shows: the eye, the layers, and no more than some distances around.
+// The bounds of the plan: the eye and the layers, up to a few times the distance from the eye to the step.
 function extentOf(layers, distance) {
   const corners = [{ x: 0, z: -0.3 * distance }, { x: 0, z: distance }, ...layers.flatMap(({ inEye }) => inEye)];
   const [xs, zs] = [corners.map(({ x }) => x), corners.map(({ z }) => z)];

@@ -22,7 +22,7 @@ const AXES = { x: [1, 0, 0], y: [0, 1, 0], z: [0, 0, 1] };
 /** @typedef {{x: number, y: number}} Point */
 
 /**
- * @typedef {object} Pose  where the step of a camera is
+ * @typedef {object} Pose  of a step, or of a camera between two steps
  * @property {{x: number, y: number, z: number}} position
  * @property {import('zan').Quat} rotation
  * @property {number} scale

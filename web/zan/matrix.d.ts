@@ -26,7 +26,7 @@ export class Matrix3 {
   /** Keeps z. */
   toMatrix4(): Matrix4;
 
-  /** This transform, then `next`. So with all that follow: they append a step. */
+  /** This transform, then `next`. The methods below that are named for a transform also append it. */
   concat(next: Matrix3Like): Matrix3;
   translate(tx: number, ty: number): Matrix3;
   /** About the point (cx, cy), from the x axis toward the y axis. */
@@ -72,7 +72,7 @@ export class Matrix4 {
   toFloat64Array(): Float64Array;
   toDOMMatrix(): DOMMatrix;
 
-  /** This transform, then `next`. So with all that follow: they append a step. */
+  /** This transform, then `next`. The methods below that are named for a transform also append it. */
   concat(next: Matrix4Like): Matrix4;
   translate(tx: number, ty: number, tz?: number): Matrix4;
   scale(sx: number, sy?: number, sz?: number): Matrix4;
@@ -93,7 +93,7 @@ export class Matrix4 {
   normalMatrix(): Matrix4;
   /** Translation, scale, shear and the angles of rotateXYZ. @throws ZanError for a projective matrix */
   decompose(): Matrix4Decomp;
-  /** As decompose, with the angles of rotations about x, then y, then z. */
+  /** As decompose, with the angles of rotations about z, the turned y axis and the x axis as turned by both. */
   decomposeZYX(): Matrix4Decomp;
   /** The quaternion of a rotation. */
   toQuat(): Quat;
