@@ -126,7 +126,7 @@ void addHulls(size_t count, uint32_t seed) {
             return viewOf(ours);
         },
         kCount);
-    // The plain form is not for points that are all equal, nor Boost.Geometry.
+    // Neither the plain form nor Boost.Geometry handles points that are all equal.
     if (kDistribution != Distribution::kEqual) {
         entry
             .plain([](size_t i) {

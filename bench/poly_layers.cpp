@@ -110,7 +110,7 @@ void addSpace(const char* name, const Scenes& scenes, double tolerance, Object o
     static const auto screen = copiedBytes<Zan_Matrix4>(std::vector(1, kToScreen));
     static const auto glmScreen = copiedBytes<glm::dmat4>(screen);
     static const auto eigenScreen = copiedBytes<Eigen::Matrix4d>(screen);
-    // The camera stands where the eye is, so that multiplication leaves the layers where they are.
+    // The camera's matrix is the identity, so that the product leaves the layers where they are.
     static const Zan_Matrix4 camera(true);
     static const glm::dmat4 glmCamera(1);
     static const Eigen::Matrix4d eigenCamera = Eigen::Matrix4d::Identity();

@@ -21,9 +21,9 @@ SPEED = os.path.join(ROOT, "docs", "speed.md")
 README = os.path.join(ROOT, "README.md")
 # Rows that README.md shows, and their titles there.
 README_ROWS = {
-    "2D points, 4,096": "4,096 plane points through a matrix, per point",
+    "layer in space, a fifth cut, tolerance 2": "layer in space, corners to hit test, a fifth cut, tolerance 2",
     "hit test, 256 vertices, tolerance 2": "hit test, 256 vertices, tolerance 2",
-    "hull of 10,000 points": "convex hull of 10,000 points, per point",
+    "hull of 10,000 points, on a circle": "convex hull of 10,000 points on a circle, per point",
 }
 
 

@@ -55,8 +55,8 @@ void rotateAboutOwnAxes(double rx, double ry, double rz, Zan_Matrix4* m) {
     }
 }
 
-// rotateAboutOwnAxes from the identity, for finite angles. Steps 1 and 2 leave out the terms that are known to be zero:
-// the sums of step 3, each of which ends with +0, hide the signs of zeros.
+// rotateAboutOwnAxes from the identity, for finite angles. Steps 1 and 2 leave out the terms that are known to be zero.
+// That can only change the signs of zeros, and step 3 removes these signs: each of its sums ends with + 0.0.
 zan::Elements<4> rotationAboutOwnAxes(double rx, double ry, double rz) {
     const auto [s1, c1] = zan::sineAndCosine(rx);
     const auto [s2, c2] = zan::sineAndCosine(ry);

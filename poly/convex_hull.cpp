@@ -79,7 +79,7 @@ struct Axis {
         : low(extent.low),
           step((extent.high - extent.low) * 0x1p-29),
           divisor(step == 0 ? std::numeric_limits<double>::infinity() : step) {}
-    // The quotient is NaN or infinite when the extent overflows; every value then snaps to 0.
+    // The quotient is 0 or NaN when the extent is not finite; every value then snaps to 0.
     int64_t snap(double value) const {
         const double position = (value - low) / divisor + 0.5;
         return position >= 0 && position <= 0x1p30 ? static_cast<int64_t>(position) : 0;

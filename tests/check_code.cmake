@@ -1,5 +1,5 @@
 # Disassembles a library and fails if it contains fused or x87 arithmetic, code that runs when it is loaded, or, on Windows,
-# aligned 32-byte moves to the stack; or if the object file of a kernel defines an inline function, of which the linker
+# aligned 32-byte moves to or from memory; or if the object file of a kernel defines an inline function, of which the linker
 # may keep the copy of any file.
 # cmake -DFILES=... -DKERNELS=... -DOBJDUMP=... -DREADELF=... -P check_code.cmake
 # cmake -DFILES=... -DARITHMETIC_ONLY=ON -DOBJDUMP=... -P check_code.cmake

@@ -2,7 +2,8 @@
 #include "tests/support/doubles.h"
 #include "zan/geom2d.h"
 
-TEST_CASE("where an edge of one rectangle is NaN, the result has the edge of the one that is not the destination") {
+TEST_CASE(
+    "where either rectangle has a NaN edge, the result has that edge of the rectangle that is not the destination") {
     const Zan_FloatRect a = {NAN, 0, 10, NAN};
     const Zan_FloatRect b = {5, 5, 15, 15};
 

@@ -1,4 +1,4 @@
-// 16-bit and 16.16 points through matrices: rounding, overflow, clamping.
+// 16-bit and 16.16 points through matrices: rounding, and where an overflow stops the transform.
 #include "tests/support/host_reports.h"
 #include "tests/support/matrices.h"
 

@@ -76,7 +76,7 @@ TEST_CASE("a layer in space is clipped at the near plane") {
     const Row rows[] = {
         {"on the near plane", kSquare, tilted(0.1, 0, 0), identity, true, kSquare, 0},
         {"one step behind it", kSquare, tilted(0x1.9999999999999p-4, 0, 0), identity, false, {}, -1},
-        {"the top side behind, with perspective",
+        {"the bottom side behind, with perspective",
          kSquare,
          tilted(1, 0, -0.2),
          perspective,

@@ -1,5 +1,5 @@
 // Products and quotients at the limits of 16.16 and 8.24, with results calculated by hand. The property
-// scalar_fixed_point covers the rest.
+// scalar_fixed_point covers the rest, the golden sums cover 16.16 products.
 #include "tests/support/host_reports.h"
 #include "zan/scalar.h"
 

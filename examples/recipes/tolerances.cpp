@@ -15,8 +15,8 @@ using Vector = Zan_Vector3T<double>;
 
 constexpr double kDegreesPerRadian = 57.29577951308232;
 
-// Each predicate is true when the operation treats the quantity as nothing, since it is too small; distanceToTheLine,
-// when it is not too large.
+// Each predicate is true when the operation treats the quantity as nothing, because it is too small. The exception is
+// distanceToTheLine, which is true while the length is not too large.
 
 bool behindNearPlane(double depth) {
     Zan_Vector3T<double> p(0.0, 0.0, depth);

@@ -796,9 +796,8 @@ ZAN_API int32_t Zan_Slerp(const Zan_Quat* q0, const Zan_Quat* q1, double t, Zan_
 /// it is the identity. When up is 0 or parallel to f, it is a rotation about x, by pi/2 if f.y < 0 and by -pi/2
 /// otherwise.
 /// @param eye, target  the eye and the point that it looks at
-/// @param up           any vector not parallel to the direction of view. It gives the y axis of eye space: where y
-/// points
-///                     down on the screen, pass the direction that is down there
+/// @param up           any vector not parallel to the direction of view. It gives the y axis of eye space:
+///                     where y points down on the screen, pass the direction that is down there
 /// @return             the rotation
 /// @threads            any
 /// @libm               sin, cos, only when up is 0 or parallel to the direction of view

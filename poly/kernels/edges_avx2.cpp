@@ -38,8 +38,8 @@ Vertices load(const float* v) {
     return {_mm256_cvtps_pd(_mm_shuffle_ps(a, b, 0x88)), _mm256_cvtps_pd(_mm_shuffle_ps(a, b, 0xDD))};
 }
 
-// Where vertices lie relative to the point, bit i for vertex i: left of it, below it, and beyond the margin in x or y,
-// on the side that the other bit of the same coordinate tells.
+// Where vertices lie relative to the point, bit i for vertex i. left, below: left of the point, below it. farX, farY:
+// beyond the margin in x or y, on the side that `left` or `below` gives.
 struct Outcodes {
     uint64_t left, farX, below, farY;
 };

@@ -10,7 +10,7 @@
 
 namespace {
 
-// m times the rotations about the axes of the identity, each axis as the rotations before it have left it.
+// m times three rotations: about the x, y and z axes in turn, each axis as the rotations before it have turned it.
 Zan_Matrix4 rotatedByDefinition(const Zan_Matrix4& m, const double (&radians)[3]) {
     Zan_Matrix4 rotation(/*identity=*/true);
     for (int i = 0; i < 3; ++i) {

@@ -18,7 +18,8 @@ fail() {
   for i in {1..60}; do echo "<p class=step data-x=$((i * 300)) data-rotate-y=$i>"; done
 } >deck
 echo old >answer.json
-# The delays below spread over the time that an undisturbed run takes on this machine, at first the shortest of three.
+# The delays are below `whole`: at first the time of the shortest of three undisturbed runs, and less after each run
+# that ends before its signal.
 microseconds() { echo "${EPOCHREALTIME/[.,]/}"; }
 whole=999999
 for _ in 1 2 3; do
@@ -60,8 +61,8 @@ done
 
 status=0
 (ulimit -f 100 && exec zan-scene deck --all --svg new/pictures --json answer.json >/dev/null) || status=$?
-[ "$status" = $((128 + $(kill -l XFSZ))) ] || fail "status $status beyond the limit on the size of files"
-[ "$(find . -mindepth 1 | sort | tr '\n' ' ')" = './answer.json ./deck ' ] || fail "files stay beyond the limit on their size"
+[ "$status" = $((128 + $(kill -l XFSZ))) ] || fail "status $status after the limit on file sizes was exceeded"
+[ "$(find . -mindepth 1 | sort | tr '\n' ' ')" = './answer.json ./deck ' ] || fail "temporary files remain after the limit on file sizes was exceeded"
 
 # A signal that is ignored from the start stays ignored.
 trap '' HUP

@@ -69,7 +69,8 @@ def _one_line(lines):
 
 
 def _documentation(raw):
-    """The slots of a comment: brief, details, return, reports, throws, threads, libm, copy; "params" by name."""
+    """The slots of a comment: brief, details, return, reports, throws, threads, libm, copydoc, copydetails;
+    "params" by name."""
     lines = [re.sub(r"^\s*///<? ?", "", line) for line in (raw or "").splitlines() if "///" in line]
     fences = [i for i, line in enumerate(lines) if line.strip() in ("@{", "@}")]
     sections = [("text", [])]

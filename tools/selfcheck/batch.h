@@ -215,7 +215,7 @@ private:
     bool print_;
 };
 
-/// Where the records that operations take are stored. A test may replace it before the first call.
+/// Where the records that operations take are stored. A test may replace it while no record exists.
 struct RecordMemory {
     void* (*allocate)(size_t bytes);
     void (*release)(void* memory);

@@ -18,7 +18,7 @@ const MIN_CURVATURE = 1e-4;
  * @property {Matrix} tail  the matrix to the screen that follows the translation by the box's place
  * @property {number} width
  * @property {number} height
- * @property {boolean} sizeIsKnown  when false, the size is fitted, too; right only where own is null
+ * @property {boolean} sizeIsKnown  when false, the size is fitted as well, which is correct only where own is null
  * @property {DOMRect} seen  the browser's bounding box
  */
 

@@ -44,7 +44,7 @@ test('a look does not notice a later change of the page, zan.outlineOf does', as
   });
   assert.deepEqual(widths, [100, 100, 150]);
 });
-test('boxes across the eye are hit where their outlines are, although their bounding boxes are elsewhere', async () => {
+test('boxes that are partly behind the eye are hit where their outlines are, although their bounding boxes are elsewhere', async () => {
   const box = (i) => `<p style="position: absolute; margin: 0; left: ${(i * 83) % 700}px; top: ${(i * 47) % 350}px; width: ${5 + i * 9}px; height: ${70 - i}px">${i}</p>`;
   await show(page, `<!doctype html><div style="perspective: 150px; width: 700px"><div style="width: 700px; height: 400px; rotate: y 75deg">
     ${Array.from({ length: 60 }, (_, i) => box(i)).join('')}</div></div>`);
@@ -64,5 +64,5 @@ test('boxes across the eye are hit where their outlines are, although their boun
     return { missed, across: outlines.filter(({ behind }) => behind.includes(true) && behind.includes(false)).length };
   })()`);
   assert.deepEqual(missed, []);
-  assert.ok(across > 10, `${across} boxes across the eye`);
+  assert.ok(across > 10, `${across} boxes that are partly behind the eye`);
 });

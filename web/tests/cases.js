@@ -76,16 +76,16 @@ export const cases = [
   ...FLATTENING.map((property) => ({ what: `flat by ${property}`, html: spaceOf(property), paint: ['child'], noProbe: clipsChildren.test(property) ? ['child'] : [], paintedHits: clipsChildren.test(property) })),
   ...NOT_FLATTENING.map((property) => ({ what: `not flat by ${property}`, html: spaceOf(property), paint: ['child'] })),
   { what: "the root is flat", html: `<style>html { transform-style: preserve-3d; transform: perspective(500px) rotateX(30deg) } body { transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
-  { what: "the body's overflow makes it flat even where it is the viewport's", html: `<style>html { perspective: 500px } body { overflow: hidden; transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
+  { what: "the body's overflow makes the body flat, also where that overflow applies to the viewport", html: `<style>html { perspective: 500px } body { overflow: hidden; transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
   { what: 'the body keeps its overflow when the root has one, too', html: `<style>html { overflow: hidden; perspective: 500px } body { overflow: auto; height: 500px; transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
   // The eye
-  { what: 'across the eye', html: room(box('a', 'height: 900px; transform: rotateX(80deg)')), paint: ['a'] },
-  { what: 'across the eye, turned', html: room(box('a', 'width: 1500px; height: 900px; margin-left: -400px; transform: rotateZ(20deg) rotateY(75deg)')), paint: ['a'], paintedHits: true },
+  { what: 'partly behind the eye', html: room(box('a', 'height: 900px; transform: rotateX(80deg)')), paint: ['a'] },
+  { what: 'partly behind the eye, turned', html: room(box('a', 'width: 1500px; height: 900px; margin-left: -400px; transform: rotateZ(20deg) rotateY(75deg)')), paint: ['a'], paintedHits: true },
   { what: 'one corner behind the eye', html: room(box('a', 'width: 700px; height: 500px; transform: translateZ(200px) rotateY(50deg) rotateX(40deg)')), paint: ['a'] },
   { what: 'behind the eye', html: room(box('a', 'transform: translateZ(500px) rotateY(10deg)')), paint: ['a'] },
   { what: 'edge-on', html: room(box('a', 'position: relative; top: 90px; transform: rotateX(90deg)'), ''), paint: [], edgeOn: ['a'] },
-  { what: 'across the eye on a turned plane', html: room(box('a', 'width: 600px; height: 300px; perspective: 100px; transform: rotateY(30deg)', box('b', 'width: 600px; height: 300px; transform: rotateX(60deg)'))), paint: ['b'], paintedHits: true },
-  { what: 'across the eye on a plane that is across the eye', html: room(box('a', 'width: 900px; height: 300px; perspective: 100px; transform: rotateY(60deg)', box('b', 'width: 900px; height: 300px; transform: rotateX(60deg)'))), paint: ['b'], paintedHits: true },
+  { what: 'partly behind the eye on a turned plane', html: room(box('a', 'width: 600px; height: 300px; perspective: 100px; transform: rotateY(30deg)', box('b', 'width: 600px; height: 300px; transform: rotateX(60deg)'))), paint: ['b'], paintedHits: true },
+  { what: 'partly behind the eye on a plane that is so, too', html: room(box('a', 'width: 900px; height: 300px; perspective: 100px; transform: rotateY(60deg)', box('b', 'width: 900px; height: 300px; transform: rotateX(60deg)'))), paint: ['b'], paintedHits: true },
   { what: 'scaled to nothing', html: room(box('a', 'scale: 0') + box('b', 'transform: scaleX(0)')) },
 
   // Place

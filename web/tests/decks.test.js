@@ -1,4 +1,4 @@
-// The bundled decks, from each of their cameras, laid out by the browser.
+// The decks of examples/scene, from each of their cameras, laid out by the browser.
 import assert from 'node:assert/strict';
 import { readFile } from 'node:fs/promises';
 import { after, before, test } from 'node:test';

@@ -56,7 +56,7 @@ const faults = [
   style("contains(style.contain, ['paint', 'content', 'strict'])", "contains(style.contain, ['paint', 'content'])", /^flat by contain: s/),
   style("contains(style.contain, ['paint', 'content', 'strict'])", "style.contain !== 'none'", /^not flat by contain/),
   style("|| style.contentVisibility !== 'visible';\n\n", ';\n\n', /^flat by content-v/),
-  { file: 'dom/geometry.js', from: 'points.length / 2, x, y', to: 'Math.min(4, points.length / 2), x, y', noticed: /^(across the eye|one corner)/ },
+  { file: 'dom/geometry.js', from: 'points.length / 2, x, y', to: 'Math.min(4, points.length / 2), x, y', noticed: /^(partly behind the eye|one corner)/ },
   { file: 'dom.js', from: 'edgeOn = isEdgeOn(plane.map, part)', to: 'edgeOn = false', noticed: /^edge-on/ },
   offsets('x: x + (left +', 'x: x + (0 +', /^inline boxes in/),
   offsets('y -= scroll.y;', '', /^scrolled|^absolute in|^sticky/),

@@ -60,9 +60,9 @@ const rows = [
   ['hits of it', () => flat.hitsAll([10, 6, 25, 20]), [1, 0]],
   ['a degenerate layer', () => [new Layer({ width: 1, height: 1 }, Matrix3.scaling(0)), new Layer({ width: 1, height: 1 }, Matrix4.scaling(0))].map((l) => [l.isVisible, l.hits(0, 0, 9), l.distance(0, 0)]), [[false, false, -1], [false, false, -1]]],
   ['a layer behind the eye', () => [behind.behind, behind.points.length, behind.isVisible], [[true, true, true, true], 0, false]],
-  ['a layer across the eye', () => [across.behind, across.points.length], [[true, false, false, true], 8]],
-  ['a browser\'s matrix', () => new Layer({ width: 10, height: 20 }, Matrix4.translation(0, 0, 50).concat(Matrix4.perspective(100))).points, [0, 0, 20, 0, 20, 40, 0, 40]],
-  ['its distance', () => new Layer({ width: 10, height: 20 }, Matrix4.translation(0, 0, 50).concat(Matrix4.perspective(100))).distance(25, 20), 5],
+  ['a layer partly behind the eye', () => [across.behind, across.points.length], [[true, false, false, true], 8]],
+  ['a layer with a browser\'s matrix', () => new Layer({ width: 10, height: 20 }, Matrix4.translation(0, 0, 50).concat(Matrix4.perspective(100))).points, [0, 0, 20, 0, 20, 40, 0, 40]],
+  ['the distance from a layer with a browser\'s matrix', () => new Layer({ width: 10, height: 20 }, Matrix4.translation(0, 0, 50).concat(Matrix4.perspective(100))).distance(25, 20), 5],
 ];
 
 const rounded = (value) => {

@@ -151,7 +151,7 @@ test('walking cuts the layers that the camera passes', async () => {
   assert.ok(Math.abs((upper[1] + lower[1]) / 2 - middle) < 0.2, `${upper} and ${lower}, not about ${middle}`);
 });
 
-test('keys: steps, walking, turning by a drag, the pointer', async () => {
+test('keys for steps, walking and the pointer, and turning by a drag', async () => {
   await choose('gallery');
   await page.focus('#deck-stage');
   await page.keyboard.press('ArrowLeft');
@@ -218,7 +218,7 @@ const badDecks = [
   [
     'a scale of 0',
     '<div class="step" id="a" data-scale="0">',
-    /<div id="a"> data-scale="0": not a number of 0.00001 or more/,
+    /<div id="a"> data-scale="0": not a number from 0.00001 to 1e9/,
   ],
   ['a rotation order with a letter twice', '<div class="step" data-rotate-order="xxy">', /not x, y and z, each once/],
   ['a relative position', '<div class="step" data-rel-x="9">', /Relative positions/],

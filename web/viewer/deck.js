@@ -37,7 +37,7 @@ function number(element, attribute, otherwise, smallest = -LIMIT) {
   if (value >= smallest && Math.abs(value) <= LIMIT) return value;
   throw new Error(
     `<${element.localName}${element.id ? ` id="${element.id}"` : ''}> data-${attribute}="${text}": ` +
-      (smallest > 0 ? `not a number of ${smallest} or more` : 'not a number from -1e9 to 1e9'),
+      `not a number from ${smallest === -LIMIT ? '-1e9' : smallest} to 1e9`,
   );
 }
 

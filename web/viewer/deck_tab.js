@@ -9,8 +9,8 @@ import { Stage } from './stage.js';
 
 const byId = (id) => document.getElementById(id);
 const FLIGHT = 1100; // milliseconds
-const WALK = 50; // units of a key
-const TURN = 0.004; // radians of a pixel
+const WALK = 50; // units per key press
+const TURN = 0.004; // radians per pixel of a drag
 
 export class DeckTab {
   /** @param {(text: string) => void} say  shows a message */
@@ -199,7 +199,7 @@ export class DeckTab {
     const order = layers.map((layer) => answer.hits.findIndex((hit) => hit.layer === layer));
     const shapes = layers.map(({ points, step }, i) => ({ points, name: step.name, order: order[i] }));
     const nearest = answer.nearest && { points: answer.nearest.layer.points, distance: answer.nearest.distance };
-    paint(stage.paper(), stage.size, { shapes, pointer, tolerance, nearest });
+    paint(stage.clearedContext(), stage.size, { shapes, pointer, tolerance, nearest });
     paintPlan(byId('plan'), layers, view, order);
     this.#fillPanels(layers, answer, tolerance);
   }

@@ -1,4 +1,5 @@
-// Paints outlines over a stage: faint ones, those under the pointer in the colours of their order, the nearest one.
+// Paints outlines over a stage: faint ones, those under the pointer in the colours of their order, and the
+// distance to the nearest one.
 
 const COLOURS = ['#de450f', '#b87200', '#0e8659', '#1272c6', '#7548dc', '#c5308f'];
 /** The colour of the layer that is hit in a place of the order, 0 for the front. */

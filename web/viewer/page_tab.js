@@ -136,7 +136,7 @@ export class PageTab {
       order: listed.indexOf(element),
       kept: element === this.kept,
     }));
-    paint(stage.paper(), stage.size, { shapes, pointer, tolerance });
+    paint(stage.clearedContext(), stage.size, { shapes, pointer, tolerance });
     showHits(
       byId('page-hits'),
       listed.map((element) => ({ name: nameOf(element), detail: sizeOf(element) })),

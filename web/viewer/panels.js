@@ -4,7 +4,7 @@ import { colourOf } from './overlay.js';
 const MOST = 50; // rows of a list
 
 /**
- * An element with properties, attributes and children.
+ * An element with attributes, listeners (values that are functions) and children.
  * @param {string} name
  * @param {Record<string, unknown>} attributes
  * @param {...(Node | string)} children

@@ -35,7 +35,7 @@ const AXES = { x: [1, 0, 0], y: [0, 1, 0], z: [0, 0, 1] };
  * @property {Matrix4} spaceToEye
  * @property {Matrix4} eyeToScreen
  * @property {number} distance  of the eye from the step
- * @property {number} zoom  pixels of a unit in the step's plane
+ * @property {number} zoom  pixels per unit in the step's plane
  */
 
 /**

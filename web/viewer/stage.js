@@ -64,8 +64,8 @@ export class Stage {
     return request === this.requests;
   }
 
-  /** The canvas cleared, in CSS pixels. */
-  paper() {
+  /** Clears the canvas and returns its drawing context, in CSS pixels. */
+  clearedContext() {
     const context = this.canvas.getContext('2d');
     const ratio = devicePixelRatio || 1;
     const { width, height } = this.size;
