@@ -153,17 +153,17 @@ void sortFew(const uint64_t* keys, uint64_t* sorted, size_t count) {
 
 // Sorts by y only: a radix sort from the lowest digit up. Leaves the keys in the first array; the second one is scratch
 // memory of the same size. Count is the type of the counters.
-template <int kDigitBits, class Count>
+template <size_t kDigitBits, class Count>
 void sortByRows(uint64_t*& keys, uint64_t*& scratch, size_t count) {
-    constexpr int kRowBits = 31;  // a coordinate is at most 2^30
-    constexpr int kDigits = (kRowBits + kDigitBits - 1) / kDigitBits;
+    constexpr size_t kRowBits = 31;  // a coordinate is at most 2^30
+    constexpr size_t kDigits = (kRowBits + kDigitBits - 1) / kDigitBits;
     constexpr size_t kRadix = size_t{1} << kDigitBits;
-    const auto digit = [](uint64_t key, int number) { return key >> (32 + number * kDigitBits) & (kRadix - 1); };
+    const auto digit = [](uint64_t key, size_t number) { return key >> (32 + number * kDigitBits) & (kRadix - 1); };
     std::array<std::array<Count, kRadix>, kDigits> positions{};
     for (size_t i = 0; i < count; ++i) {
-        for (int number = 0; number < kDigits; ++number) ++positions[number][digit(keys[i], number)];
+        for (size_t number = 0; number < kDigits; ++number) ++positions[number][digit(keys[i], number)];
     }
-    for (int number = 0; number < kDigits; ++number) {
+    for (size_t number = 0; number < kDigits; ++number) {
         auto& position = positions[number];
         if (position[digit(keys[0], number)] == count) continue;  // all keys have the same digit
         std::exclusive_scan(position.begin(), position.end(), position.begin(), Count{0});

@@ -1,6 +1,6 @@
 # Disassembles a library and fails if it contains fused or x87 arithmetic, code that runs when it is loaded, or, on Windows,
-# aligned 32-byte moves to or from memory; or if the object file of a kernel defines an inline function, of which the linker
-# may keep the copy of any file.
+# aligned 32-byte moves to or from memory; or if the object file of a kernel defines an inline function: the linker keeps one
+# copy of it, which could be the one compiled for AVX2.
 # cmake -DFILES=... -DKERNELS=... -DOBJDUMP=... -DREADELF=... -P check_code.cmake
 # cmake -DFILES=... -DARITHMETIC_ONLY=ON -DOBJDUMP=... -P check_code.cmake
 # FILES is the library, on Windows its object files; KERNELS are the object files compiled for one instruction set. The

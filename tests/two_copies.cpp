@@ -1,4 +1,4 @@
-// Two copies of the library in one process: by the way in which they are loaded, the second one uses the first one's
+// Two copies of the library in one process: depending on how they are loaded, the second one uses the first one's
 // globals block or has its own. Argument: the path of the library.
 #include "zan/frame.h"
 #include "zan/platform/bel.h"

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes the JavaScript functions of the library's plain functions, from the description of the programming interface.
+"""Makes a JavaScript function for each function of the library that C can call, from the description of the interface.
 
 bindings.py FOLDER   writes functions.js, constants.js, their declarations, exports.json (what the linker keeps), and for
                      the tests calls.json (which arguments the functions take) and answers.inc (calls in C++) into a folder
@@ -11,7 +11,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 
-# Left out: the state of a host program, and setters and copies of records, which are literals in JavaScript.
+# Left out: functions that start and stop the library or move its state, and functions that set or copy records, which
+# are literals in JavaScript.
 LEFT_OUT = re.compile(r"Zan_(Birth|Death|CheckVersions|PkgObjectVersion|(Get|Set)Globals|(Un)?Prepare\w+)$|Zanp_"
                       r"|Zan_(Set|Copy)(L|Fixed|WH)?(Pt|Rect)$")
 # Their names would begin with a digit.

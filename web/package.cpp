@@ -1,5 +1,5 @@
-// What zan.js calls beside the plain functions: the classes, templates and C++ functions of the library. Arguments and
-// results are in scratch memory.
+// What zan.js calls besides the functions that C can call: the classes, templates and C++ functions of the library.
+// Arguments and results are in scratch memory.
 #include "zan/platform/bel.h"
 #include "zan/zan.h"
 

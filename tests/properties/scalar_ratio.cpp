@@ -7,7 +7,7 @@
 namespace {
 
 __extension__ using Wide = __int128;
-constexpr uint32_t kLargeDenominator = 0x80000000;  // from here on, comparisons may be approximate and reciprocals fail
+constexpr uint32_t kLargeDenominator = 0x80000000;  // from here on, comparisons may be approximate and divisions fail
 
 bool same(const Zan_Ratio& a, const Zan_Ratio& b) { return a.num == b.num && a.den == b.den; }
 

@@ -106,12 +106,12 @@ export class Plane {
    */
   sizeInFront(x, y, tolerance) {
     const [m] = this.maps;
-    if (this.isBounded === undefined) {
+    if (this.boundsFollowMap === undefined) {
       const isSame = [0, 1, 3, 4, 5, 7, 12, 13, 15].every((i) => Math.abs(m[i] - this.boxMap[i]) <= 1e-9 * Math.abs(m[i]));
-      this.isBounded = this.maps.length === 1 && isSame;
-      if (this.isBounded) this.toPlane = invert(asPlaneMap(m));
+      this.boundsFollowMap = this.maps.length === 1 && isSame;
+      if (this.boundsFollowMap) this.toPlane = invert(asPlaneMap(m));
     }
-    if (!this.isBounded) return 0;
+    if (!this.boundsFollowMap) return 0;
     const slope = Math.hypot(m[3], m[7]);
     if (slope === 0) return Infinity;
     // The inverse of w, a linear function of the point on the screen.

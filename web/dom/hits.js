@@ -24,8 +24,9 @@ export class Hits {
     this.#gather(root, look.boxOf(root)?.plane ?? look.parentBoxOf(root)?.plane ?? null);
   }
 
-  // Gathers an element, whose parent's plane is given, and what is in it. Only elements with a plane of their own get a
-  // box now. In an upright plane, what `translate` and `scale` do to a box does not matter: its bounding box is right.
+  // Gathers an element, whose parent's plane is given, and what is in it. Only elements that may have a plane of their
+  // own, are inside an SVG image or are in the top layer get a box now. In an upright plane, what `translate` and `scale`
+  // do to a box does not matter: its bounding box is right.
   #gather(element, plane) {
     const look = this.#look;
     const style = look.styleOf(element);

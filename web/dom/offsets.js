@@ -58,18 +58,20 @@ export function offsetIn(plane, box, look) {
   const unknown = { ...cornerIn(plane, parent), isKnown: false };
   if (typeof element.offsetLeft !== 'number' || element === documentElement || element === body) return unknown;
   const { position } = style;
-  const around = element.offsetParent;
+  const offsetParent = element.offsetParent;
   let x = element.offsetLeft * zoom;
   let y = element.offsetTop * zoom;
-  if (!around) return position === 'fixed' && !plane ? { x, y, isKnown: true } : unknown;
+  if (!offsetParent) return position === 'fixed' && !plane ? { x, y, isKnown: true } : unknown;
 
-  const outside = look.boxOf(around);
-  if (!outside || (position === 'fixed' && outside.zoom !== zoom)) return unknown;
-  const base = around === body ? originInBody(outside, plane, position, look) : paddingOrigin(outside, plane);
+  const offsetParentBox = look.boxOf(offsetParent);
+  if (!offsetParentBox || (position === 'fixed' && offsetParentBox.zoom !== zoom)) return unknown;
+  const base = offsetParent === body
+    ? originInBody(offsetParentBox, plane, position, look)
+    : paddingOrigin(offsetParentBox, plane);
   if (!base) return unknown;
   x += base.x;
   y += base.y;
-  if (around !== body && (position === 'absolute' || position === 'fixed')) {
+  if (offsetParent !== body && (position === 'absolute' || position === 'fixed')) {
     // The used values of left and top have the fractions that offsets lack.
     const usedX = base.x + (px(style.left) + px(style.marginLeft)) * zoom;
     const usedY = base.y + (px(style.top) + px(style.marginTop)) * zoom;
@@ -77,13 +79,13 @@ export function offsetIn(plane, box, look) {
     if (Math.abs(usedY - y) < 1 && style.top !== 'auto') y = usedY;
   }
   const outOfFlow = position === 'absolute' || position === 'fixed';
-  for (let scroller = outOfFlow ? around : flatParent(element); scroller; scroller = flatParent(scroller)) {
+  for (let scroller = outOfFlow ? offsetParent : flatParent(element); scroller; scroller = flatParent(scroller)) {
     if (!givesOverflowToViewport(scroller, look)) {
       const scroll = look.scrollOf(scroller);
       x -= scroll.x;
       y -= scroll.y;
     }
-    if (scroller === around) break;
+    if (scroller === offsetParent) break;
   }
   return { x, y, isKnown: true };
 }

@@ -1,5 +1,5 @@
-// Prints what each plain function answers to arguments from a seed, a line for each call; bindings.test.js makes the
-// same calls in JavaScript. Numbers in double precision are printed as their bits.
+// Prints what each function that C can call answers to arguments from a seed, a line for each call. bindings.test.js
+// makes the same calls in JavaScript. Numbers in double precision are printed as their bits.
 #include "zan/platform/bel.h"
 #include "zan/zan.h"
 

@@ -86,7 +86,7 @@ test('after a lack of memory the next call is right', () => {
   assert.throws(() => zan.isConvex({ length: 3e8 }), RangeError);
   assert.equal(zan.isConvex(SQUARE), true);
 });
-test('a layer does not change with its outline', () => {
+test('writing into the outline that a layer returned does not change the layer', () => {
   flat.points.fill(0);
   assert.equal(flat.hits(10, 6), true);
 });

@@ -34,7 +34,7 @@ async function open(options) {
 const names = (list) => page.$$eval(`${list} .name`, (all) => all.map((name) => name.textContent));
 const cornerTexts = () => page.$$eval('#layer .corners div', (all) => all.map((corner) => corner.textContent));
 const text = (selector) => page.$eval(selector, (element) => element.textContent);
-// What a frame draws is shown in the panels after the next one.
+// The viewer draws in the next frame; the one after that begins when it has drawn.
 const drawn = () =>
   page.evaluate(() => new Promise((resolve) => requestAnimationFrame(() => requestAnimationFrame(resolve))));
 
@@ -214,7 +214,7 @@ test('of decks chosen in quick succession the last one is shown, and a deck from
 
 const badDecks = [
   ['no step', '<p>nothing</p>', /No deck/],
-  ['a number that is none', '<div class="step" data-x="1e10">', /data-x="1e10": not a number from/],
+  ['a number out of range', '<div class="step" data-x="1e10">', /data-x="1e10": not a number from/],
   [
     'a scale of 0',
     '<div class="step" id="a" data-scale="0">',

@@ -123,8 +123,9 @@ function paintDistance(context, size, pointer, { points, distance }) {
   points.forEach((p, i) => {
     const q = points[(i + 1) % points.length];
     const [dx, dy] = [q.x - p.x, q.y - p.y];
-    const length = dx * dx + dy * dy;
-    const t = length > 0 ? Math.min(Math.max(((pointer.x - p.x) * dx + (pointer.y - p.y) * dy) / length, 0), 1) : 0;
+    const squaredLength = dx * dx + dy * dy;
+    const along = (pointer.x - p.x) * dx + (pointer.y - p.y) * dy;
+    const t = squaredLength > 0 ? Math.min(Math.max(along / squaredLength, 0), 1) : 0;
     const at = { x: p.x + t * dx, y: p.y + t * dy };
     at.distance = Math.hypot(at.x - pointer.x, at.y - pointer.y);
     if (!foot || at.distance < foot.distance) foot = at;
