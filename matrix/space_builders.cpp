@@ -39,8 +39,9 @@ void appendRotation(const Vector3& axis, double length, double radians, Zan_Matr
                 {0, 0, 0, 1}}});
 }
 
-// Rotates about the images of the x, y and z axis in turn; each image is that by m after the rotations before it. An
-// image near zero is skipped; the length of any other is at least its largest coordinate, so that no rotation can fail.
+// Rotates about the images of the x, y and z axis in turn. Each axis is transformed by m as the rotations before have
+// left it. An image near zero is skipped; the length of any other is at least its largest coordinate, so that no
+// rotation can fail.
 void rotateAboutOwnAxes(double rx, double ry, double rz, Zan_Matrix4* m) {
     const struct {
         Vector4 axis;

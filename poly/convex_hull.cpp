@@ -234,7 +234,7 @@ size_t gridHull(uint64_t*& keys, uint64_t*& scratch, size_t count) {
     *right++ = top;
     uint64_t* end = extendChain(keys, scratch, right);
     end = extendChain(end, left, scratch + count);
-    return static_cast<size_t>(end - keys);  // without the first point, which is there again
+    return static_cast<size_t>(end - keys);  // the chain ends with the first point again, which is not counted
 }
 
 template <class Point>

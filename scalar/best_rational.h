@@ -30,9 +30,10 @@ constexpr void expandFraction(int64_t whole, uint32_t divisor, uint32_t remainde
         if (largestWithinBound <= coefficient) {
             bool takeSemiconvergent = 2 * largestWithinBound > coefficient;
             if (2 * largestWithinBound == coefficient) {
-                // A tie: of the convergent and the semiconvergent, takes the one with the smaller error. The terms are
-                // the denominators of the wanted quotient. With q = divisor / remainder, the errors are as 1 / term to
-                // (q - L) / (previousTerm + L * term), where L is largestWithinBound.
+                // A tie: of the convergent and the semiconvergent, takes the one with the smaller error. term and
+                // previousTerm are denominators of the wanted quotient. With q = divisor / remainder and L =
+                // largestWithinBound, the error of the convergent is proportional to 1 / term, that of the
+                // semiconvergent to (q - L) / (previousTerm + L * term), with the same factor.
                 const int64_t previousTerm = wanted == Quotient::kKOverH ? previousH : previousK;
                 const int64_t term = wanted == Quotient::kKOverH ? *h : *k;
                 takeSemiconvergent = remainder * previousTerm > nextRemainder * term;

@@ -44,8 +44,17 @@ const char* Bel_ZLookupLStrCache(const void* zref, int32_t index, int32_t /*zero
     return key.data() + key.find('=') + 1;
 }
 
-int32_t Bel_CheckVersions(int32_t /*errorNumber*/, int32_t version) { return version == kBel_InterfaceVersion ? 0 : 1; }
-int32_t VUN_CheckVersions(int32_t /*errorNumber*/, int32_t version) { return version == kVUN_InterfaceVersion ? 0 : 1; }
+static int32_t checkVersion(int32_t errorNumber, int32_t wanted, int32_t provided) {
+    if (wanted == provided) return 0;
+    Belp_ReportErrString(static_cast<uint32_t>(errorNumber), kBel_SeverityVersionMismatch, "another version is needed");
+    return 1;
+}
+int32_t Bel_CheckVersions(int32_t errorNumber, int32_t version) {
+    return checkVersion(errorNumber, version, kBel_InterfaceVersion);
+}
+int32_t VUN_CheckVersions(int32_t errorNumber, int32_t version) {
+    return checkVersion(errorNumber, version, kVUN_InterfaceVersion);
+}
 void OSKA_Log(int32_t /*kind*/, const char* /*category*/, const char* /*function*/, const char* /*text*/) {}
 
 // One allocation holds the master pointer and, behind it, the block. It is never reclaimed.
@@ -57,7 +66,10 @@ Bel_Handle Bel_AllocateHandleQuiet(size_t bytes) {
 }
 Bel_Handle Bel_AllocateHandle(uint32_t errorNumber, const char* name, size_t bytes) {
     const Bel_Handle handle = Bel_AllocateHandleQuiet(bytes);
-    if (handle == nullptr) Belp_ReportErrString(errorNumber, Zan_kSeverityError, name);
+    if (handle == nullptr) {
+        const std::string text = std::string("not enough memory for ") + name + '.';
+        Belp_ReportErrString(errorNumber, Zan_kSeverityError, text.c_str());
+    }
     return handle;
 }
 void Bel_FreeHandle(Bel_Handle handle) { std::free(handle); }

@@ -175,10 +175,11 @@ constexpr std::array kTolerances = {
     Tolerance{"`Zan_RayIntersectPlane`", "normal . direction", parallel, 1e-15, 1.0, "the ray is parallel and misses",
               "pass a normal and a direction of length about 1"},
     Tolerance{"`Zan_PerpDistTo2DLine`, `GetMinimumEdgeDistance`", "length of the segment", distanceToTheEnd, 1e-15, 1.0,
-              "the distance to its first end", "invisible"},
+              "the distance to its first end (`GetMinimumEdgeDistance`: to its nearer end)", "invisible"},
     Tolerance{
         "`Zan_PerpDistTo2DLine`, `GetMinimumEdgeDistance` for long segments (the effect is at and above the threshold)",
-        "length of the segment", distanceToTheLine, 1.0, 1e15, "the distance to its first end",
+        "length of the segment", distanceToTheLine, 1.0, 1e15,
+        "the distance to its first end (`GetMinimumEdgeDistance`: to its nearer end)",
         "only an edge that ends almost at the eye"},
     Tolerance{"`Zan_IsQuadEdgeOn`", "twice the area of the transformed quadrilateral", noNormal, 1e-15, 1.0,
               "answers false", "invisible"},

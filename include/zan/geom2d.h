@@ -235,8 +235,8 @@ ZAN_API int32_t Zan_LRect2FixedRect(const Zan_LRect* source, Zan_FixedRect* dest
 /// @{
 
 /// Intersects two rectangles. They overlap when neither is empty and they share more than an edge or a corner.
-/// Without NaN: (1) the order of a and b does not matter (2) a overlaps itself unless it is empty (3) the intersection
-/// lies in both.
+/// Without NaN: (1) the order of a and b matters only for the sign of zeros (2) a overlaps itself unless it is empty
+/// (3) the intersection lies in both.
 ///
 /// With a NaN, or with zeros of different sign, the order of operands matters: of two values the larger is
 /// p > q ? p : q and the smaller is q > p ? p : q. The test for overlap takes p from a and q from b. So does the

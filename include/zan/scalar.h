@@ -167,7 +167,7 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// Zan_MulWouldOverflow), common factors are cancelled and the operation is repeated. If the result may still overflow,
 /// the operation fails, or the result is approximated as the status pointer decides. An approximation is calculated in
 /// double precision and converted by Zan_FpLong2Ratio, which rounds it to single precision first: the relative error is
-/// up to 2^-24 (6e-8), and a result below 2^-31 becomes 0.
+/// up to 2^-24 (6e-8), and a result that rounds to at most 2^-31 becomes 0.
 ///
 /// | status pointer | approximation allowed | halving of a divisor allowed | on failure |
 /// |---|---|---|---|
@@ -177,7 +177,8 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 ///
 /// The byte receives Zan_RatioExact, Zan_RatioFailed or Zan_RatioApproximated; a division that halved its divisor also
 /// sets Zan_RatioDivisorHalved. A zero denominator is reported and its code returned whatever the status pointer is,
-/// and the byte is set to 0, or to Zan_RatioDivisorHalved if a division had halved its divisor.
+/// and the byte is set to 0, or to Zan_RatioDivisorHalved if a division had halved its divisor. The exception is a
+/// division that fails because it may not halve its divisor: it does not look at the other denominator.
 ///
 /// A numerator of -2^31 has the magnitude 2^31: unless it can be reduced, no product with it fits, and it cannot be
 /// subtracted. The operation fails then; it never stores a wrong value.
@@ -208,8 +209,8 @@ ZAN_API int32_t Zan_RecipRatio(const Zan_Ratio* source, Zan_Ratio* destination, 
 /// @param source          the ratio
 /// @param newDenominator  1 to 2^32 - 1
 /// @param destination     receives the new ratio; {0, 0} on failure
-/// @param exact           receives whether the value is unchanged, false on overflow; may be null. Not written for a
-///                        zero denominator
+/// @param exact           receives whether the value is unchanged, by cross products in double precision; false on
+///                        overflow; may be null. Not written for a zero denominator
 /// @param overflow        receives whether the new numerator does not fit, false for a zero denominator. If null, an
 ///                        overflow is reported and its code returned
 /// @return   0, also for an overflow that the flag receives; Zan_Err_ZeroDenominator (0x1106); Zan_Err_Overflow
