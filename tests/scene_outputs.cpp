@@ -126,7 +126,7 @@ TEST_CASE("scene: outputs of random decks are well-formed") {
 
     const std::string pictures = "find '" + folder.string() + "' -name '*.svg'";
     CHECK(std::system((pictures + " -print0 | xargs -0 xmllint --noout").c_str()) == 0);
-    // No coordinate is infinite or not a number: these words are in no name.
+    // No coordinate is infinite or not a number: "nan" and "inf" are in no name.
     CHECK(std::system((pictures + " -print0 | xargs -0 grep -lE '=\"[^\"]*(nan|inf)'").c_str()) != 0);
     fs::remove_all(folder);
 }

@@ -8,8 +8,8 @@ A paragraph of a list is a place and, indented, what is excepted there and why:
 A place is a source (`*` in it stands for any characters) and the names of functions, classes, enumerations or constants
 in it; without a name it is the whole source. What is excepted there:
 
-  - `*` excepts everything in the place. Otherwise it is pieces of code, separated by "; " (a semicolon inside a piece
-    has no blank after it). A line that ends with ";" continues in the next one.
+  - An asterisk alone, without backquotes, excepts everything in the place. Otherwise it is pieces of code, separated by
+    "; " (a semicolon inside a piece has no blank after it). A line that ends with ";" continues in the next one.
   - A piece matches token by token; the name x matches any name.
   - Tokens in backquotes are the excepted ones, and the rest is their context; without backquotes the whole piece is
     excepted.

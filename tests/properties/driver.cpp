@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 
+// Returns whether the case is in the first of the property's two classes (property.h).
 static bool check(const Property& property, Choices choices) {
     HostReports host;
     const bool inFirstClass = property.check(choices);
@@ -49,8 +50,9 @@ int main(int argc, char** argv) {
                 where = name + ", seed " + std::to_string(seed);
                 inFirstClass += check(*p, Choices(static_cast<uint64_t>(seed)));
             }
-            std::printf("%-24s %6d seeds, %d in the first class\n", p->name, p->seeds, inFirstClass);
-            where = name + ", classes of the seeded cases";
+            std::printf("%-24s %6d seeds, %d of them in the first of the property's two classes\n", p->name, p->seeds,
+                        inFirstClass);
+            where = name + ", how many seeds are in each of its two classes";
             must(std::min(inFirstClass, p->seeds - inFirstClass) >= p->seeds / 20);
         }
     } catch (const std::string& place) {

@@ -7,8 +7,8 @@ namespace {
 
 using zan::PointKernel;
 
-// Tame numbers, with which every loop runs to its end; boundary values; matrices whose w (for integer points: whose
-// coordinates) are the x of the point.
+// Tame numbers, with which every loop runs to its end; boundary values; matrices that make w equal to x of the
+// point (for integer points: each coordinate equal to x plus an element).
 enum Kind { kTame, kNasty, kFromX, kKinds };
 
 // Thresholds of the transforms, the doubles next to them, and boundary values.

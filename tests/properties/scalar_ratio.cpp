@@ -106,10 +106,10 @@ bool arithmetic(Choices& c) {
     must(host.takeAll() == failedReport);
     must(same(approximate, result));
 
-    uint8_t noneAllowed = 0xFD;  // every bit but Zan_RatioAllowApproximation
+    uint8_t noApproximation = 0xFD;  // every bit but Zan_RatioAllowApproximation
     Zan_Ratio silent = a;
-    must(call(&silent, &b, &silent, &noneAllowed) == 0);
-    must(noneAllowed == (status == Zan_RatioExact ? Zan_RatioExact : Zan_RatioFailed));
+    must(call(&silent, &b, &silent, &noApproximation) == 0);
+    must(noApproximation == (status == Zan_RatioExact ? Zan_RatioExact : Zan_RatioFailed));
     must(host.takeAll().empty());
     must(same(silent, exact));
     return greater;

@@ -101,8 +101,8 @@ export class Plane {
 
   /**
    * The size below which every box of this plane that is painted within the tolerance of (x, y) is wholly in front of
-   * the eye, so that its bounding box contains its outline. 0 where bounding boxes follow other rules; Infinity where every box that is
-   * painted there is in front, or none is painted.
+   * the eye, so that its bounding box contains its outline. 0 where bounding boxes do not follow the matrix of the
+   * drawing; Infinity where every box that is painted there is in front, or none is painted.
    */
   sizeInFront(x, y, tolerance) {
     const [m] = this.maps;

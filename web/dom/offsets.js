@@ -24,7 +24,7 @@ export function layoutSize(box, seen) {
   return { width: width * zoom, height: height * zoom, isKnown: true };
 }
 
-// Layout counts in fractions of pixels; computed paddings may be finer.
+// Layout rounds lengths down to 64ths of a pixel; computed paddings are not rounded yet.
 const used = (length, zoom) => Math.floor(length * zoom * 64 + 1e-3) / 64 / zoom;
 
 function alongAxis({ style, zoom }, property, ends, offsetSize, clientSize) {

@@ -71,11 +71,11 @@ const rounded = (value) => {
 };
 for (const [what, value, expected] of rows) test(what, () => assert.deepEqual(rounded(value()), expected));
 
-test('every name is tested: here, or in bindings.test.js', () => {
+test('every function and member is tested: here, in bindings.test.js or in package.test.js', () => {
   const read = (file) => readFileSync(new URL(file, import.meta.url), 'utf8');
   const [calls, source] = [read('../../build/web/generated/calls.json'), read(import.meta.url)];
   const members = [Matrix3, Matrix4, Layer].flatMap((c) => [...Object.getOwnPropertyNames(c.prototype), ...Object.getOwnPropertyNames(c)]);
-  // In package.test.js, and what every class has.
+  // In package.test.js, what every class has, and enumerations.
   const elsewhere = ['constructor', 'length', 'name', 'prototype', 'toDOMMatrix', 'ZanError', 'Err', 'Result', 'RatioStatus', 'RectRelation', 'MatrixType'];
   const untested = [...Object.keys(zan), ...members].filter((name) => !elsewhere.includes(name) && !calls.includes(`"${name}"`) && !new RegExp(`[.{ ]${name}\\b`).test(source));
   assert.deepEqual(untested, []);
