@@ -10,7 +10,7 @@
 
 namespace scene {
 
-/// Two lines about the run: deck, window, layer size and its origin.
+/// Two lines about the run: deck, window, layer size and where it comes from.
 void writeHead(std::ostream& out, const Deck& deck, Size window, Size layerSize, bool layerSizeFromDeck);
 
 /// One camera: one row per layer, then one line per hit point.

@@ -181,7 +181,7 @@ ZAN_API int32_t Zan_UnsignedLCM(uint32_t a, uint32_t b, uint32_t* multiple);
 /// division that fails because it may not halve its divisor: it does not look at the other denominator.
 ///
 /// A numerator of -2^31 has the magnitude 2^31: unless it can be reduced, no product with it fits, and it cannot be
-/// subtracted. The operation fails then; it never stores a wrong value.
+/// subtracted. The exact operation fails then, and the result is approximated if the status pointer allows it.
 /// @{
 
 /// Reduces a ratio to lowest terms.
