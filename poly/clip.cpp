@@ -4,7 +4,6 @@
 #include "zan/poly.h"
 
 #include <cstring>
-#include <iterator>
 
 namespace {
 

@@ -124,9 +124,8 @@ export function countOf(points, components) {
 /** The address of memory for arrays, reused by each call. */
 export function room(bytes) {
   if (bytes > arraysSize) {
-    arraysSize = 0;  // the former memory is freed first
     arrays = wasm().zan_room(bytes);
-    arraysSize = arrays === 0 ? 0 : bytes;
+    arraysSize = arrays === 0 ? 0 : bytes;  // on failure, too, the former memory is freed
     if (arrays === 0) throw new RangeError('zan: not enough memory');
   }
   return arrays;

@@ -1,6 +1,6 @@
-// Runs a loop over an array of points with the kernel of the active instruction set. Not in points.h,
-// because kernels' files include that and must not include this. Inline, so that a call costs as little as possible
-// before its first point.
+// Runs a loop over an array of points with the kernel of the active instruction set. Not in points.h, because kernels'
+// files include that and must not include this. Inline, so that a call costs as little as possible before its first
+// point.
 #ifndef ZAN_MATRIX_KERNELS_RUN_POINTS_H
 #define ZAN_MATRIX_KERNELS_RUN_POINTS_H
 

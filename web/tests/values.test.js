@@ -2,6 +2,7 @@
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { test } from 'node:test';
+import { room } from '../../build/web/package/wasm.js';
 import * as zan from '../../build/web/package/zan.js';
 
 const { Layer, Matrix3, Matrix4 } = zan;
@@ -84,6 +85,7 @@ test('every function and member is tested: here, in bindings.test.js or in packa
 test('what is no whole number of points', () => assert.throws(() => zan.computeConvexHull([1, 2, 3]), RangeError));
 test('after a lack of memory the next call is right', () => {
   assert.throws(() => zan.isConvex({ length: 3e8 }), RangeError);
+  assert.notEqual(room(64), 0);
   assert.equal(zan.isConvex(SQUARE), true);
 });
 test('writing into the outline that a layer returned does not change the layer', () => {

@@ -198,11 +198,12 @@ export function project(layers, { size: { width, height }, spaceToEye, eyeToScre
   return layers.map((placedLayer) => {
     const toEye = placedLayer.placement.concat(spaceToEye);
     const layer = new Layer(placedLayer.box, toEye, eyeToScreen);
+    const outline = layer.points; // each reading is a copy
     const flat = toEye.transformPoints(placedLayer.flatCorners);
     const points = [];
     // A step without width or height places a camera only.
-    const count = placedLayer.box.width > 0 && placedLayer.box.height > 0 ? layer.points.length : 0;
-    for (let i = 0; i < count; i += 2) points.push({ x: layer.points[i], y: layer.points[i + 1] });
+    const count = placedLayer.box.width > 0 && placedLayer.box.height > 0 ? outline.length : 0;
+    for (let i = 0; i < count; i += 2) points.push({ x: outline[i], y: outline[i + 1] });
     return {
       ...placedLayer,
       layer,
@@ -211,7 +212,7 @@ export function project(layers, { size: { width, height }, spaceToEye, eyeToScre
       plane: getPlaneEquation(flat).plane,
       inEye: [0, 3, 6, 9].map((i) => ({ x: flat[i], y: flat[i + 1], z: flat[i + 2] })),
       edgeOn: isQuadEdgeOn(toEye, placedLayer.corners, EDGE_ON_SINE, false),
-      share: shareOf(layer.points, windowCorners),
+      share: shareOf(outline, windowCorners),
     };
   });
 }
