@@ -66,6 +66,18 @@ function(zan_add_shared_library target exports description)
   endif()
 endfunction()
 
+# Adds kernels of two lanes to the library, if the target has NEON or WebAssembly SIMD; there they take the place of the
+# plain kernels.
+function(zan_add_lanes_kernels)
+  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64|wasm32")
+    target_sources(zan_objects PRIVATE ${ARGN})
+    target_compile_definitions(zan_objects PRIVATE ZAN_LANES_KERNELS)
+    if(CMAKE_SYSTEM_PROCESSOR STREQUAL "wasm32")
+      set_source_files_properties(${ARGN} TARGET_DIRECTORY zan_objects PROPERTIES COMPILE_OPTIONS -msimd128)
+    endif()
+  endif()
+endfunction()
+
 # Adds kernels for AVX2 to the library, if compiler and target have it. They are compiled without FMA, which would change
 # the last bits of answers.
 function(zan_add_avx2_kernels)

@@ -7,15 +7,16 @@
 
 namespace zan {
 
-/// The instruction sets that have kernels; each includes those before it. A subsystem's list of kernels is in this
-/// order, the plain one first.
-enum class InstructionSet : int { kPlain, kAvx2 };
+/// The instruction sets among which the library chooses at run time; each includes those before it. A subsystem's list
+/// of kernels is in this order. kBaseline is what every processor of the target has; its kernel is the plain one, or
+/// one for two lanes on 64-bit ARM (NEON) and in WebAssembly (SIMD).
+enum class InstructionSet : int { kBaseline, kAvx2 };
 
 /// The best instruction set that the processor, the system and this build support. Queries the processor at each call.
 InstructionSet supportedInstructionSet();
 
 /// The instruction set whose kernels the library is to use: the supported one. Test builds link another definition,
-/// which returns kPlain.
+/// which returns kBaseline.
 InstructionSet preferredInstructionSet();
 
 /// The value of activeInstructionSet(), negative before its first call.

@@ -1,7 +1,7 @@
 // The kernels for arrays of points; runs the plain loop on the points that a kernel leaves over.
-#include "matrix/kernels/points.h"
+#include "matrix/kernels/run_points.h"
 
-const zan::PointKernel* const zan::kPointKernels[] = {&kPlainPointKernel,
+const zan::PointKernel* const zan::kPointKernels[] = {&kBaselinePointKernel,
 #if defined(ZAN_AVX2_KERNELS)
                                                       &kAvx2PointKernel,
 #endif

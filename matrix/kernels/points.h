@@ -40,7 +40,13 @@ using PointTransform = PointLoop PointKernel::*;
 
 /// Every kernel gives the same bits as the plain one.
 extern const PointKernel kPlainPointKernel;
+extern const PointKernel kLanesPointKernel;
 extern const PointKernel kAvx2PointKernel;
+
+/// Loops of the plain kernel that another kernel has as well.
+int32_t planeRound16Plain(const void* matrix, int32_t count, void* points);
+int32_t planeRoundFixedPlain(const void* matrix, int32_t count, void* points);
+int32_t spaceClamp16Plain(const void* matrix, int32_t count, void* points);
 
 /// The kernels of this build, indexed by zan::InstructionSet, with a null pointer at the end.
 extern const PointKernel* const kPointKernels[];

@@ -111,6 +111,16 @@ Zan_Point spaceClamp16(const Zan_Matrix4& m, const Zan_Point& p) {
 
 }  // namespace
 
+int32_t zan::planeRound16Plain(const void* matrix, int32_t count, void* points) {
+    return roundPoints<Zan_Point, int16_t, 1>(matrix, count, points);
+}
+int32_t zan::planeRoundFixedPlain(const void* matrix, int32_t count, void* points) {
+    return roundPoints<Zan_FixedPoint, Zan_Fixed, 65536>(matrix, count, points);
+}
+int32_t zan::spaceClamp16Plain(const void* matrix, int32_t count, void* points) {
+    return each<Zan_Matrix4, Zan_Point, spaceClamp16>(matrix, count, points);
+}
+
 const zan::PointKernel zan::kPlainPointKernel = {
     .name = "plain",
     .planeAffine = each<Zan_Matrix3, Vector2, affine>,
@@ -125,7 +135,7 @@ const zan::PointKernel zan::kPlainPointKernel = {
     .spaceCheckedDivideXYZ = checkedDivide<Zan_Matrix4, Vector3, Vector4>,
     .spaceDivideUnlessNearZero = each<Zan_Matrix4, Vector4, spaceDivideUnlessNearZero>,
     .spaceDivideUnlessNearZeroXYZ = each<Zan_Matrix4, Vector3, spaceDivideUnlessNearZeroXYZ>,
-    .planeRound16 = roundPoints<Zan_Point, int16_t, 1>,
-    .planeRoundFixed = roundPoints<Zan_FixedPoint, Zan_Fixed, 65536>,
-    .spaceClamp16 = each<Zan_Matrix4, Zan_Point, spaceClamp16>,
+    .planeRound16 = planeRound16Plain,
+    .planeRoundFixed = planeRoundFixedPlain,
+    .spaceClamp16 = spaceClamp16Plain,
 };

@@ -9,13 +9,19 @@
 
 namespace zan {
 
-/// The lanes hold a block of four points; most loops of a wider kernel would pass a shorter array on to the plain one.
+#if defined(ZAN_LANES_KERNELS)
+inline constexpr const PointKernel& kBaselinePointKernel = kLanesPointKernel;
+#else
+inline constexpr const PointKernel& kBaselinePointKernel = kPlainPointKernel;
+#endif
+
+/// AVX2 transforms blocks of four points; most of its loops would pass a shorter array on to the plain kernel.
 inline constexpr int32_t kMinPointsForLanes = 4;
 
-/// Runs the kernel of zan::activeInstructionSet(), or the plain one for arrays too short to fill the lanes.
+/// Runs the kernel of zan::activeInstructionSet(), or the baseline's for arrays too short to fill the lanes of others.
 inline int32_t transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points) {
     const PointKernel* kernel =
-        count < kMinPointsForLanes ? &kPlainPointKernel : kPointKernels[static_cast<int>(activeInstructionSet())];
+        count < kMinPointsForLanes ? &kBaselinePointKernel : kPointKernels[static_cast<int>(activeInstructionSet())];
     return (kernel->*transform)(matrix, count, points);
 }
 

@@ -42,7 +42,7 @@ bool points(Choices& c, zan::PointTransform transform) {
     }
     std::vector<Number> plain = start;
     const int32_t done = (zan::kPlainPointKernel.*transform)(m, count, plain.data() + before);
-    eachKernel(zan::kPointKernels, zan::kPlainPointKernel, [&](const zan::PointKernel& kernel) {
+    eachKernel(zan::kPointKernels, zan::kLanesPointKernel, [&](const zan::PointKernel& kernel) {
         std::vector<Number> other = start;
         must((kernel.*transform)(m, count, other.data() + before) == done);
         for (size_t i = 0; i < plain.size(); ++i) must(sameBits(double(plain[i]), double(other[i])));

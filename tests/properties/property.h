@@ -16,10 +16,11 @@ inline void must(bool holds, const char* file = __builtin_FILE(), int line = __b
     if (!holds) throw std::string(file) + ":" + std::to_string(line);
 }
 
-/// Calls check(kernel) for each kernel of a subsystem's list that this machine can run, the plain one included.
+/// Calls check(kernel) for each kernel of a subsystem's list that this machine can run, and for one that may not be in
+/// the list.
 template <class Kernel, class Check>
-void eachKernel(const Kernel* const* kernels, const Kernel& plain, const Check& check) {
-    must(kernels[0] == &plain);
+void eachKernel(const Kernel* const* kernels, const Kernel& another, const Check& check) {
+    check(another);
     for (int i = 0; kernels[i] != nullptr && i <= static_cast<int>(zan::supportedInstructionSet()); ++i)
         check(*kernels[i]);
 }
