@@ -6,9 +6,8 @@ Zan_TransformPoly2D::Zan_TransformPoly2D(const Zan_TransformPoly2D& other) = def
 Zan_TransformPoly2D& Zan_TransformPoly2D::operator=(const Zan_TransformPoly2D& other) = default;
 Zan_TransformPoly2D::~Zan_TransformPoly2D() = default;
 
-void Zan_TransformPoly2D::SetLayerPoint(int32_t i, const zan::Vector2& p) {
-    corners[zan::checkedCorner(i)] = {p.x, p.y};
-}
+// Inline in the header; the library defines it as well, for callers that do not inline it.
+[[gnu::used]] constexpr auto kSetLayerPoint2D = &Zan_TransformPoly2D::SetLayerPoint;
 
 void Zan_TransformPoly2D::TransformPoints(const Zan_Matrix3& m) {
     visible = !zan::degenerate(m);

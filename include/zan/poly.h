@@ -7,7 +7,9 @@
 
 #include "zan/matrix.h"
 
+#include <cassert>
 #include <iterator>
+#include <new>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -123,6 +125,15 @@ public:
     /// Frees memory.
     /// @param objects, count  the result and the argument of allocate
     void deallocate(T* objects, size_t count) noexcept;
+    /// Constructs an object; without arguments it stays uninitialised, so that a vector grows without writing zeros.
+    template <class U, class... Arguments>
+    void construct(U* object, Arguments&&... arguments) {
+        if constexpr (sizeof...(Arguments) == 0) {
+            ::new (static_cast<void*>(object)) U;
+        } else {
+            ::new (static_cast<void*>(object)) U(std::forward<Arguments>(arguments)...);
+        }
+    }
 
     /// True: any allocator can free what another has allocated.
     [[nodiscard]] friend constexpr bool operator==(const Zan_TrackedAllocator& /*a*/,
@@ -152,7 +163,10 @@ public:
     /// Sets a corner.
     /// @param i  0 to 3
     /// @param p  the corner in layer coordinates
-    void SetLayerPoint(int32_t i, const Zan_Vector2T<double>& p);
+    ZAN_INLINE_API void SetLayerPoint(int32_t i, const Zan_Vector2T<double>& p) {
+        assert(0 <= i && i < 4);
+        corners[i] = {p.x, p.y};
+    }
     /// Transforms the corners as Zan_TransformFloatPoints does, and makes the layer visible. A degenerate matrix makes
     /// it invisible instead and leaves the corners unchanged.
     /// @param m  layer to screen
@@ -216,7 +230,10 @@ public:
     /// Sets a corner to (p.x, p.y, 0). Does not change which corners are behind, nor the outline.
     /// @param i  0 to 3
     /// @param p  the corner in layer coordinates
-    void SetLayerPoint(int32_t i, const Zan_Vector2T<double>& p);
+    ZAN_INLINE_API void SetLayerPoint(int32_t i, const Zan_Vector2T<double>& p) {
+        assert(0 <= i && i < 4);
+        corners[i] = {p.x, p.y, 0.0};
+    }
     /// Transforms the corners as Zan_Transform3DFloatPoints does. With a degenerate matrix it only marks every
     /// corner as in front. The outline stays.
     /// @param layerToEye  the transform to eye space, in which the eye looks along +z

@@ -12,7 +12,10 @@
 
 /// @def ZAN_API
 /// Marks what the library exports. On Windows it marks what a host imports from zan.dll.
+/// @def ZAN_INLINE_API
+/// Marks a member that the library exports and the header defines, so that callers can inline it.
 #if defined(_WIN32)
+#define ZAN_INLINE_API
 #if defined(ZAN_BUILDING)
 #define ZAN_API  // the .def file lists the exports
 #else
@@ -20,6 +23,7 @@
 #endif
 #else
 #define ZAN_API __attribute__((visibility("default")))
+#define ZAN_INLINE_API __attribute__((visibility("default")))
 #endif
 
 /// @def ZAN_MAY_ALIAS
