@@ -197,25 +197,33 @@ double compassByHand(double x, double y) {
 }
 
 void addAngles() {
-    static const auto directions = inputs(kInputs, 66, [](Random& random) {
+    static const auto directions = inputs(kManyInputs, 66, [](Random& random) {
         const double x = random.real(-100, 100);
         return Vector2(x, random.real(-100, 100));
     });
+    static const auto rects = inputs(kManyInputs, 67, [](Random& random) {
+        const double left = random.real(-100, 100), top = random.real(-100, 100);
+        return Zan_FloatRect{left, top, left + random.real(0, 50), top + random.real(0, 50)};
+    });
     const Vector2* d = directions.data();
+    const Zan_FloatRect* r = rects.data();
 
-    Entry("compass angle of a direction", kInputs, [=](size_t i) { return Zan_VecToAngle(d[i]); })
+    Entry("compass angle of a direction", kManyInputs, [=](size_t i) { return Zan_VecToAngle(d[i]); })
         .peer(
             "std::atan2", [=](size_t i) { return compassByHand(d[i].x, d[i].y); }, Near());
-    Entry("compass angle of a point about a rectangle", kInputs,
+    Entry("compass angle of a point about a rectangle", kManyInputs,
           [=](size_t i) {
-              const Zan_FloatRect rect = {-10, -20, 30, 40};
               Vector2 point = d[i];
               double angle = 0;
-              Zan_Pt2Angle(&rect, &point, &angle);
+              Zan_Pt2Angle(&r[i], &point, &angle);
               return angle;
           })
         .peer(
-            "std::atan2", [=](size_t i) { return compassByHand(d[i].x - 10, d[i].y - 10); }, Near());
+            "std::atan2",
+            [=](size_t i) {
+                return compassByHand(d[i].x - (r[i].right + r[i].left) * 0.5, d[i].y - (r[i].bottom + r[i].top) * 0.5);
+            },
+            Near());
 }
 
 }  // namespace

@@ -16,8 +16,8 @@ namespace zan_bench {
 
 /// Inputs of an entry.
 inline constexpr size_t kInputs = 4096;
-/// Inputs of an entry about outlines of four vertices: the branch predictor learns 4,096 of these.
-inline constexpr size_t kSmallOutlines = 65536;
+/// Inputs of an entry with branches that depend on their values: the branch predictor learns 4,096 of these.
+inline constexpr size_t kManyInputs = 65536;
 /// Points of a long array.
 inline constexpr size_t kPoints = 4096;
 

@@ -116,7 +116,7 @@ void addClips(size_t count, uint32_t seed) {
 }  // namespace
 
 void addPolyClips() {
-    addClips<4>(kSmallOutlines, 89);
+    addClips<4>(kManyInputs, 89);
     addClips<32>(1024, 101);
 }
 

@@ -47,7 +47,7 @@ void addHitTests(size_t count, uint32_t seed) {
 }  // namespace
 
 void addPolyHitTests() {
-    addHitTests<4>(kSmallOutlines, 81);
+    addHitTests<4>(kManyInputs, 81);
     addHitTests<16>(kInputs, 82);
     addHitTests<256>(64, 83);
     addHitTests<4096>(8, 85);

@@ -202,7 +202,7 @@ void addPolyHulls() {
     addHulls<Distribution::kSorted, 10000>(4, 75);
     addHulls<Distribution::kEqual, 10000>(4, 75);
     addHulls<Distribution::kTwoClusters, 10000>(4, 75);
-    addConvexity<4>(kSmallOutlines, 87);
+    addConvexity<4>(kManyInputs, 87);
     addConvexity<1000>(64, 88);
 }
 

@@ -55,7 +55,7 @@ struct Scenes {
     std::vector<Eigen::Matrix4d> eigen;
 
     Scenes(int32_t oneIn, Depth depth)
-        : zan(inputs(kSmallOutlines, 78, [=](Random& random) {
+        : zan(inputs(kManyInputs, 78, [=](Random& random) {
               const bool isThere = random.integer(1, oneIn) == 1;
               return sceneOf(random, isThere ? depth : Depth::kInFront);
           })) {
@@ -122,7 +122,7 @@ void addSpace(const char* name, const Scenes& scenes, double tolerance, Object o
     };
     const bool multiplies = toEye == ToEye::kMultiplied;
 
-    Entry(nameWithCount(name, static_cast<size_t>(tolerance), ""), kSmallOutlines,
+    Entry(nameWithCount(name, static_cast<size_t>(tolerance), ""), kManyInputs,
           [=](size_t i) {
               static Zan_TransformPoly3D kept;
               if (multiplies) {
@@ -155,13 +155,12 @@ void addSpace(const char* name, const Scenes& scenes, double tolerance, Object o
 
 void addPlane(double tolerance) {
     static const Scenes scenes(1, Depth::kInFront);
-    static const auto planes = copiedBytes<Zan_Matrix3>(inputs(kSmallOutlines, 79, planeTransform));
+    static const auto planes = copiedBytes<Zan_Matrix3>(inputs(kManyInputs, 79, planeTransform));
     static const auto glmPlanes = copiedBytes<glm::dmat3>(planes);
     const Scene* s = scenes.zan.data();
     const Zan_Matrix3* m = planes.data();
     const glm::dmat3* g = glmPlanes.data();
-    Entry(nameWithCount("layer in the plane, end to end, tolerance ", static_cast<size_t>(tolerance), ""),
-          kSmallOutlines,
+    Entry(nameWithCount("layer in the plane, end to end, tolerance ", static_cast<size_t>(tolerance), ""), kManyInputs,
           [=](size_t i) {
               static Zan_TransformPoly2D layer;
               layer.SetLayerPoint(0, {0, 0});

@@ -106,21 +106,21 @@ void addBits() {
 }
 
 void addDivisors() {
-    static const auto wide = inputs(kInputs, 13, [](Random& random) {
+    static const auto wide = inputs(kManyInputs, 13, [](Random& random) {
         return IntPair{random.anyMagnitude() | 1, random.anyMagnitude() | 1};
     });
-    static const auto narrow = inputs(kInputs, 14, [](Random& random) {
+    static const auto narrow = inputs(kManyInputs, 14, [](Random& random) {
         return IntPair{random.integer(1, 30000), random.integer(1, 30000)};
     });
     const IntPair* p = wide.data();
     const IntPair* q = narrow.data();
 
-    Entry("greatest common divisor", kInputs, [=](size_t i) {
+    Entry("greatest common divisor", kManyInputs, [=](size_t i) {
         int32_t divisor = 0;
         Zan_SignedGCD(p[i].a, p[i].b, &divisor);
         return divisor;
     }).peer("std::gcd", [=](size_t i) { return std::gcd(p[i].a, p[i].b); });
-    Entry("least common multiple", kInputs, [=](size_t i) {
+    Entry("least common multiple", kManyInputs, [=](size_t i) {
         int32_t multiple = 0;
         Zan_SignedLCM(q[i].a, q[i].b, &multiple);
         return multiple;
@@ -226,7 +226,7 @@ struct SameOrder {
 };
 
 void addRatios() {
-    static const auto pairs = inputs(kInputs, 21, [](Random& random) {
+    static const auto pairs = inputs(kManyInputs, 21, [](Random& random) {
         const auto ratio = [&] {
             return Zan_Ratio{random.integer(-20000, 20000), static_cast<uint32_t>(random.integer(1, 1000))};
         };
@@ -235,13 +235,13 @@ void addRatios() {
     });
     static const auto boosts = boostPairs<BoostRatio, int64_t>(pairs);
     static const auto boosts32 = boostPairs<BoostRatio32, int32_t>(pairs);
-    static const auto values = inputs(kInputs, 22, [](Random& random) { return random.real(-1000, 1000); });
+    static const auto values = inputs(kManyInputs, 22, [](Random& random) { return random.real(-1000, 1000); });
     const RatioPair* p = pairs.data();
     const BoostPair<BoostRatio>* q = boosts.data();
     const BoostPair<BoostRatio32>* n = boosts32.data();
     const double* x = values.data();
 
-    Entry("ratio sum", kInputs,
+    Entry("ratio sum", kManyInputs,
           [=](size_t i) {
               Zan_Ratio sum;
               static_cast<void>(Zan_AddRatio(&p[i].a, &p[i].b, &sum, nullptr));
@@ -252,7 +252,7 @@ void addRatios() {
             "Boost.Rational", [=](size_t i) { return q[i].a + q[i].b; }, SameRatio())
         .peer(
             "Boost.Rational, 32-bit", [=](size_t i) { return n[i].a + n[i].b; }, SameRatio());
-    Entry("ratio product", kInputs,
+    Entry("ratio product", kManyInputs,
           [=](size_t i) {
               Zan_Ratio product;
               static_cast<void>(Zan_MulRatio(&p[i].a, &p[i].b, &product, nullptr));
@@ -263,7 +263,7 @@ void addRatios() {
             "Boost.Rational", [=](size_t i) { return q[i].a * q[i].b; }, SameRatio())
         .peer(
             "Boost.Rational, 32-bit", [=](size_t i) { return n[i].a * n[i].b; }, SameRatio());
-    Entry("ratio comparison", kInputs,
+    Entry("ratio comparison", kManyInputs,
           [=](size_t i) {
               int32_t order = 0;
               static_cast<void>(Zan_CompareRatio(&p[i].a, &p[i].b, &order));
@@ -281,7 +281,7 @@ void addRatios() {
                 return int64_t{a.num} * b.den < int64_t{b.num} * a.den;
             },
             SameOrder());
-    Entry("ratio reduced", kInputs,
+    Entry("ratio reduced", kManyInputs,
           [=](size_t i) {
               Zan_Ratio reduced;
               Zan_ReduceRatio(&p[i].a, &reduced, nullptr);
@@ -289,7 +289,7 @@ void addRatios() {
           })
         .peer(
             "Boost.Rational", [=](size_t i) { return BoostRatio(p[i].a.num, p[i].a.den); }, SameRatio());
-    Entry("ratio from a double", kInputs,
+    Entry("ratio from a double", kManyInputs,
           [=](size_t i) {
               Zan_Ratio ratio;
               bool overflow = false;

@@ -169,10 +169,10 @@ struct Clipped {
 };
 
 void addSegments() {
-    static const auto segments = inputs(kInputs, 53, [](Random& random) {
+    static const auto segments = inputs(kManyInputs, 53, [](Random& random) {
         return Segment{pointOf(random, -10, 10), pointOf(random, -10, 10)};
     });
-    static const auto flat = inputs(kInputs, 54, [](Random& random) {
+    static const auto flat = inputs(kManyInputs, 54, [](Random& random) {
         const auto point = [&] { return Vector2(random.real(-100, 100), random.real(-100, 100)); };
         const Vector2 p = point(), a = point();
         return FlatCase{p, a, point()};
@@ -180,7 +180,7 @@ void addSegments() {
     const Segment* s = segments.data();
     const FlatCase* f = flat.data();
 
-    Entry("segment against the near plane", kInputs,
+    Entry("segment against the near plane", kManyInputs,
           [=](size_t i) {
               Vector3 crossing;
               bool aBehind = false, bBehind = false;
@@ -193,7 +193,7 @@ void addSegments() {
                 return nearCrossing({s[i].a.x, s[i].a.y, s[i].a.z}, {s[i].b.x, s[i].b.y, s[i].b.z});
             },
             Near());
-    Entry("distance from a point to a line", kInputs,
+    Entry("distance from a point to a line", kManyInputs,
           [=](size_t i) {
               bool within = false;
               double distance = 0;
@@ -210,7 +210,7 @@ void addSegments() {
             },
             // Compare the distance alone: near the segment's second end the two differ in which points project onto it.
             [](double zan, double peer) { return Near{1e-7}(std::abs(zan), std::abs(peer)); });
-    Entry("segment against a rectangle", kInputs,
+    Entry("segment against a rectangle", kManyInputs,
           [=](size_t i) {
               const Zan_FloatRect rect = {-50, -50, 50, 50};
               Clipped clipped = {f[i].a, f[i].b, false};
