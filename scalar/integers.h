@@ -3,6 +3,7 @@
 #ifndef ZAN_SCALAR_INTEGERS_H
 #define ZAN_SCALAR_INTEGERS_H
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <type_traits>
@@ -14,8 +15,11 @@ constexpr int leadingZeros(uint32_t x) { return std::countl_zero(x); }
 /// 32 for 0.
 constexpr int trailingZeros(uint32_t x) { return std::countr_zero(x); }
 
-/// |x|; 2^31 for INT32_MIN.
-constexpr uint32_t magnitude(int32_t x) { return x < 0 ? 0U - static_cast<uint32_t>(x) : static_cast<uint32_t>(x); }
+/// |x|; 2^31 for INT32_MIN. With a mask, because a branch on the sign would mispredict.
+constexpr uint32_t magnitude(int32_t x) {
+    const auto sign = static_cast<uint32_t>(x >> 31);
+    return (static_cast<uint32_t>(x) ^ sign) - sign;
+}
 
 template <class T>
 constexpr T wrapAdd(T a, T b) {
@@ -43,8 +47,8 @@ constexpr bool multiplyWouldOverflow(int32_t a, int32_t b) {
 /// Conservative, as above.
 constexpr bool multiplyWouldOverflow(uint32_t a, uint32_t b) { return leadingZeros(a) + leadingZeros(b) <= 31; }
 
-/// 1 for b = 0, whatever a is. The binary algorithm (Stein, 1967); it selects the smaller value with a mask, because a
-/// branch on the comparison would mispredict.
+/// 1 for b = 0, whatever a is. The binary algorithm (Stein, 1967), without a branch on which value is smaller, since it
+/// would mispredict.
 constexpr uint32_t greatestCommonDivisor(uint32_t a, uint32_t b) {
     if (b == 0) return 1;
     if (a == 0) return b;
@@ -52,9 +56,8 @@ constexpr uint32_t greatestCommonDivisor(uint32_t a, uint32_t b) {
     int64_t first = a >> trailingZeros(a);
     int64_t second = b >> trailingZeros(b);
     for (int64_t difference = first - second; difference != 0; difference = first - second) {
-        const int64_t sign = difference >> 63;
-        second += difference & sign;  // the smaller value
-        first = ((difference ^ sign) - sign) >> std::countr_zero(static_cast<uint64_t>(difference));
+        second = std::min(first, second);
+        first = (difference < 0 ? -difference : difference) >> std::countr_zero(static_cast<uint64_t>(difference));
     }
     return static_cast<uint32_t>(first) << common;
 }

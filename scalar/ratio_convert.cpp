@@ -14,15 +14,14 @@ using zan::Site;
 
 bool zan::reduce(Zan_Ratio* ratio) {
     const uint32_t divisor = greatestCommonDivisor(magnitude(ratio->num), ratio->den);
-    if (divisor == 1) return false;
-    if (divisor < kNumeratorLimit) {
+    if (divisor < kNumeratorLimit) {  // divides by 1 as well, because a branch on it would mispredict
         ratio->num /= static_cast<int32_t>(divisor);
         ratio->den /= divisor;
     } else if (ratio->num != 0) {
         // A divisor of 2^31 or more can only come from -2^31 / 2^31 or from a zero, which stays unchanged.
         *ratio = {-1, 1};
     }
-    return true;
+    return divisor != 1;
 }
 
 std::optional<Zan_Ratio> zan::ratioFromDouble(double value) {
