@@ -16,14 +16,21 @@ inline Vector3 nearPlanePoint(const Vector3& front, const Vector3& behind) {
             behind.z + (front.z - behind.z) * t};
 }
 
-/// The computation of Zan_Clip3DLine. The ends are copies, so clipPoint may be one of the caller's ends.
-inline void clipAtNearPlane(Vector3 a, Vector3 b, bool& aBehind, bool& bBehind, Vector3& clipPoint) {
-    aBehind = bBehind = a.z < Zan_kNearPlaneZ && b.z < Zan_kNearPlaneZ;
-    clipPoint = {0, 0, 0};
-    if (aBehind || (a.z >= Zan_kNearPlaneZ && b.z >= Zan_kNearPlaneZ)) return;
-    bBehind = a.z > b.z;
-    aBehind = !bBehind;
-    clipPoint = aBehind ? nearPlanePoint(b, a) : nearPlanePoint(a, b);
+/// The computation of Zan_Clip3DLine. clipPoint may be one of the ends.
+inline void clipAtNearPlane(const Vector3& a, const Vector3& b, bool& aBehind, bool& bBehind, Vector3& clipPoint) {
+    const bool bothBehind = (a.z < Zan_kNearPlaneZ) & (b.z < Zan_kNearPlaneZ);
+    const bool bothInFront = (a.z >= Zan_kNearPlaneZ) & (b.z >= Zan_kNearPlaneZ);
+    if (bothBehind | bothInFront) {
+        aBehind = bBehind = bothBehind;
+        clipPoint = {0, 0, 0};
+        return;
+    }
+    // By index, since a branch on which end is behind would mispredict.
+    const Vector3* const ends[] = {&a, &b};
+    const unsigned indexBehind = a.z > b.z ? 1 : 0;
+    aBehind = indexBehind == 0;
+    bBehind = indexBehind == 1;
+    clipPoint = nearPlanePoint(*ends[1 - indexBehind], *ends[indexBehind]);
 }
 
 }  // namespace zan
