@@ -15,28 +15,41 @@ int32_t Zan_QuatToMatrix4(const Zan_Quat* q, Zan_Matrix4* out) {
     return 0;
 }
 
-// The largest component comes from a square root, the others from quotients with that root (Shoemake, 1985).
-int32_t Zan_Matrix4ToQuat(const Zan_Matrix4* m, Zan_Quat* out) {
-    const auto e = zan::elements(*m);
-    const double trace = m->m00 + m->m11 + m->m22;
-    if (trace > 0) {
-        const double s = std::sqrt(trace + 1);
-        const double f = 0.5 / s;
-        *out = {(m->m12 - m->m21) * f, (m->m20 - m->m02) * f, (m->m01 - m->m10) * f, s / 2};
-        return 0;
+namespace {
+
+// The largest component of a quaternion, and the factor that makes the others of sums and differences of the matrix's
+// elements. Both come from four times the square of the component, less 1.
+struct Largest {
+    double component, factor;
+
+    explicit Largest(double fourSquaresLess1) {
+        const double root = std::sqrt(fourSquaresLess1 + 1);
+        component = root / 2;
+        factor = 0.5 / root;
     }
-    int i = 0;
-    if (e.at[1][1] > e.at[0][0]) i = 1;
-    if (e.at[2][2] > e.at[i][i]) i = 2;
-    const int j = (i + 1) % 3;
-    const int k = (j + 1) % 3;
-    const double s = std::sqrt(e.at[i][i] - (e.at[j][j] + e.at[k][k]) + 1);
-    const double f = 0.5 / s;
-    double vector[3];
-    vector[i] = s / 2;
-    vector[j] = (e.at[i][j] + e.at[j][i]) * f;
-    vector[k] = (e.at[i][k] + e.at[k][i]) * f;
-    *out = {vector[0], vector[1], vector[2], (e.at[j][k] - e.at[k][j]) * f};
+};
+
+}  // namespace
+
+// By Shoemake's method (1985). A case for each largest component: computing its index would put all elements in memory.
+int32_t Zan_Matrix4ToQuat(const Zan_Matrix4* m, Zan_Quat* out) {
+    const double xx = m->m00, yy = m->m11, zz = m->m22;
+    const double xy = m->m01 + m->m10, yz = m->m12 + m->m21, zx = m->m20 + m->m02;
+    const double xw = m->m12 - m->m21, yw = m->m20 - m->m02, zw = m->m01 - m->m10;
+    const double trace = xx + yy + zz;
+    if (trace > 0) {
+        const Largest w(trace);
+        *out = {xw * w.factor, yw * w.factor, zw * w.factor, w.component};
+    } else if (zz > (yy > xx ? yy : xx)) {
+        const Largest z(zz - (xx + yy));
+        *out = {zx * z.factor, yz * z.factor, z.component, zw * z.factor};
+    } else if (yy > xx) {
+        const Largest y(yy - (zz + xx));
+        *out = {xy * y.factor, y.component, yz * y.factor, yw * y.factor};
+    } else {
+        const Largest x(xx - (yy + zz));
+        *out = {x.component, xy * x.factor, zx * x.factor, xw * x.factor};
+    }
     return 0;
 }
 
