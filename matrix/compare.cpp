@@ -1,47 +1,60 @@
 // Comparisons of matrices: by value, by bytes, and within a tolerance. A NaN passes every tolerance.
+#include "frame/lanes.h"
 #include "matrix/elements.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
-#include <cmath>
 #include <cstdint>
 
 namespace {
 
-// True when predicate(first[i][j], second(i, j)) holds for every element.
-template <int N, class Second, class Predicate>
-bool allOf(const zan::Elements<N>& first, Second second, Predicate predicate) {
-    for (int i = 0; i < N; ++i) {
-        for (int j = 0; j < N; ++j) {
-            if (!predicate(first.at[i][j], second(i, j))) return false;
-        }
+template <class Matrix>
+Lanes load(const Matrix& m, int index) {
+    return load(reinterpret_cast<const double*>(&m) + index);
+}
+
+// True when condition(elements of m, index of the first one), a single comparison, holds for no element. Without an
+// early out, because it would mispredict.
+template <class Matrix, class Condition>
+bool noneOf(const Matrix& m, Condition condition) {
+    constexpr int kElements = zan::kSize<Matrix> * zan::kSize<Matrix>;
+    Mask found{};
+    for (int i = 0; i < kElements; i += kLanes) {
+        const int index = std::min(i, kElements - kLanes);  // the last lanes of nine elements overlap
+        found |= condition(load(m, index), index);
     }
-    return true;
+    return !anyOf(found);
 }
 
 template <class Matrix>
 unsigned char allEqual(const Matrix& a, const Matrix& b) {
-    const auto second = zan::elements(b);
-    return allOf(
-        zan::elements(a), [&](int i, int j) { return second.at[i][j]; }, [](double x, double y) { return x == y; });
+    return noneOf(a, [&b](Lanes first, int index) { return first != load(b, index); });
 }
 
+// second(index) gives the elements to compare with.
 template <class Matrix, class Second>
 bool within(const Matrix& a, Second second, double eps) {
-    return allOf(zan::elements(a), second, [eps](double x, double y) { return !(std::fabs(x - y) > eps); });
+    return noneOf(a, [=](Lanes first, int index) { return abs(first - second(index)) > eps; });
 }
 template <class Matrix>
 bool equalWithin(const Matrix& a, const Matrix& b, double eps) {
-    const auto second = zan::elements(b);
     return within(
-        a, [&](int i, int j) { return second.at[i][j]; }, eps);
+        a, [&b](int index) { return load(b, index); }, eps);
 }
 template <class Matrix>
 bool sameBytes(const Matrix& a, const Matrix& b) {
     using Words = std::array<uint64_t, sizeof(Matrix) / sizeof(uint64_t)>;
     return std::bit_cast<Words>(a) == std::bit_cast<Words>(b);
 }
-double zero(int /*row*/, int /*column*/) { return 0.0; }
+
+Lanes zeros(int /*index*/) { return Lanes{}; }
+template <int N>
+Lanes identityElements(int index) {
+    Lanes elements{};
+    for (int i = 0; i < kLanes; ++i) elements[i] = zan::delta((index + i) / N, (index + i) % N);
+    return elements;
+}
 
 }  // namespace
 
@@ -63,17 +76,17 @@ bool Zan_EqualMatrixWithinEpsilon(const Zan_Matrix4& a, const Zan_Matrix4& b, do
 
 bool Zan_Matrix3::IsZero() const { return IsZeroWithinEpsilon(0.0); }
 bool Zan_Matrix3::IsIdentity() const { return IsIdentityWithinEpsilon(0.0); }
-bool Zan_Matrix3::IsZeroWithinEpsilon(double eps) const { return within(*this, zero, eps); }
-bool Zan_Matrix3::IsIdentityWithinEpsilon(double eps) const { return within(*this, zan::delta, eps); }
+bool Zan_Matrix3::IsZeroWithinEpsilon(double eps) const { return within(*this, zeros, eps); }
+bool Zan_Matrix3::IsIdentityWithinEpsilon(double eps) const { return within(*this, identityElements<3>, eps); }
 bool Zan_Matrix3::operator==(const Zan_Matrix3& n) const { return sameBytes(*this, n); }
 bool Zan_Matrix3::operator!=(const Zan_Matrix3& n) const { return !sameBytes(*this, n); }
 
 bool Zan_Matrix4::IsZero() const { return IsZeroWithinEpsilon(0.0); }
 bool Zan_Matrix4::IsIdentity() const { return IsIdentityWithinEpsilon(0.0); }
-bool Zan_Matrix4::IsZeroWithinEpsilon(double eps) const { return within(*this, zero, eps); }
-bool Zan_Matrix4::IsIdentityWithinEpsilon(double eps) const { return within(*this, zan::delta, eps); }
+bool Zan_Matrix4::IsZeroWithinEpsilon(double eps) const { return within(*this, zeros, eps); }
+bool Zan_Matrix4::IsIdentityWithinEpsilon(double eps) const { return within(*this, identityElements<4>, eps); }
 bool Zan_Matrix4::IsFinite() const {
-    return allOf(zan::elements(*this), zero, [](double x, double) { return std::isfinite(x); });
+    return noneOf(*this, [](Lanes x, int) { return x - x != Lanes{}; });  // NaN for infinity and NaN
 }
 bool Zan_Matrix4::operator==(const Zan_Matrix4& n) const { return sameBytes(*this, n); }
 bool Zan_Matrix4::operator!=(const Zan_Matrix4& n) const { return !sameBytes(*this, n); }
