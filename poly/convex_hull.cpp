@@ -11,7 +11,6 @@
 #include <array>
 #include <bit>
 #include <limits>
-#include <memory>
 #include <numeric>
 #include <utility>
 
@@ -19,72 +18,83 @@ namespace {
 
 // Sorting fewer points is faster than filtering them first.
 constexpr size_t kMinPointsForFilter = 32;
+// From so many points on, a sample decides whether they are filtered.
+constexpr size_t kMinPointsForSample = 4096;
 // Up to so many points are sorted by their ranks, more by a radix sort.
 constexpr size_t kMaxPointsForRanks = 48;
-// From so many points on, the digits of the radix sort have 11 bits, else 8.
-constexpr size_t kMinPointsForWideDigits = 512;
+// From so many points on, the digits of the radix sort have 10 bits, else 6.
+constexpr size_t kMinPointsForWideDigits = 192;
 
-// Coordinates are at most 2^30, so cross products fit in 64 bits.
+// x and y of a point. GCC does not vectorize such pairs by itself.
+using Pair = double __attribute__((vector_size(16)));
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+// Coordinates are below 2^30, so cross products fit in 64 bits.
 struct GridPoint {
     int64_t x, y;
 };
 
-// A grid point as one number that sorts by y, then by x.
-uint64_t pack(const GridPoint& p) { return static_cast<uint64_t>(p.y) << 32 | static_cast<uint64_t>(p.x); }
-GridPoint unpack(uint64_t key) { return {static_cast<int64_t>(key & 0xFFFFFFFF), static_cast<int64_t>(key >> 32)}; }
+// A grid point as one number, its key, sorts by y, then by x.
+uint64_t rowOf(uint64_t key) { return key >> 32; }
+GridPoint unpack(uint64_t key) { return {static_cast<int64_t>(key & 0xFFFFFFFF), static_cast<int64_t>(rowOf(key))}; }
 
 // cross(b - a, c - b); positive for a left turn.
 int64_t turn(const GridPoint& a, const GridPoint& b, const GridPoint& c) {
     return (b.x - a.x) * (c.y - b.y) - (c.x - b.x) * (b.y - a.y);
 }
 
-// The least and the greatest of some coordinates.
-struct Extent {
-    double low, high;
+// Value by value, the smaller and the larger one. Where `value` is NaN, `other`.
+Pair smaller(Pair value, Pair other) { return value < other ? value : other; }
+Pair larger(Pair value, Pair other) { return value > other ? value : other; }
 
-    // Ignores NaN.
-    void include(double value) {
-        low = value < low ? value : low;
-        high = value > high ? value : high;
-    }
-    void include(const Extent& other) {
-        low = std::min(low, other.low);
-        high = std::max(high, other.high);
-    }
-};
-
-// The extent of no coordinates.
-constexpr Extent kEmptyExtent = {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-
+// The least and the greatest coordinates.
 struct Bounds {
-    Extent x = kEmptyExtent, y = kEmptyExtent;
+    Pair low, high;
 };
+
 // A function of its own: inlined where other functions are called, it would keep the bounds in memory.
 [[gnu::noinline]] Bounds boundsOf(const auto* points, size_t count) {
-    Bounds bounds;
+    Bounds bounds = {Pair{} + kInfinity, Pair{} - kInfinity};
     for (size_t i = 0; i < count; ++i) {
-        bounds.x.include(points[i].x);
-        bounds.y.include(points[i].y);
+        const Pair point = {points[i].x, points[i].y};
+        bounds.low = smaller(point, bounds.low);
+        bounds.high = larger(point, bounds.high);
     }
     return bounds;
 }
 
-// One axis of the grid: 2^29 steps from the least to the greatest coordinate.
-struct Axis {
-    double low, step, divisor;
-
+// The grid has 2^29 steps from the least to the greatest coordinate in x and in y.
+class Grid {
+public:
     // Where the extent is zero, every value must snap to 0. Division by infinity gives that and raises no flag, unlike
     // division by zero.
-    explicit Axis(const Extent& extent)
-        : low(extent.low),
-          step((extent.high - extent.low) * 0x1p-29),
-          divisor(step == 0 ? std::numeric_limits<double>::infinity() : step) {}
-    // The quotient is 0 or NaN when the extent is not finite; every value then snaps to 0.
-    int64_t snap(double value) const {
-        const double position = (value - low) / divisor + 0.5;
-        return position >= 0 && position <= 0x1p30 ? static_cast<int64_t>(position) : 0;
+    explicit Grid(const Bounds& bounds)
+        : low_(bounds.low),
+          step_((bounds.high - bounds.low) * 0x1p-29),
+          divisor_(step_ == 0 ? Pair{} + kInfinity : step_) {}
+    // Whether all points snap to one, whose key is 0.
+    bool isOnePoint() const { return divisor_[0] == kInfinity && divisor_[1] == kInfinity; }
+    // The key of the nearest grid point. The quotient is 0 or NaN when the extent is not finite; every value then snaps
+    // to 0. A step is at least two thirds of the exact one, so positions are below 2^30.
+    uint64_t snap(const auto& point) const {
+        const Pair position = (Pair{point.x, point.y} - low_) / divisor_ + 0.5;
+        return std::bit_cast<uint64_t>(__builtin_convertvector(position >= 0 ? position : Pair{}, Position));
     }
-    double coordinate(int64_t position) const { return static_cast<double>(position) * step + low; }
+    template <class Point>
+    Point pointAt(uint64_t key) const {
+        const Pair coordinates = __builtin_convertvector(std::bit_cast<Position>(key), Pair) * step_ + low_;
+        Point point{};
+        point.x = static_cast<decltype(point.x)>(coordinates[0]);
+        point.y = static_cast<decltype(point.y)>(coordinates[1]);
+        return point;
+    }
+
+private:
+    // On a little-endian processor, its bits are the key.
+    using Position = int32_t __attribute__((vector_size(8)));
+
+    Pair low_, step_, divisor_;
 };
 
 // Filter: writes the indexes of the points that may be hull vertices to `list` and returns their number. Points are
@@ -96,43 +106,57 @@ struct Axis {
 // out, and let p be one of them in the highest strip. The point in the upper right quadrant of p snaps at least as far
 // in that direction, so to the same vertex, but is in a higher strip: a contradiction. The strip's number may be
 // rounded, since it stays monotonic in y.
-size_t listCandidates(const auto* points, size_t count, const Extent& y, uint64_t* list) {
+size_t listCandidates(const auto* points, size_t count, const Bounds& bounds, uint64_t* list) {
     constexpr int kMaxStripBits = 10;
     const int stripBits = std::min(kMaxStripBits, static_cast<int>(std::bit_width(count)) - 2);
     const size_t stripCount = size_t{1} << stripBits;
-    std::array<Extent, 1 << kMaxStripBits> strips, inner;
+    const double low = bounds.low[1];
     const auto last = static_cast<double>(stripCount - 1);
     // Below this height the scale would overflow: all points are in strip 0, and none is left out.
     constexpr double kMinHeight = 0x1p-1000;
-    const double height = y.high - y.low;
+    const double height = bounds.high[1] - low;
     const double scale = height >= kMinHeight ? static_cast<double>(stripCount) / height : 0;
     const auto stripOf = [=](double value) {
-        const double position = (value - y.low) * scale;
+        const double position = (value - low) * scale;
         const double notNegative = position > 0 ? position : 0;  // 0 for NaN
         return static_cast<size_t>(static_cast<int32_t>(notNegative < last ? notNegative : last));
     };
-    // In strip i, every x strictly between inner[i].low and inner[i].high is hidden by points in the strips below and
-    // above it.
-    std::fill_n(strips.begin(), stripCount, kEmptyExtent);
-    for (size_t i = 0; i < count; ++i) strips[stripOf(points[i].y)].include(points[i].x);
-    Extent below = kEmptyExtent, above = kEmptyExtent;
+    // {-least x, greatest x} of the points in each strip.
+    std::array<Pair, 1 << kMaxStripBits> strips;
+    const Pair none = Pair{} - kInfinity;
+    std::fill_n(strips.begin(), stripCount, none);
+    for (size_t i = 0; i < count; ++i) {
+        Pair& strip = strips[stripOf(points[i].y)];
+        strip = larger(Pair{-points[i].x, points[i].x}, strip);
+    }
+    // In strip i, points whose {-x, x} are both less than hidden[i] are hidden by points in the strips below and above.
+    std::array<Pair, 1 << kMaxStripBits> hidden;
+    Pair below = none, above = none;
     for (size_t i = 0; i < stripCount; ++i) {
-        inner[i] = below;
-        below.include(strips[i]);
+        hidden[i] = below;
+        below = larger(below, strips[i]);
     }
     for (size_t i = stripCount; i-- > 0;) {
-        inner[i] = {std::max(inner[i].low, above.low), std::min(inner[i].high, above.high)};
-        above.include(strips[i]);
+        hidden[i] = smaller(hidden[i], above);
+        above = larger(above, strips[i]);
     }
     size_t listed = 0;
     for (size_t i = 0; i < count; ++i) {
-        const double x = points[i].x;
-        const Extent& hidden = inner[stripOf(points[i].y)];
+        const auto isHidden = Pair{-points[i].x, points[i].x} < hidden[stripOf(points[i].y)];
         // Always written and counted by a sum, because a branch would be mispredicted.
         list[listed] = i;
-        listed += static_cast<size_t>(!(x > hidden.low)) | static_cast<size_t>(!(x < hidden.high));
+        listed += static_cast<size_t>(1 + (isHidden[0] & isHidden[1]));  // true is -1
     }
     return listed;
+}
+
+// Whether the filter is worth its time. Where it leaves out none of a sample, nearly all points are on the hull.
+template <class Point>
+bool filterPays(const Point* points, size_t count, const Bounds& bounds, uint64_t* list) {
+    if (count < kMinPointsForSample) return count >= kMinPointsForFilter;
+    std::array<Point, 256> sample;
+    for (size_t i = 0; i < sample.size(); ++i) sample[i] = points[i * (count / sample.size())];
+    return listCandidates(sample.data(), sample.size(), bounds, list) < sample.size();
 }
 
 // Sorts by counting for each key how many others precede it: no branch that could be mispredicted.
@@ -152,42 +176,40 @@ void sortFew(const uint64_t* keys, uint64_t* sorted, size_t count) {
 }
 
 // Sorts by y only: a radix sort from the lowest digit up. Leaves the keys in the first array; the second one is scratch
-// memory of the same size. Count is the type of the counters.
-template <size_t kDigitBits, class Count>
-void sortByRows(uint64_t*& keys, uint64_t*& scratch, size_t count) {
-    constexpr size_t kRowBits = 31;  // a coordinate is at most 2^30
-    constexpr size_t kDigits = (kRowBits + kDigitBits - 1) / kDigitBits;
+// memory of the same size.
+template <size_t kDigitBits>
+[[gnu::noinline]] void sortByRows(uint64_t*& keys, uint64_t*& scratch, size_t count) {
+    constexpr size_t kRowBits = 30;
+    constexpr size_t kDigits = kRowBits / kDigitBits;
     constexpr size_t kRadix = size_t{1} << kDigitBits;
     const auto digit = [](uint64_t key, size_t number) { return key >> (32 + number * kDigitBits) & (kRadix - 1); };
-    std::array<std::array<Count, kRadix>, kDigits> positions{};
+    std::array<std::array<size_t, kRadix>, kDigits> positions{};
     for (size_t i = 0; i < count; ++i) {
         for (size_t number = 0; number < kDigits; ++number) ++positions[number][digit(keys[i], number)];
     }
     for (size_t number = 0; number < kDigits; ++number) {
         auto& position = positions[number];
         if (position[digit(keys[0], number)] == count) continue;  // all keys have the same digit
-        std::exclusive_scan(position.begin(), position.end(), position.begin(), Count{0});
-        for (size_t i = 0; i < count; ++i) scratch[position[digit(keys[i], number)]++] = keys[i];
+        std::exclusive_scan(position.begin(), position.end(), position.begin(), size_t{0});
+        // Two keys at a time, because store-to-load forwarding from one position to the next limits the speed.
+        size_t i = 0;
+        for (; i + 2 <= count; i += 2) {
+            const size_t a = digit(keys[i], number), b = digit(keys[i + 1], number);
+            const size_t toA = position[a], toB = position[b] + (a == b ? 1 : 0);
+            position[a] = toA + 1;
+            position[b] = toB + 1;
+            scratch[toA] = keys[i];
+            scratch[toB] = keys[i + 1];
+        }
+        if (i < count) scratch[position[digit(keys[i], number)]] = keys[i];
         std::swap(keys, scratch);
     }
 }
 
-// Of each row, keeps the leftmost and the rightmost point, in this order, or one point if they are equal. Returns the
-// number of points left.
-size_t keepRowEnds(uint64_t* keys, size_t count) {
-    size_t kept = 0;
-    for (size_t i = 0; i < count;) {
-        uint64_t left = keys[i], right = left;
-        const uint64_t row = left >> 32;
-        for (++i; i < count && keys[i] >> 32 == row; ++i) {
-            left = std::min(left, keys[i]);
-            right = std::max(right, keys[i]);
-        }
-        keys[kept] = left;
-        kept += left != right ? 1 : 0;
-        keys[kept++] = right;
-    }
-    return kept;
+// Moves the leftmost point of a row to its front and the rightmost one to its back.
+void placeEnds(uint64_t* first, uint64_t* last) {
+    std::swap(*first, *std::min_element(first, last));
+    std::swap(last[-1], *std::max_element(first, last));
 }
 
 // Appends [first, last) to a chain whose last point is *end, removing points after that one that are not left turns.
@@ -210,16 +232,20 @@ size_t gridHull(uint64_t*& keys, uint64_t*& scratch, size_t count) {
         sortFew(keys, scratch, count);
         std::swap(keys, scratch);
     } else if (count < kMinPointsForWideDigits) {
-        sortByRows<8, uint32_t>(keys, scratch, count);
+        sortByRows<6>(keys, scratch, count);
     } else {
-        sortByRows<11, size_t>(keys, scratch, count);
+        sortByRows<10>(keys, scratch, count);
     }
-    count = keepRowEnds(keys, count);
-    if (count == 1) return 1;
+    // Within a row the order of the keys does not matter, because the chain keeps only the outermost point. This does
+    // not hold in the lowest and in the highest row, where the outermost point must come last.
+    const auto byRow = [](uint64_t a, uint64_t b) { return rowOf(a) < rowOf(b); };
+    placeEnds(keys, std::upper_bound(keys, keys + count, keys[0], byRow));
+    placeEnds(std::lower_bound(keys, keys + count, keys[count - 1], byRow), keys + count);
+    const uint64_t bottom = keys[0], top = keys[count - 1];
+    if (bottom == top) return 1;
     // Points to the right of the line from the lowest to the highest point can only be vertices of the right side, and
     // points to its left only of the left one. The right ones go to the front of the scratch memory and the left ones
     // to its back, in descending order.
-    const uint64_t bottom = keys[0], top = keys[count - 1];
     const GridPoint from = unpack(bottom), to = unpack(top);
     uint64_t *right = scratch, *left = scratch + count;
     *--left = bottom;
@@ -240,26 +266,23 @@ size_t gridHull(uint64_t*& keys, uint64_t*& scratch, size_t count) {
 template <class Point>
 void computeHull(const Point* first, size_t count, std::vector<Point>& hull) {
     const Bounds bounds = boundsOf(first, count);
-    const Axis x(bounds.x), y(bounds.y);
-    zan::SmallBuffer<uint64_t, kMaxPointsForRanks + 1> buffers[2];
-    uint64_t* keys = buffers[0].get(count + 1);
-    size_t listed = count;
-    if (count < kMinPointsForFilter) {
-        std::iota(keys, keys + count, 0);
-    } else {
-        listed = listCandidates(first, count, bounds.y, keys);
+    const Grid grid(bounds);
+    if (grid.isOnePoint()) {
+        hull.assign(1, grid.pointAt<Point>(0));
+        return;
     }
-    std::transform(keys, keys + listed, keys, [=](uint64_t i) {
-        return pack({x.snap(first[i].x), y.snap(first[i].y)});
-    });
-    uint64_t* scratch = buffers[1].get(listed + 1);
+    zan::SmallBuffer<uint64_t, 2 * (kMaxPointsForRanks + 1)> buffer;
+    uint64_t* keys = buffer.get(2 * (count + 1));
+    uint64_t* scratch = keys + count + 1;
+    const size_t listed = filterPays(first, count, bounds, keys) ? listCandidates(first, count, bounds, keys) : count;
+    if (listed == count) {
+        std::transform(first, first + count, keys, [&](const Point& point) { return grid.snap(point); });
+    } else {
+        std::transform(keys, keys + listed, keys, [&](uint64_t i) { return grid.snap(first[i]); });
+    }
     const size_t size = gridHull(keys, scratch, listed);
     hull.assign(size, Point{});
-    for (size_t i = 0; i < size; ++i) {
-        const GridPoint p = unpack(keys[i]);
-        hull[i].x = static_cast<decltype(hull[i].x)>(x.coordinate(p.x));
-        hull[i].y = static_cast<decltype(hull[i].y)>(y.coordinate(p.y));
-    }
+    std::transform(keys, keys + size, hull.begin(), [&](uint64_t key) { return grid.pointAt<Point>(key); });
 }
 
 template <class Iterator, class Container>
