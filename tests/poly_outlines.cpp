@@ -63,7 +63,7 @@ TEST_CASE("a layer in the plane is invisible after a degenerate matrix") {
 TEST_CASE("a layer in space is clipped at the near plane") {
     const Zan_Matrix4 identity(true);
     const Zan_Matrix4 perspective = with(with(identity, 2, 3, 1), 3, 3, 0);
-    const Zan_Matrix4 degenerate = with(identity, 1, 1, 1e-7);
+    const Zan_Matrix4 degenerate = with(identity, 1, 1, 0x1p-20);
     constexpr double kCut = 4.5;  // z falls from 1 to -1 over a length of 10: the clip point is at 4.5
     struct Row {
         const char* what;
@@ -82,6 +82,13 @@ TEST_CASE("a layer in space is clipped at the near plane") {
          perspective,
          true,
          {{0, 0}, {10, 0}, {100, 45}, {0, 45}},
+         0},
+        {"row 1 has a length of 2^-19, all of it in the projective column",
+         kSquare,
+         tilted(1, 0, 0),
+         with(with(identity, 1, 1, 0), 1, 3, 0x1p-19),
+         false,
+         {{0, 0}, {10, 0}, {10 * (1 / (1 + 10 * 0x1p-19)), 0}, {0, 0}},
          0},
         {"only corner 0 in front", kSquare, tilted(1, -0.2, -0.2), identity, true, {{0, 0}, {kCut, 0}, {0, kCut}}, 0},
         {"only corner 0 behind",
