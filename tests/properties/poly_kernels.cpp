@@ -65,12 +65,13 @@ bool edges(Choices& c) {
     return (plain.maybeNear & 1) != 0;
 }
 
-// A polygon that is convex or just not, of any scale. Kinds 0 to 3 are circles: 1 with nasty coordinates, 2 with dents
-// down to the last bit. Kind 4 is collinear points, kind 5 nearly collinear ones, off by a few doubles.
+// A polygon that is convex or just not, of any scale. Kinds 0 to 3 are circles: 1 with nasty coordinates, 2 with a dent
+// down to the last bit, 3 with a deep one. Kind 4 is collinear points, kind 5 nearly collinear ones, off by a few
+// doubles.
 std::vector<Vector2> nearlyConvex(Choices& c) {
     std::vector<Vector2> ring;
-    const int32_t count = 3 + c.below(80);
-    const int32_t kind = c.below(6);
+    const int32_t count = 3 + c.below(c.below(2) == 0 ? 12 : 80);
+    const int32_t kind = c.below(6), dent = c.below(count);
     const double scale = std::ldexp(1.0, c.below(3) == 0 ? c.below(2060) - 1050 : 0);
     for (int32_t i = 0; i < count; ++i) {
         const double t = double(i) / count;
@@ -78,7 +79,8 @@ std::vector<Vector2> nearlyConvex(Choices& c) {
         double x = kind < 4 ? std::cos(angle) : t;
         const double y = kind < 4 ? std::sin(angle) : t * (kind == 4 ? 3 : t * 0x1p-40);
         if (kind == 1 && c.below(30) == 0) x = c.nasty();
-        if (kind == 2 && c.below(30) == 0) x *= 1 - std::ldexp(1.0, -c.below(60));
+        if (kind == 2 && i == dent) x *= 1 - std::ldexp(1.0, -c.below(60));
+        if (kind == 3 && i == dent) x = 0;
         ring.emplace_back(x * scale, stepped(y * scale, kind == 5 ? c.below(9) - 4 : 0));
         if (c.below(40) == 0) ring.push_back(ring.back());
     }
@@ -90,10 +92,12 @@ bool turns(Choices& c) {
     const auto turns = int64_t(ring.size()) - 2;
     const int32_t components = 2 + c.below(3);
     std::vector<double> numbers;  // ends with the last vertex
+    std::vector<Vector3> ring3;
     std::vector<Vector4> ring4;
     for (const Vector2& p : ring) {
         numbers.insert(numbers.end(), {p.x, p.y});
         numbers.insert(numbers.end(), size_t(components) - 2, 7.0);
+        ring3.emplace_back(p.x, p.y, 3.0);
         ring4.emplace_back(p.x, p.y, 3.0, 1.0);
     }
     zan::Turns plain{};
@@ -110,6 +114,7 @@ bool turns(Choices& c) {
     });
     const bool convex = plain_forms::convex(ring);
     must(Zan_IsConvex(ring.cbegin(), ring.cend()) == convex);
+    must(Zan_IsConvex(ring3.cbegin(), ring3.cend()) == convex);
     must(Zan_IsConvex(ring4.cbegin(), ring4.cend()) == convex);
     return convex;
 }
