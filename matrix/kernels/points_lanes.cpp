@@ -102,29 +102,25 @@ struct Matrix4Affine {
     Lanes at[9], last[3];
 };
 
-struct XY {
-    Lanes x, y;
-};
 struct XYZ {
     Lanes x, y, z;
 };
 
-XY loadXY(const double* p) {
-    const Lanes a = load(p), b = load(p + 2);
-    return {lows(a, b), highs(a, b)};
-}
+Lanes lowHigh(Lanes a, Lanes b) { return __builtin_shufflevector(a, b, 0, 3); }
+Lanes highLow(Lanes a, Lanes b) { return __builtin_shufflevector(a, b, 1, 2); }
+
 void storeXY(double* p, const XY& q) {
-    store(p, lows(q.x, q.y));
-    store(p + 2, highs(q.x, q.y));
+    store(p, evenLanes(q.x, q.y));
+    store(p + 2, oddLanes(q.x, q.y));
 }
 XYZ loadXYZ(const double* p) {
     const Lanes a = load(p), b = load(p + 2), c = load(p + 4);  // x0 y0, z0 x1, y1 z1
     return {lowHigh(a, b), highLow(a, c), lowHigh(b, c)};
 }
 void storeXYZ(double* p, const XYZ& q) {
-    store(p, lows(q.x, q.y));
+    store(p, evenLanes(q.x, q.y));
     store(p + 2, lowHigh(q.z, q.x));
-    store(p + 4, highs(q.y, q.z));
+    store(p + 4, oddLanes(q.y, q.z));
 }
 
 // Component j of products.

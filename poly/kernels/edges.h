@@ -51,7 +51,12 @@ struct EdgeKernel {
 
 /// Every kernel gives the bits of the plain one.
 extern const EdgeKernel kPlainEdgeKernel;
+extern const EdgeKernel kLanesEdgeKernel;
 extern const EdgeKernel kAvx2EdgeKernel;
+
+/// A loop of the plain kernel that another kernel has as well. T is the type of the coordinates.
+template <bool kTolerant, class T>
+EdgeClasses scanSmallOutlinePlain(const void* vertices, int32_t count, const HitQuery& query);
 
 /// The kernels of this build, in the order of zan::InstructionSet, then null.
 extern const EdgeKernel* const kEdgeKernels[];

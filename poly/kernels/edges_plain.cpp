@@ -9,30 +9,35 @@ zan::EdgeBits scan(const void* vertices, int32_t edges, const zan::HitQuery& que
     return zan::scanEdges<kTolerant>(static_cast<const Zan_Vector2T<T>*>(vertices), edges, query);
 }
 
+}  // namespace
+
 template <bool kTolerant, class T>
-zan::EdgeClasses scanSmallOutline(const void* vertices, int32_t count, const zan::HitQuery& query) {
+zan::EdgeClasses zan::scanSmallOutlinePlain(const void* vertices, int32_t count, const HitQuery& query) {
     const auto* v = static_cast<const Zan_Vector2T<T>*>(vertices);
-    zan::EdgeClasses classes{};
+    EdgeClasses classes{};
     for (int32_t i = 0; i < count; ++i) {
-        const unsigned edgeClass = zan::classifyEdge<kTolerant>(query, v[i], v[i + 1 < count ? i + 1 : 0]);
-        classes.above |= (edgeClass & zan::kAbove) << i;
-        classes.uncertain |= (edgeClass / zan::kUncertain) << i;
+        const unsigned edgeClass = classifyEdge<kTolerant>(query, v[i], v[i + 1 < count ? i + 1 : 0]);
+        classes.above |= (edgeClass & kAbove) << i;
+        classes.uncertain |= (edgeClass / kUncertain) << i;
     }
     return classes;
 }
-
-}  // namespace
 
 const zan::EdgeKernel zan::kPlainEdgeKernel = {
     "plain",
     1,
     {scan<kWithoutTolerance, double>, scan<kWithTolerance, double>, scan<kWithoutTolerance, float>,
      scan<kWithTolerance, float>},
-    {scanSmallOutline<kWithoutTolerance, double>, scanSmallOutline<kWithTolerance, double>,
-     scanSmallOutline<kWithoutTolerance, float>, scanSmallOutline<kWithTolerance, float>}};
+    {scanSmallOutlinePlain<kWithoutTolerance, double>, scanSmallOutlinePlain<kWithTolerance, double>,
+     scanSmallOutlinePlain<kWithoutTolerance, float>, scanSmallOutlinePlain<kWithTolerance, float>}};
 
-const zan::EdgeKernel* const zan::kEdgeKernels[] = {&kPlainEdgeKernel,
-#if defined(ZAN_AVX2_KERNELS)
-                                                    &kAvx2EdgeKernel,
+const zan::EdgeKernel* const zan::kEdgeKernels[] = {
+#if defined(ZAN_LANES_KERNELS)
+    &kLanesEdgeKernel,
+#else
+    &kPlainEdgeKernel,
 #endif
-                                                    nullptr};
+#if defined(ZAN_AVX2_KERNELS)
+    &kAvx2EdgeKernel,
+#endif
+    nullptr};

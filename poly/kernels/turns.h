@@ -24,6 +24,7 @@ struct TurnKernel {
 };
 
 extern const TurnKernel kPlainTurnKernel;
+extern const TurnKernel kLanesTurnKernel;
 extern const TurnKernel kAvx2TurnKernel;
 
 /// The kernels of this build, in the order of zan::InstructionSet, then null.

@@ -22,11 +22,16 @@ int64_t scan(const double* vertices, int64_t stride, int64_t turns, zan::Turns& 
 
 const zan::TurnKernel zan::kPlainTurnKernel = {"plain", scan};
 
-const zan::TurnKernel* const zan::kTurnKernels[] = {&kPlainTurnKernel,
-#if defined(ZAN_AVX2_KERNELS)
-                                                    &kAvx2TurnKernel,
+const zan::TurnKernel* const zan::kTurnKernels[] = {
+#if defined(ZAN_LANES_KERNELS)
+    &kLanesTurnKernel,
+#else
+    &kPlainTurnKernel,
 #endif
-                                                    nullptr};
+#if defined(ZAN_AVX2_KERNELS)
+    &kAvx2TurnKernel,
+#endif
+    nullptr};
 
 void zan::findTurns(const TurnKernel& kernel, const double* vertices, int64_t stride, int64_t turns, Turns& found) {
     constexpr int64_t kBlock = 4;

@@ -52,7 +52,7 @@ bool edges(Choices& c) {
         plain = zan::kPlainEdgeKernel.scans[variant](vertices, edges, query);
         must((plain.spanning | plain.maybeNear) >> (edges - 1) <= 1);
         const zan::EdgeClasses plainSmall = zan::kPlainEdgeKernel.smallOutlineScans[variant](vertices, count, query);
-        eachKernel(zan::kEdgeKernels, zan::kPlainEdgeKernel, [&](const zan::EdgeKernel& kernel) {
+        eachKernel(zan::kEdgeKernels, zan::kLanesEdgeKernel, [&](const zan::EdgeKernel& kernel) {
             const zan::EdgeClasses small = kernel.smallOutlineScans[variant](vertices, count, query);
             must(small.above == plainSmall.above);
             must(small.uncertain == plainSmall.uncertain);
@@ -102,7 +102,7 @@ bool turns(Choices& c) {
     }
     zan::Turns plain{};
     zan::findTurns(zan::kPlainTurnKernel, numbers.data(), components, turns, plain);
-    eachKernel(zan::kTurnKernels, zan::kPlainTurnKernel, [&](const zan::TurnKernel& kernel) {
+    eachKernel(zan::kTurnKernels, zan::kLanesTurnKernel, [&](const zan::TurnKernel& kernel) {
         zan::Turns completed{};
         zan::findTurns(kernel, numbers.data(), components, turns, completed);
         must(completed.left == plain.left);
