@@ -99,25 +99,19 @@ export class Plane {
     return orientation * determinant(m) < 0;
   }
 
-  /**
-   * The size below which every box of this plane that is painted within the tolerance of (x, y) is wholly in front of
-   * the eye, so that its bounding box contains its outline. 0 where bounding boxes do not follow the matrix of the
-   * drawing; Infinity where every box that is painted there is in front, or none is painted.
-   */
-  sizeInFront(x, y, tolerance) {
+  /** Whether bounding boxes follow the matrix of the drawing. */
+  get isFollowedByBounds() {
+    return this.maps.length === 1 && this.#isSame([0, 1, 3, 4, 5, 7, 12, 13, 15]);
+  }
+
+  /** Whether bounding boxes of what leaves the plane follow it, too. */
+  get isDepthFollowedByBounds() {
+    return this.#isSame([8, 9, 11]);
+  }
+
+  #isSame(elements) {
     const [m] = this.maps;
-    if (this.boundsFollowMap === undefined) {
-      const isSame = [0, 1, 3, 4, 5, 7, 12, 13, 15].every((i) => Math.abs(m[i] - this.boxMap[i]) <= 1e-9 * Math.abs(m[i]));
-      this.boundsFollowMap = this.maps.length === 1 && isSame;
-      if (this.boundsFollowMap) this.toPlane = invert(asPlaneMap(m));
-    }
-    if (!this.boundsFollowMap) return 0;
-    const slope = Math.hypot(m[3], m[7]);
-    if (slope === 0) return Infinity;
-    // The inverse of w, a linear function of the point on the screen.
-    const [, , , a, , , , b, , , , , , , , c] = this.toPlane;
-    const inverse = a * x + b * y + c + tolerance * (Math.abs(a) + Math.abs(b));
-    return inverse <= 0 ? Infinity : 1 / (inverse * slope);
+    return elements.every((i) => Math.abs(m[i] - this.boxMap[i]) <= 1e-9 * Math.abs(m[i]));
   }
 
   /** Projects a point of the viewport onto the outer plane. */
@@ -299,7 +293,7 @@ function placeByBounds(box, seen, plane, exact) {
 }
 
 /** The perspective matrix that a box applies to its children; null for none. */
-function perspectiveOf(box) {
+export function perspectiveOf(box) {
   const { element, style, zoom } = box;
   const distance = box.isTransformable ? css.perspectiveDistance(style, zoom) : 0;
   if (distance === 0) return null;

@@ -14,9 +14,10 @@ export function layoutSize(box, seen) {
   const { element, style, zoom, isInline } = box;
   // Only half of each collapsed border belongs to the cell.
   const isShared = style.display === 'table-cell' && style.borderCollapse === 'collapse';
-  const width = isInline || isShared ? null : alongAxis(box, 'width', ['Left', 'Right'], element.offsetWidth, () => element.clientWidth);
+  const edges = {};
+  const width = isInline || isShared ? null : alongAxis(box, edges, 'width', [1, 3], element.offsetWidth, () => element.clientWidth);
   const height =
-    width === null ? null : alongAxis(box, 'height', ['Top', 'Bottom'], element.offsetHeight, () => element.clientHeight);
+    width === null ? null : alongAxis(box, edges, 'height', [0, 2], element.offsetHeight, () => element.clientHeight);
   if (height === null) {
     const whole = { width: element.offsetWidth ?? seen.width, height: element.offsetHeight ?? seen.height };
     return { width: whole.width * zoom, height: whole.height * zoom, isKnown: false };
@@ -27,16 +28,24 @@ export function layoutSize(box, seen) {
 // Layout rounds lengths down to 64ths of a pixel; computed paddings are not rounded yet.
 const used = (length, zoom) => Math.floor(length * zoom * 64 + 1e-3) / 64 / zoom;
 
-function alongAxis({ style, zoom }, property, ends, offsetSize, clientSize) {
+// The four lengths of a shorthand: top, right, bottom, left.
+function sides(text) {
+  const [top, right = top, bottom = top, left = right] = text.split(' ').map(px);
+  return [top, right, bottom, left];
+}
+
+function alongAxis({ style, zoom }, edges, property, ends, offsetSize, clientSize) {
   const computed = parseFloat(style[property]);
   if (Number.isNaN(computed)) return null;
   const isSize = (size) => offsetSize === undefined || Math.abs(size - offsetSize) < 1;
   if (style.boxSizing === 'border-box' && isSize(computed)) return computed;
+  edges.padding ??= sides(style.padding);
+  edges.border ??= sides(style.borderWidth);
   let size = computed;
   let borders = 0;
   for (const end of ends) {
-    const border = px(style[`border${end}Width`]);
-    size += used(px(style[`padding${end}`]), zoom) + border;
+    const border = edges.border[end];
+    size += used(edges.padding[end], zoom) + border;
     borders += Math.round(border);
   }
   if (isSize(size)) return size;

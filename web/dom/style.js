@@ -1,6 +1,6 @@
 // What computed styles say about an element's own matrix, about 3D spaces and flattening, and about stacking. Lengths
 // are multiplied by the element's zoom, which makes them viewport pixels before any transform.
-import { concat, rotation, scaling, translation } from './geometry.js';
+import { concat, identity, rotation, scaling, translation } from './geometry.js';
 
 /** @typedef {import('./geometry.js').Matrix} Matrix */
 
@@ -91,6 +91,7 @@ function transformMatrix(element, text, width, height, zoom) {
 }
 
 function parseTransform(text) {
+  if (text === 'none') return identity();
   const numbers = text.slice(text.indexOf('(') + 1, -1).split(',').map(Number);
   const [a, b, c, d, e, f] = numbers;
   return new Float64Array(numbers.length === 16 ? numbers : [a, b, 0, 0, c, d, 0, 0, 0, 0, 1, 0, e, f, 0, 1]);
@@ -144,6 +145,50 @@ export function ownMatrix(element, transformOrigin, { transform, translate, rota
   }
   const [x, y, z = 0] = transformOrigin.split(' ').map((text) => parseFloat(text) * zoom);
   return concat(translation(-x, -y, -z), ...steps, translation(x, y, z));
+}
+
+/**
+ * The computed values of an element, typed where the browser exposes that (typed OM): reading them takes less time.
+ * @param {Element} element
+ * @param {import('../dom.js').Look} look
+ * @returns {StylePropertyMapReadOnly | CSSStyleDeclaration}
+ */
+export const valuesOf = (element, look) =>
+  element.computedStyleMap ? element.computedStyleMap() : look.styleOf(element);
+
+/** A computed value as text. */
+export const read = (values, property) =>
+  values.get ? values.get(property).toString() : values.getPropertyValue(property);
+
+/** Whether `transform` leaves the plane. */
+export function leavesPlane(values) {
+  if (!values.get) return values.transform.startsWith('matrix3d');
+  const transform = values.get('transform');
+  return transform.is2D !== true && transform.value !== 'none';
+}
+
+/** The linear part of an element's own matrix; null if it contains a perspective. */
+export function linearMatrix(element, values, look) {
+  const steps = [];
+  const m = elementsOf(values.get?.('transform')) ?? parseTransform(look.styleOf(element).transform);
+  if (m[3] !== 0 || m[7] !== 0 || m[11] !== 0 || m[15] !== 1) return null;
+  m[12] = m[13] = m[14] = 0;
+  const scale = read(values, 'scale');
+  const rotate = read(values, 'rotate');
+  if (scale !== 'none') steps.push(parseScale(scale));
+  if (rotate !== 'none') steps.push(parseRotation(rotate));
+  return steps.length === 0 ? m : concat(m, ...steps);
+}
+
+// The matrix of a typed value; null where a length depends on layout.
+function elementsOf(transform) {
+  if (transform?.value === 'none') return identity();
+  try {
+    const m = transform.toMatrix();
+    return [m.m11, m.m12, m.m13, m.m14, m.m21, m.m22, m.m23, m.m24, m.m31, m.m32, m.m33, m.m34, m.m41, m.m42, m.m43, m.m44];
+  } catch {
+    return null;
+  }
 }
 
 /**
