@@ -73,19 +73,17 @@ int16_t clampedAndRounded(double x) {
 constexpr double kMinInt32 = -2147483648.0;
 constexpr double kMaxInt32 = 2147483647.0;
 
-// Clamped to 32 bits; NaN gives the second argument.
-double clampedToInt32(double bound, double forNaN) {
-    bound = kMinInt32 > bound ? kMinInt32 : bound;
-    bound = kMaxInt32 < bound ? kMaxInt32 : bound;
-    return std::isnan(bound) ? forNaN : bound;
-}
+// The nearest 32-bit integer below or above a bound; NaN gives the least or the greatest. The comparison that is false for
+// NaN comes first and selects that one.
 int32_t floored(double bound) {
-    const double x = clampedToInt32(bound, kMinInt32);
+    const double least = bound > kMinInt32 ? bound : kMinInt32;
+    const double x = least < kMaxInt32 ? least : kMaxInt32;
     const auto whole = static_cast<int32_t>(x);
     return whole - (whole > x ? 1 : 0);
 }
 int32_t ceiled(double bound) {
-    const double x = clampedToInt32(bound, kMaxInt32);
+    const double most = bound < kMaxInt32 ? bound : kMaxInt32;
+    const double x = most > kMinInt32 ? most : kMinInt32;
     const auto whole = static_cast<int32_t>(x);
     return whole + (whole < x ? 1 : 0);
 }
