@@ -27,7 +27,7 @@ Zan_Matrix4 Zan_LookAtMatrix(const Vector3& eye, const Vector3& target, const Ve
     const Vector3 upright = zan::cross(f, side);
     const double sideLength = zan::length(side);
     const double uprightLength = zan::length(upright);
-    if (uprightLength == 0.0 && sideLength == 0.0) {
+    if (sideLength + uprightLength == 0.0) {
         Zan_Matrix4 rotation(/*identity=*/true);
         if (distance != 0.0) rotation.RotateAxis(1.0, 0.0, 0.0, f.y < 0.0 ? kHalfPi : -kHalfPi);
         return rotation;
