@@ -23,7 +23,8 @@ int32_t Zan_RotateMatrix(Zan_Matrix3* m, double degrees, double cx, double cy) {
     if (degrees == 0.0) return 0;
     const double remainder = std::fabs(degrees) < 360.0 ? degrees : Zan_fmod(degrees, 360.0);
     if (remainder == 0.0) return 0;
-    const auto [s, c] = zan::sineAndCosine(remainder * zan::kRadiansPerDegree);
+    // Without the errno guard, since the angle is not infinite.
+    const auto [s, c] = zan::sineAndCosineUnguarded(remainder * zan::kRadiansPerDegree);
     append(m, c, s, -s, c, (1.0 - c) * cx + cy * s, (1.0 - c) * cy - cx * s);
     return 0;
 }
