@@ -128,30 +128,30 @@ void addDivisors() {
 }
 
 void addRounding() {
-    static const auto reals = inputs(kInputs, 15, [](Random& random) { return random.real(-40000.0, 40000.0); });
+    static const auto reals = inputs(kManyInputs, 15, [](Random& random) { return random.real(-40000.0, 40000.0); });
     static const auto pairs = inputs(kInputs, 16, [](Random& random) {
         return IntPair{random.integer(-1000000, 1000000), random.integer(1, 500)};
     });
     const double* x = reals.data();
     const IntPair* p = pairs.data();
 
-    Entry("round a double", kInputs, [=](size_t i) {
+    Entry("round a double", kManyInputs, [=](size_t i) {
         return Zan_RoundDouble(x[i]);
     }).peer("std::floor(x + 0.5), range tested", [=](size_t i) {
           return floorOfSum(x[i]);
       }).peer("std::lround", [=](size_t i) { return static_cast<int32_t>(std::lround(x[i])); });
-    Entry("round a double, clamped", kInputs, [=](size_t i) {
+    Entry("round a double, clamped", kManyInputs, [=](size_t i) {
         return Zan_RoundDoubleSafe(x[i]);
     }).peer("std::lround(std::clamp)", [=](size_t i) {
         return static_cast<int32_t>(std::lround(std::clamp(x[i], -2147483648.0, 2147483647.0)));
     });
-    Entry("round a double to 64 bits", kInputs, [=](size_t i) {
+    Entry("round a double to 64 bits", kManyInputs, [=](size_t i) {
         return Zan_RoundDouble64(x[i]);
     }).peer("std::llround", [=](size_t i) { return static_cast<int64_t>(std::llround(x[i])); });
     Entry("round to a multiple", kInputs, [=](size_t i) {
         return Zan_RoundToNearestMult(p[i].a, p[i].b);
     }).peer("std::round of the quotient", [=](size_t i) { return nearestMultiple(p[i].a, p[i].b); });
-    Entry("remainder of doubles", kInputs, [=](size_t i) {
+    Entry("remainder of doubles", kManyInputs, [=](size_t i) {
         return Zan_fmod(x[i], 360.0);
     }).peer("std::fmod", [=](size_t i) { return std::fmod(x[i], 360.0); });
 }
