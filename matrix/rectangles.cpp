@@ -73,8 +73,8 @@ int16_t clampedAndRounded(double x) {
 constexpr double kMinInt32 = -2147483648.0;
 constexpr double kMaxInt32 = 2147483647.0;
 
-// The nearest 32-bit integer below or above a bound; NaN gives the least or the greatest. The comparison that is false for
-// NaN comes first and selects that one.
+// A bound rounded down or up to a 32-bit integer. NaN gives the least or the greatest one: the first comparison, which
+// is false for it, selects that.
 int32_t floored(double bound) {
     const double least = bound > kMinInt32 ? bound : kMinInt32;
     const double x = least < kMaxInt32 ? least : kMaxInt32;
