@@ -51,18 +51,27 @@ std::vector<P> giftWrappedHull(const std::vector<P>& points) {
     return hull;
 }
 
-enum Kind { kNasty, kRandom, kLattice, kNearlyOnALine, kKinds };
+enum Kind { kNasty, kRandom, kLattice, kBelowHalves, kNearlyOnALine, kKinds };
 
 template <class P>
 bool hull(Choices& c) {
     const int32_t kind = c.below(kKinds);
     const int32_t count = 4 + c.below(c.below(50) == 0 ? 3000 : 12);
     const int32_t extent = 1 + c.below(c.below(2) == 0 ? 4 : 1000);
-    const auto draw = [&] { return kind == kNasty ? c.nasty() : kind == kRandom ? c.plain(0, 1) : c.below(extent); };
+    const auto draw = [&]() -> double {
+        if (kind == kNasty) return c.nasty();
+        if (kind == kRandom) return c.plain(0, 1);
+        if (kind == kBelowHalves) return std::nextafter(c.below(extent) + 0.5, 0.0);
+        return c.below(extent);
+    };
     std::vector<P> points(static_cast<size_t>(count));
     for (P& p : points) {
         p.x = static_cast<decltype(P::x)>(draw());
         p.y = static_cast<decltype(P::y)>(kind == kNearlyOnALine ? p.x * 3 + 0.1 : draw());
+    }
+    if (kind == kBelowHalves) {  // where a step of the grid is 1
+        points[0].x = points[0].y = 0;
+        points[1].x = points[1].y = 0x1p29;
     }
     std::vector<P> hull = points;  // old contents are replaced
     Zan_ComputeConvexHull(points.cbegin(), points.cend(), hull);
