@@ -1,28 +1,21 @@
 // The AVX2 kernel of products and inverses. Each lane does the operations of the plain kernel in the same order, none
-// fused. This file is compiled for AVX2: it must not include a header that defines a function.
+// fused. This file is compiled for AVX2: it must not include a header that defines a
+// function for other files.
+#include "frame/lanes.h"
 #include "matrix/kernels/matrices.h"
-
-#include <immintrin.h>
 
 namespace {
 
-using Lanes = __m256d;
-
-Lanes all(double x) { return _mm256_set1_pd(x); }
-Lanes times(Lanes a, Lanes b) { return _mm256_mul_pd(a, b); }
-Lanes plus(Lanes a, Lanes b) { return _mm256_add_pd(a, b); }
-Lanes minus(Lanes a, Lanes b) { return _mm256_sub_pd(a, b); }
+static_assert(kLanes == 4);
 
 // One row at a time. The result may be a, since a row is read before it is written; all of b is read first.
 void multiply(const void* first, const void* second, void* result) {
     const auto* a = static_cast<const double*>(first);
     const auto* b = static_cast<const double*>(second);
     auto* to = static_cast<double*>(result);
-    const Lanes b0 = _mm256_loadu_pd(b), b1 = _mm256_loadu_pd(b + 4), b2 = _mm256_loadu_pd(b + 8),
-                b3 = _mm256_loadu_pd(b + 12);
+    const Lanes b0 = load(b), b1 = load(b + 4), b2 = load(b + 8), b3 = load(b + 12);
     for (int i = 0; i < 16; i += 4) {
-        const Lanes sum = plus(plus(times(all(a[i]), b0), times(all(a[i + 1]), b1)), times(all(a[i + 2]), b2));
-        _mm256_storeu_pd(to + i, plus(sum, times(all(a[i + 3]), b3)));
+        store(to + i, a[i] * b0 + a[i + 1] * b1 + a[i + 2] * b2 + a[i + 3] * b3);
     }
 }
 
@@ -37,9 +30,9 @@ Column column(const double* m, int j) {
 }
 // The 2 x 2 determinants of the last two rows of a minor, by which the elements of its first row are multiplied.
 // determinants2(b, a) is not always -determinants2(a, b): where the products cancel, both are +0.
-Lanes determinants2(const Column& a, const Column& b) { return minus(times(a.q, b.r), times(a.r, b.q)); }
+Lanes determinants2(const Column& a, const Column& b) { return a.q * b.r - a.r * b.q; }
 Lanes minors(const Column& a, const Column& b, const Column& c, Lanes bc, Lanes ca, Lanes ab) {
-    return plus(plus(times(a.p, bc), times(b.p, ca)), times(c.p, ab));
+    return a.p * bc + b.p * ca + c.p * ab;
 }
 
 bool invert(const void* matrix, void* result) {
@@ -52,21 +45,19 @@ bool invert(const void* matrix, void* result) {
     const Lanes without1 = minors(c0, c2, c3, of23, of30, determinants2(c0, c2));
     const Lanes without2 = minors(c0, c1, c3, determinants2(c1, c3), of30, of01);
     const Lanes without3 = minors(c0, c1, c2, of12, determinants2(c2, c0), of01);
-    const double determinant = m[0] * _mm256_cvtsd_f64(without0) - m[1] * _mm256_cvtsd_f64(without1) +
-                               m[2] * _mm256_cvtsd_f64(without2) - m[3] * _mm256_cvtsd_f64(without3);
+    const double determinant = m[0] * without0[0] - m[1] * without1[0] + m[2] * without2[0] - m[3] * without3[0];
     const Lanes evenSigns = _mm256_setr_pd(0.0, -0.0, 0.0, -0.0), oddSigns = _mm256_setr_pd(-0.0, 0.0, -0.0, 0.0);
     Lanes r0 = _mm256_xor_pd(without0, evenSigns), r1 = _mm256_xor_pd(without1, oddSigns),
           r2 = _mm256_xor_pd(without2, evenSigns), r3 = _mm256_xor_pd(without3, oddSigns);
     const bool inverted = !(__builtin_fabs(determinant) < 1e-16);
     if (inverted) {
-        const Lanes d = all(determinant);
-        r0 = _mm256_div_pd(r0, d), r1 = _mm256_div_pd(r1, d), r2 = _mm256_div_pd(r2, d), r3 = _mm256_div_pd(r3, d);
+        r0 /= determinant, r1 /= determinant, r2 /= determinant, r3 /= determinant;
     }
     auto* to = static_cast<double*>(result);
-    _mm256_storeu_pd(to, r0);
-    _mm256_storeu_pd(to + 4, r1);
-    _mm256_storeu_pd(to + 8, r2);
-    _mm256_storeu_pd(to + 12, r3);
+    store(to, r0);
+    store(to + 4, r1);
+    store(to + 8, r2);
+    store(to + 12, r3);
     return inverted;
 }
 

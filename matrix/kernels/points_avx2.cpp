@@ -1,49 +1,33 @@
 // The AVX2 kernel of the loops over arrays of points, mostly four points at a time. Each lane does the operations of
 // point_rules.h in the same order, none fused. The plain loop takes over at a block in which a point is special (w near
 // zero, a coordinate that does not fit) and at the points that fill no block. This file is compiled for AVX2: it must
-// not include a header that defines a function.
+// not include a header that defines a function for other files.
+#include "frame/lanes.h"
 #include "matrix/kernels/points.h"
-
-#include <immintrin.h>
 
 #include <cstddef>
 #include <cstdint>
 
 namespace {
 
-// Four numbers: one coordinate of four points, or the components of one point.
-using Lanes = __m256d;
+static_assert(kLanes == 4);
 
-Lanes all(double x) { return _mm256_set1_pd(x); }
-Lanes times(Lanes a, Lanes b) { return _mm256_mul_pd(a, b); }
-Lanes plus(Lanes a, Lanes b) { return _mm256_add_pd(a, b); }
-Lanes over(Lanes a, Lanes b) { return _mm256_div_pd(a, b); }
-
-// A mask: all bits of a lane are set where low < x < high, none otherwise or for NaN.
-Lanes between(Lanes x, double low, double high) {
-    return _mm256_and_pd(_mm256_cmp_pd(x, all(low), _CMP_GT_OQ), _mm256_cmp_pd(x, all(high), _CMP_LT_OQ));
-}
-Lanes nearZero(Lanes w) { return between(w, -1e-12, 1e-12); }
-// One bit for each lane of a mask.
-int bitsOf(Lanes mask) { return _mm256_movemask_pd(mask); }
+Mask between(Lanes x, double low, double high) { return (x > low) & (x < high); }
+Mask nearZero(Lanes w) { return abs(w) < 1e-12; }
 
 // Four points, their coordinates in separate registers.
-struct PlanePoints {
-    Lanes x, y;
-};
 struct SpacePoints {
     Lanes x, y, z;
 };
 
 // The lanes hold points 0, 2, 1, 3.
-PlanePoints loadPlane(const double* p) {
-    const Lanes a = _mm256_loadu_pd(p);
-    const Lanes b = _mm256_loadu_pd(p + 4);
-    return {_mm256_unpacklo_pd(a, b), _mm256_unpackhi_pd(a, b)};
+XY loadPlane(const double* p) {
+    const Lanes a = load(p), b = load(p + 4);
+    return {evenLanes(a, b), oddLanes(a, b)};
 }
-void storePlane(double* p, const PlanePoints& q) {
-    _mm256_storeu_pd(p, _mm256_unpacklo_pd(q.x, q.y));
-    _mm256_storeu_pd(p + 4, _mm256_unpackhi_pd(q.x, q.y));
+void storePlane(double* p, const XY& q) {
+    store(p, evenLanes(q.x, q.y));
+    store(p + 4, oddLanes(q.x, q.y));
 }
 
 // The lanes hold points 0, 1, 2, 3.
@@ -61,9 +45,9 @@ void storeSpace(double* p, const SpacePoints& q) {
         _mm_storeu_pd(p + low, _mm256_castpd256_pd128(lanes));
         _mm_storeu_pd(p + high, _mm256_extractf128_pd(lanes, 1));
     };
-    halves(0, 6, _mm256_unpacklo_pd(q.x, q.y));
+    halves(0, 6, evenLanes(q.x, q.y));
     halves(2, 8, _mm256_shuffle_pd(q.z, q.x, 0xA));
-    halves(4, 10, _mm256_unpackhi_pd(q.y, q.z));
+    halves(4, 10, oddLanes(q.y, q.z));
 }
 
 // Calls block(p) for each block of four points, p at its first coordinate. From a block that returns false, which must
@@ -89,10 +73,10 @@ int32_t planeAffine(const void* matrix, int32_t count, void* points) {
     const Lanes row0 = alternating(m), row1 = alternating(m + 3), row2 = alternating(m + 6);
     const auto product = [&](Lanes q) {
         const Lanes x = _mm256_movedup_pd(q), y = _mm256_permute_pd(q, 0xF);
-        return plus(plus(times(x, row0), times(y, row1)), row2);
+        return x * row0 + y * row1 + row2;
     };
     int32_t done = 0;
-    for (; done <= count - 2; done += 2, p += 4) _mm256_storeu_pd(p, product(_mm256_loadu_pd(p)));
+    for (; done <= count - 2; done += 2, p += 4) store(p, product(load(p)));
     if (done < count) _mm_storeu_pd(p, _mm256_castpd256_pd128(product(_mm256_castpd128_pd256(_mm_loadu_pd(p)))));
     return count;
 }
@@ -108,9 +92,7 @@ int32_t planeProduct(const void* matrix, int32_t count, void* points) {
     const Column c0 = column3(m, 0), c1 = column3(m, 1), c2 = column3(m, 2);
     return blocks<&zan::PointKernel::planeProduct, 3>(matrix, count, points, [&](double* p) {
         const SpacePoints q = loadSpace(p);
-        const auto dot = [&q](const Column& c) {
-            return plus(plus(times(q.x, c.k0), times(q.y, c.k1)), times(q.z, c.k2));
-        };
+        const auto dot = [&q](const Column& c) { return q.x * c.k0 + q.y * c.k1 + q.z * c.k2; };
         storeSpace(p, {dot(c0), dot(c1), dot(c2)});
         return true;
     });
@@ -123,12 +105,10 @@ int32_t planeDivide(const void* matrix, int32_t count, void* points) {
     constexpr bool checked = transform == &zan::PointKernel::planeCheckedDivide;
     return blocks<transform, 3>(matrix, count, points, [&](double* p) {
         const SpacePoints q = loadSpace(p);
-        const auto dot = [&q](const Column& c) {
-            return plus(plus(times(q.x, c.k0), times(q.y, c.k1)), times(q.z, c.k2));
-        };
+        const auto dot = [&q](const Column& c) { return q.x * c.k0 + q.y * c.k1 + q.z * c.k2; };
         const Lanes w = dot(c2);
-        if (checked && bitsOf(nearZero(w)) != 0) return false;
-        storeSpace(p, {over(dot(c0), w), over(dot(c1), w), all(1.0)});
+        if (checked && anyOf(nearZero(w))) return false;
+        storeSpace(p, {dot(c0) / w, dot(c1) / w, all(1.0)});
         return true;
     });
 }
@@ -137,19 +117,18 @@ int32_t planeCheckedDivideXY(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
     const Column c0 = column3(m, 0), c1 = column3(m, 1), c2 = column3(m, 2);
     return blocks<&zan::PointKernel::planeCheckedDivideXY, 2>(matrix, count, points, [&](double* p) {
-        const PlanePoints q = loadPlane(p);
-        const auto dot = [&q](const Column& c) { return plus(plus(times(q.x, c.k0), times(q.y, c.k1)), c.k2); };
+        const XY q = loadPlane(p);
+        const auto dot = [&q](const Column& c) { return q.x * c.k0 + q.y * c.k1 + c.k2; };
         const Lanes w = dot(c2);
-        if (bitsOf(nearZero(w)) != 0) return false;
-        storePlane(p, {over(dot(c0), w), over(dot(c1), w)});
+        if (anyOf(nearZero(w))) return false;
+        storePlane(p, {dot(c0) / w, dot(c1) / w});
         return true;
     });
 }
 
 // Component j of (x, y, z, 1) times a Zan_Matrix4.
 Lanes dot4(const SpacePoints& q, const double* m, int j) {
-    const Lanes xy = plus(times(q.x, all(m[j])), times(q.y, all(m[4 + j])));
-    return plus(plus(xy, times(q.z, all(m[8 + j]))), all(m[12 + j]));
+    return q.x * m[j] + q.y * m[4 + j] + q.z * m[8 + j] + m[12 + j];
 }
 
 int32_t spaceAffine(const void* matrix, int32_t count, void* points) {
@@ -162,33 +141,24 @@ int32_t spaceAffine(const void* matrix, int32_t count, void* points) {
 }
 
 // 1 / w. When all four are 1, as with an affine matrix, the latency of the division is avoided.
-Lanes reciprocal(Lanes w) {
-    const Lanes one = all(1.0);
-    return bitsOf(_mm256_cmp_pd(w, one, _CMP_NEQ_UQ)) == 0 ? one : over(one, w);
-}
+Lanes reciprocal(Lanes w) { return anyOf(w != 1.0) ? 1.0 / w : all(1.0); }
 
 struct Rows {
     Lanes r0, r1, r2, r3;
 };
 Rows rows4(const void* matrix) {
     const auto* m = static_cast<const double*>(matrix);
-    return {_mm256_loadu_pd(m), _mm256_loadu_pd(m + 4), _mm256_loadu_pd(m + 8), _mm256_loadu_pd(m + 12)};
+    return {load(m), load(m + 4), load(m + 8), load(m + 12)};
 }
 // A homogeneous point of space times a matrix, the components of the product in the lanes.
-Lanes productOf(const double* p, const Rows& m) {
-    const Lanes xy = plus(times(_mm256_broadcast_sd(p), m.r0), times(_mm256_broadcast_sd(p + 1), m.r1));
-    return plus(plus(xy, times(_mm256_broadcast_sd(p + 2), m.r2)), times(_mm256_broadcast_sd(p + 3), m.r3));
-}
+Lanes productOf(const double* p, const Rows& m) { return p[0] * m.r0 + p[1] * m.r1 + p[2] * m.r2 + p[3] * m.r3; }
 
 // The same for (x, y, z, 1). Loads single coordinates: the caller has often just stored them, and a wider load would
 // defeat store-to-load forwarding.
-Lanes productOfXYZ(const double* p, const Rows& m) {
-    const Lanes xy = plus(times(_mm256_broadcast_sd(p), m.r0), times(_mm256_broadcast_sd(p + 1), m.r1));
-    return plus(plus(xy, times(_mm256_broadcast_sd(p + 2), m.r2)), m.r3);
-}
+Lanes productOfXYZ(const double* p, const Rows& m) { return p[0] * m.r0 + p[1] * m.r1 + p[2] * m.r2 + m.r3; }
 // The last components of four products.
 Lanes lastOf(Lanes q0, Lanes q1, Lanes q2, Lanes q3) {
-    return _mm256_permute2f128_pd(_mm256_unpackhi_pd(q0, q1), _mm256_unpackhi_pd(q2, q3), 0x31);
+    return _mm256_permute2f128_pd(oddLanes(q0, q1), oddLanes(q2, q3), 0x31);
 }
 
 // What a block does when one of its w is near zero. In a checked loop it returns false, so that the plain loop
@@ -208,13 +178,13 @@ int32_t spaceDivideXYZ(const void* matrix, int32_t count, void* points) {
         const Lanes q0 = productOfXYZ(p, m), q1 = productOfXYZ(p + 3, m), q2 = productOfXYZ(p + 6, m),
                     q3 = productOfXYZ(p + 9, m);
         const Lanes w = lastOf(q0, q1, q2, q3);
-        if (bitsOf(nearZero(w)) != 0) return handleNearZero<transform, checked>(matrix, p);
+        if (anyOf(nearZero(w))) return handleNearZero<transform, checked>(matrix, p);
         const Lanes r = reciprocal(w);
         // Each store writes four components; the next point's store overwrites the fourth.
-        _mm256_storeu_pd(p, times(q0, _mm256_permute4x64_pd(r, 0x00)));
-        _mm256_storeu_pd(p + 3, times(q1, _mm256_permute4x64_pd(r, 0x55)));
-        _mm256_storeu_pd(p + 6, times(q2, _mm256_permute4x64_pd(r, 0xAA)));
-        const Lanes last = times(q3, _mm256_permute4x64_pd(r, 0xFF));
+        store(p, q0 * r[0]);
+        store(p + 3, q1 * r[1]);
+        store(p + 6, q2 * r[2]);
+        const Lanes last = q3 * r[3];
         _mm_storeu_pd(p + 9, _mm256_castpd256_pd128(last));
         _mm_store_sd(p + 11, _mm256_extractf128_pd(last, 1));
         return true;
@@ -224,7 +194,7 @@ int32_t spaceDivideXYZ(const void* matrix, int32_t count, void* points) {
 int32_t spaceProduct(const void* matrix, int32_t count, void* points) {
     const Rows m = rows4(matrix);
     return blocks<&zan::PointKernel::spaceProduct, 4>(matrix, count, points, [&m](double* p) {
-        for (int i = 0; i < 16; i += 4) _mm256_storeu_pd(p + i, productOf(p + i, m));
+        for (int i = 0; i < 16; i += 4) store(p + i, productOf(p + i, m));
         return true;
     });
 }
@@ -235,25 +205,24 @@ int32_t spaceDivide(const void* matrix, int32_t count, void* points) {
     return blocks<transform, 4>(matrix, count, points, [&m, matrix](double* p) {
         const Lanes q0 = productOf(p, m), q1 = productOf(p + 4, m), q2 = productOf(p + 8, m), q3 = productOf(p + 12, m);
         const Lanes w = lastOf(q0, q1, q2, q3);
-        if (transform != &zan::PointKernel::spaceDivide && bitsOf(nearZero(w)) != 0) {
+        if (transform != &zan::PointKernel::spaceDivide && anyOf(nearZero(w))) {
             return handleNearZero<transform, transform == &zan::PointKernel::spaceCheckedDivide>(matrix, p);
         }
         const Lanes r = reciprocal(w);
-        const auto divided = [](Lanes q, Lanes factor) { return _mm256_blend_pd(times(q, factor), all(1.0), 0x8); };
-        _mm256_storeu_pd(p, divided(q0, _mm256_permute4x64_pd(r, 0x00)));
-        _mm256_storeu_pd(p + 4, divided(q1, _mm256_permute4x64_pd(r, 0x55)));
-        _mm256_storeu_pd(p + 8, divided(q2, _mm256_permute4x64_pd(r, 0xAA)));
-        _mm256_storeu_pd(p + 12, divided(q3, _mm256_permute4x64_pd(r, 0xFF)));
+        const auto divided = [](Lanes q, double factor) { return _mm256_blend_pd(q * factor, all(1.0), 0x8); };
+        store(p, divided(q0, r[0]));
+        store(p + 4, divided(q1, r[1]));
+        store(p + 8, divided(q2, r[2]));
+        store(p + 12, divided(q3, r[3]));
         return true;
     });
 }
 
 // Rounded to the nearest integer, halves toward plus infinity, by the steps of zan::roundFitting. The results must fit.
 __m128i rounded(Lanes x) {
-    const Lanes sum = plus(x, all(0.5));
+    const Lanes sum = x + 0.5;
     const Lanes whole = _mm256_round_pd(sum, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
-    const Lanes sumIsWhole = _mm256_cmp_pd(whole, sum, _CMP_EQ_OQ);
-    const Lanes negative = _mm256_blendv_pd(_mm256_sub_pd(x, all(0.5)), x, sumIsWhole);
+    const Lanes negative = whole == sum ? x : x - 0.5;
     return _mm256_cvttpd_epi32(_mm256_blendv_pd(sum, negative, x));  // by the sign bit of x: -0 gives 0 either way
 }
 
@@ -281,13 +250,12 @@ int32_t planeRound16(const void* matrix, int32_t count, void* points) {
     const Lanes row2 = _mm256_setr_pd(m[7], m[6], m[7], m[6]);
     const auto two = [&](__m128i vh) {
         const Lanes q = _mm256_cvtepi32_pd(vh);
-        return plus(plus(times(_mm256_permute_pd(q, 0xF), row0), times(_mm256_movedup_pd(q), row1)), row2);
+        return _mm256_permute_pd(q, 0xF) * row0 + _mm256_movedup_pd(q) * row1 + row2;
     };
     return integerBlocks<&zan::PointKernel::planeRound16, 4>(matrix, count, points, [&](__m128i vh, __m128i_u* to) {
         const Lanes a = two(_mm_cvtepi16_epi32(vh));
         const Lanes b = two(_mm_cvtepi16_epi32(_mm_srli_si128(vh, 8)));
-        const Lanes fit = _mm256_and_pd(between(a, -32768.0, 32767.0), between(b, -32768.0, 32767.0));
-        if (bitsOf(fit) != 0xF) return false;
+        if (bitsOf(between(a, -32768.0, 32767.0) & between(b, -32768.0, 32767.0)) != 0xF) return false;
         _mm_storeu_si128(to, _mm_packs_epi32(rounded(a), rounded(b)));
         return true;
     });
@@ -297,10 +265,10 @@ int32_t planeRoundFixed(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
     const Lanes row0 = _mm256_setr_pd(m[0], m[1], m[0], m[1]);
     const Lanes row1 = _mm256_setr_pd(m[3], m[4], m[3], m[4]);
-    const Lanes row2 = times(_mm256_setr_pd(m[6], m[7], m[6], m[7]), all(65536.0));
+    const Lanes row2 = _mm256_setr_pd(m[6], m[7], m[6], m[7]) * 65536.0;
     return integerBlocks<&zan::PointKernel::planeRoundFixed, 2>(matrix, count, points, [&](__m128i hv, __m128i_u* to) {
         const Lanes q = _mm256_cvtepi32_pd(hv);
-        const Lanes a = plus(plus(times(_mm256_movedup_pd(q), row0), times(_mm256_permute_pd(q, 0xF), row1)), row2);
+        const Lanes a = _mm256_movedup_pd(q) * row0 + _mm256_permute_pd(q, 0xF) * row1 + row2;
         if (bitsOf(between(a, -2147483648.0, 2147483647.0)) != 0xF) return false;
         _mm_storeu_si128(to, rounded(a));
         return true;
@@ -311,7 +279,7 @@ int32_t planeRoundFixed(const void* matrix, int32_t count, void* points) {
 __m128i clampedAndTruncated(Lanes x) {
     // min and max return their second operand when one is NaN, so that a NaN stays one until the mask makes it 0.
     const Lanes clamped = _mm256_min_pd(all(32766.0), _mm256_max_pd(all(-32767.0), x));
-    return _mm256_cvttpd_epi32(_mm256_and_pd(clamped, _mm256_cmp_pd(x, x, _CMP_ORD_Q)));
+    return _mm256_cvttpd_epi32(x == x ? clamped : all(0.0));
 }
 
 int32_t spaceClamp16(const void* matrix, int32_t count, void* points) {
@@ -321,9 +289,9 @@ int32_t spaceClamp16(const void* matrix, int32_t count, void* points) {
         const Lanes y = _mm256_cvtepi32_pd(_mm_srai_epi32(_mm_slli_epi32(vh, 16), 16));
         const SpacePoints p = {x, y, all(0.0)};
         const Lanes w = dot4(p, m, 3);
-        const Lanes r = reciprocal(_mm256_blendv_pd(w, all(1.0), nearZero(w)));
-        const __m128i h = clampedAndTruncated(times(dot4(p, m, 0), r));
-        const __m128i v = clampedAndTruncated(times(dot4(p, m, 1), r));
+        const Lanes r = reciprocal(nearZero(w) ? all(1.0) : w);
+        const __m128i h = clampedAndTruncated(dot4(p, m, 0) * r);
+        const __m128i v = clampedAndTruncated(dot4(p, m, 1) * r);
         _mm_storeu_si128(to, _mm_blend_epi16(v, _mm_slli_epi32(h, 16), 0xAA));
         return true;
     });
