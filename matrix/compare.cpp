@@ -86,7 +86,7 @@ bool Zan_Matrix4::IsIdentity() const { return IsIdentityWithinEpsilon(0.0); }
 bool Zan_Matrix4::IsZeroWithinEpsilon(double eps) const { return within(*this, zeros, eps); }
 bool Zan_Matrix4::IsIdentityWithinEpsilon(double eps) const { return within(*this, identityElements<4>, eps); }
 bool Zan_Matrix4::IsFinite() const {
-    return noneOf(*this, [](Lanes x, int) { return x - x != Lanes{}; });  // NaN for infinity and NaN
+    return noneOf(*this, [](Lanes x, int) { return x * 0.0 != 0.0; });  // NaN unless x is finite
 }
 bool Zan_Matrix4::operator==(const Zan_Matrix4& n) const { return sameBytes(*this, n); }
 bool Zan_Matrix4::operator!=(const Zan_Matrix4& n) const { return !sameBytes(*this, n); }
