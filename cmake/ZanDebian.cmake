@@ -6,8 +6,8 @@ set(debian_version "${PROJECT_VERSION}-1")
 set(maintainer "The Zan maintainers <maintainers@zan.example>")
 string(TIMESTAMP debian_date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 
-# Without the stack protector, which Debian's flags ask for: in these files it protects only structures that are
-# accessed at constant offsets, which cannot overflow, and makes short operations 10 to 30 % slower.
+# Without the stack protector, which Debian's flags ask for: in these files it protects only structures and pairs that are
+# accessed at constant offsets or by a condition, which cannot overflow, and makes short operations 10 to 30 % slower.
 set_source_files_properties(poly/convexity.cpp space/lines.cpp TARGET_DIRECTORY zan_objects
                             PROPERTIES COMPILE_OPTIONS -fno-stack-protector)
 
