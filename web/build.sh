@@ -23,6 +23,8 @@ cp web/dom/*.js "$out/package/dom/"
 cp web/zan/*.js web/zan/*.d.ts "$out"/generated/*.js "$out"/generated/*.d.ts "$out/package/zan/"
 sed "s/VERSION/$(sed -n 's/^project(zan VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)/" web/package.json >"$out/package/package.json"
 cp LICENSE "$out/package/"
+# The README is the beginning of the documentation, without marks of quotes and without how the package is built.
+sed -e '/^### How exact it is/,$d' -e '/^<!-- /d' -e '/^`\.\/dev web`/,/^$/d' docs/web.md >"$out/package/README.md"
 # The module may not grow beyond what a page can afford.
 bytes=$(wc -c <"$out/package/zan.wasm") compressed=$(gzip -9c "$out/package/zan.wasm" | wc -c)
 if [ "$bytes" -gt 120000 ] || [ "$compressed" -gt 50000 ]; then

@@ -3,8 +3,7 @@
 // Browsers compute bounding boxes corner by corner. A corner behind the eye counts with its mirror image, which lies
 // beyond the vanishing line of its plane. So a bounding box that does not cross this line has all corners in front of
 // the eye, or all behind it, where nothing is painted. The vanishing line follows from the images of the directions of
-// the plane's axes, which depend on transforms, but not on the place of anything. Only transforms are read of every
-// element; what keeps, flattens or projects a 3D space is read where a transform leaves the plane that it is in.
+// the plane's axes, which depend on transforms, but not on the place of anything: neither offsets nor a fit are needed.
 import { flatChildren, flatParent, perspectiveOf } from './boxes.js';
 import { identity } from './geometry.js';
 import * as css from './style.js';
@@ -21,8 +20,9 @@ const NEGLIGIBLE = 1e-9;
 const W_UNIT = 1000;
 
 const NONE = [0, 0, 0];
+const IDENTITY = identity();
 
-/** The axes of a plane: what an element's transform moves, as far as it decides which bounding boxes can be trusted. */
+/** The axes of the plane that an element is in, and the vanishing line that follows from them. */
 export class Axes {
   #flat;
 
@@ -32,9 +32,11 @@ export class Axes {
    * @param {Direction} y
    * @param {Direction | null} z  null if it is that of the element's box
    * @param {boolean} isFollowed  whether bounding boxes follow the matrices of the drawing
+   * @param {Axes | null} outer  of the plane that the element leaves
    */
-  constructor(element, x, y, z, isFollowed) {
+  constructor(element, x, y, z, isFollowed, outer = null) {
     this.element = element;
+    this.outer = outer;
     this.x = x;
     this.y = y;
     this.z = z;
@@ -58,9 +60,9 @@ export class Axes {
   /**
    * Whether a bounding box contains what is painted of a box in this plane.
    *
-   * A corner with w = 0 has no mirror image: browsers leave its coordinates undivided. A box with such a corner, or
-   * with such a side, and without corners behind the eye is large: on a side that is wholly in front, w is at least the
-   * side's length times its least stretch, and at most the range of w in the box.
+   * A corner with w = 0 exactly has no mirror image: browsers leave its coordinates undivided. Only a large box has such
+   * a corner or side: on a side that is wholly in front, w is at least (length * stretch), and at most the range of w in
+   * the box.
    * @param {DOMRect} seen
    * @param {DOMRect | null} around  the bounding box, which can be trusted, of another box in this plane; a
    *   bounding box inside it can be trusted, too
@@ -79,7 +81,7 @@ export class Axes {
     const alongX = Math.abs(x[2]) * width;
     const alongY = Math.abs(y[2]) * height;
     const range = alongX + alongY;
-    // Sides along an axis are out of the question where w = 0 on all of such a side is possible.
+    // Where w is constant along a side, it may be 0 on all of it: then only the other two sides are in front.
     return (
       range === 0 ||
       (alongY > NEGLIGIBLE * range && range < 0.9 * width * leastStretch(x, seen)) ||
@@ -113,35 +115,34 @@ export class Axes {
     const box = look.boxOf(element);
     if (!box) return this.flat;
     const space = Space.ofBox(box);
-    if (mayKeepSpace && !outer.isFlat && (!outer.isFollowed || outer.mayWrap(element, look))) space.isFollowed = false;
+    if (mayKeepSpace && !outer.isSimple && (!outer.isFollowed || outer.mayWrap(element, look))) space.isFollowed = false;
     return space;
   }
 
-  /** Whether an element in this plane may have another scale than the axes. */
-  isScaled(element, look) {
-    if (this.a === 0 && this.b === 0) return false;
+  /** Whether an element in this plane may have another scale than the axes: the scale of flat planes is not followed. */
+  #isScaled(element, look) {
     for (let e = element; e && e !== this.element; e = flatParent(e)) {
       const m = css.linearMatrix(e, css.valuesOf(e, look), look);
       if (!m || m[0] !== 1 || m[1] !== 0 || m[4] !== 0 || m[5] !== 1) return true;
     }
-    return false;
+    return this.outer !== null && this.outer !== PLAIN && this.outer.#isScaled(flatParent(this.element), look);
   }
 
   /** The size of an element in this plane, along the axes; NaN if it is not known. */
   sizeOf(element, look) {
-    const zoom = element !== this.element && this.isScaled(element, look) ? NaN : (element.currentCSSZoom ?? 1);
+    const zoom = this.#isScaled(element, look) ? NaN : (element.currentCSSZoom ?? 1);
     return { width: element.offsetWidth * zoom, height: element.offsetHeight * zoom };
   }
 }
 
-/** The viewport. So are all planes, up to their scale, where nothing leaves the plane of the screen. */
+/** The plane of the viewport, also for all elements that are moved in it by transforms of the plane. */
 export const PLAIN = new Axes(null, [1, 0, 0], [0, 1, 0], NONE, true);
 
 const isWithin = (a, b) =>
   b.left - SLACK <= a.left && a.right <= b.right + SLACK && b.top - SLACK <= a.top && a.bottom <= b.bottom + SLACK;
 
-// A side of a box is seen with its length times (stretch / w). Returns the least stretch of sides in a direction, relative
-// to the size of the rectangle in which they are seen.
+// A side of a box is seen with its length times a factor, the stretch divided by w. Returns the least stretch of sides in
+// a direction, relative to the size of the rectangle in which they are seen.
 function leastStretch([x, y, w], { left, right, top, bottom }) {
   const least = (p, q) => (p * q <= 0 ? 0 : Math.min(Math.abs(p), Math.abs(q)));
   return Math.max(least(x - w * left, x - w * right) / (right - left), least(y - w * top, y - w * bottom) / (bottom - top));
@@ -178,7 +179,7 @@ export class Space {
     const axes = Axes.ofBox(box);
     const { x, y, isFollowed } = axes;
     const eye = perspectiveOf(box);
-    const map = plane ? plane.maps[0] : identity();
+    const map = plane ? plane.maps[0] : IDENTITY;
     const isAffine = x[2] === 0 && y[2] === 0;
     const isSame = keepsSpace === box.keepsSpaceInBoxes && (!keepsSpace || plane.isDepthFollowedByBounds);
     let z = keepsSpace ? [map[8], map[9], map[11]] : NONE;
@@ -189,6 +190,11 @@ export class Space {
   /** Whether children are drawn in the plane, whatever their transforms. */
   get isFlat() {
     return this.z === NONE;
+  }
+
+  /** Whether that holds for bounding boxes, too. */
+  get isSimple() {
+    return this.isFlat && this.isFollowed;
   }
 
   /**
@@ -203,15 +209,15 @@ export class Space {
     // In a flat space, the vanishing line is that of the plane, wherever a leaf is turned and moved to.
     const leavesPlane =
       css.leavesPlane(values) ||
-      (!(isLeaf && this.isFlat) && css.read(values, 'rotate').includes(' ')) ||
-      (!this.isFlat && ['translate', 'scale'].some((property) => css.read(values, property).split(' ').length > 2));
+      (!(isLeaf && this.isSimple) && css.read(values, 'rotate').includes(' ')) ||
+      (!this.isSimple && ['translate', 'scale'].some((property) => css.read(values, property).split(' ').length > 2));
     if (!leavesPlane) return this.axes;
     const m = css.linearMatrix(element, values, look);
     if (m && this.#isFollowedBy(element, m, look)) {
       if (m[2] === 0 && m[6] === 0) return this.axes;
       const { x, y } = this.axes;
       const image = (i) => [0, 1, 2].map((k) => m[i] * x[k] + m[i + 1] * y[k] + m[i + 2] * this.z[k]);
-      return new Axes(element, image(0), image(4), image(8), true);
+      return new Axes(element, image(0), image(4), image(8), true, this.axes);
     }
     const box = look.boxOf(element);
     return box ? Axes.ofBox(box) : this.axes;
@@ -219,7 +225,7 @@ export class Space {
 
   /** Whether bounding boxes follow the drawing of a child with a transform that leaves the plane. */
   #isFollowedBy(child, m, look) {
-    if (!this.isFollowed || (this.element && this.axes.isScaled(this.element, look))) return false;
+    if (!this.isFollowed) return false;
     // A matrix that is nearly the identity does not drop z in bounding boxes.
     const isTurned = m.some((value, i) => Math.abs(value - Number(i % 5 === 0)) >= 1 / 64);
     if (!this.keepsSpace && !isTurned && (m[2] !== 0 || m[6] !== 0)) return false;

@@ -53,7 +53,7 @@ export class Hits {
     candidate.isTrusted = axes.trusts(seen, axes === space.axes ? around : null, () => axes.sizeOf(element, look));
     if (isLeaf) return;
     // An inline element with preserve-3d is no offset parent.
-    const inner = isPlain && space.isFlat && space.isFollowed ? axes.flat : axes.spaceOf(element, space, look);
+    const inner = isPlain && space.isSimple ? axes.flat : axes.spaceOf(element, space, look);
     this.#gatherChildren(element, inner, candidate.isTrusted ? seen : null, name === 'svg' || mayBeInSvg);
   }
 
@@ -68,13 +68,13 @@ export class Hits {
     }
   }
 
-  // Finds out whether an element, and each last child down to a leaf, is plain: it has no transform, perspective or 3D
-  // space, since what has one is an offset parent. One offset parent takes less time than those properties.
+  // Determines which elements from this one down to its last leaf are plain: without transform, perspective or 3D space,
+  // since otherwise they would be offset parents. To read one offset parent takes less time than those properties.
   #findPlain(element) {
     let leaf = element;
     while (leaf.lastElementChild && leaf.shadowRoot === null) leaf = leaf.lastElementChild;
     const { offsetParent } = leaf;
-    let isPlain = offsetParent instanceof this.#look.document.defaultView.Element;
+    let isPlain = Boolean(offsetParent);
     for (let e = leaf; e !== element;) {
       e = e.parentNode;
       if (e === offsetParent) isPlain = false;

@@ -11,6 +11,7 @@ const style = (from, to, noticed) => ({ file: 'dom/style.js', from, to, noticed 
 const boxes = (from, to, noticed) => ({ file: 'dom/boxes.js', from, to, noticed });
 const offsets = (from, to, noticed) => ({ file: 'dom/offsets.js', from, to, noticed });
 const hits = (from, to, noticed) => ({ file: 'dom/hits.js', from, to, noticed });
+const bounds = (from, to, noticed) => ({ file: 'dom/bounds.js', from, to, noticed });
 const order = (from, to, noticed) => ({ file: 'dom/paint_order.js', from, to, noticed });
 
 const faults = [
@@ -77,6 +78,11 @@ const faults = [
   order('children.sort(', 'children.slice().sort(', /^levels of flex/),
   order('return depthB - depthA', 'return index.get(b.element) - index.get(a.element)', /^depth in a space$/),
   order('> 1e-6 *', '> -1 *', /^ties in depth/),
+  bounds('if (a === 0 && b === 0) return true;', 'return true;', /^partly behind the eye, painted/),
+  bounds('range === 0 ||', 'true ||', /^a side in the plane of the eye/),
+  bounds('isFollowed && isSame &&', '', /^flat by contain: p/),
+  bounds('this.isFlat || !this.mayWrap(child, look)', 'true', /beside a block/),
+  hits('isPlain && space.isSimple', 'isPlain', /^an inline box ends/),
   hits("box.style.visibility !== 'visible'", 'false', /^hidden boxes/),
   hits('box.plane?.isHidden || ', '', /^turned-away/),
   boxes('return orientation * determinant(m) < 0', 'return orientation < 0', /^turned-away/),

@@ -33,6 +33,12 @@ test('node imports the packed package', async () => {
   assert.equal(stdout, '8 function\n');
 });
 
+test('the packed README begins with an example and ends before what only the documentation has', async () => {
+  const readme = await readFile(join(folder, 'node_modules/zan/README.md'), 'utf8');
+  assert.match(readme, /^# Zan in browsers and node\n\n```js\nimport /);
+  assert.doesNotMatch(readme, /<!--|\.\/dev|\]\(/);
+});
+
 test('the declarations have the types of the program, and refuse wrong arguments', async () => {
   await writeFile(join(folder, 'package.json'), '{"type": "module"}');
   await writeFile(join(folder, 'main.ts'), `
