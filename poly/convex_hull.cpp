@@ -91,7 +91,8 @@ public:
     }
 
 private:
-    // On a little-endian processor, its bits are the key.
+    // Its bits are the key.
+    static_assert(std::endian::native == std::endian::little);
     using Position = int32_t __attribute__((vector_size(8)));
 
     Pair low_, step_, divisor_;
@@ -106,7 +107,9 @@ private:
 // out, and let p be one of them in the highest strip. The point in the upper right quadrant of p snaps at least as far
 // in that direction, so to the same vertex, but is in a higher strip: a contradiction. The strip's number may be
 // rounded, since it stays monotonic in y.
-size_t listCandidates(const auto* points, size_t count, const Bounds& bounds, uint64_t* list) {
+//
+// Not inlined, so that hulls of few points do not reserve its tables on the stack.
+[[gnu::noinline]] size_t listCandidates(const auto* points, size_t count, const Bounds& bounds, uint64_t* list) {
     constexpr int kMaxStripBits = 10;
     const int stripBits = std::min(kMaxStripBits, static_cast<int>(std::bit_width(count)) - 2);
     const size_t stripCount = size_t{1} << stripBits;
@@ -152,7 +155,7 @@ size_t listCandidates(const auto* points, size_t count, const Bounds& bounds, ui
 
 // Whether the filter is worth its time. Where it leaves out none of a sample, nearly all points are on the hull.
 template <class Point>
-bool filterPays(const Point* points, size_t count, const Bounds& bounds, uint64_t* list) {
+[[gnu::noinline]] bool filterPays(const Point* points, size_t count, const Bounds& bounds, uint64_t* list) {
     if (count < kMinPointsForSample) return count >= kMinPointsForFilter;
     std::array<Point, 256> sample;
     for (size_t i = 0; i < sample.size(); ++i) sample[i] = points[i * (count / sample.size())];

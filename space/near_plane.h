@@ -27,9 +27,10 @@ inline void clipAtNearPlane(const Vector3& a, const Vector3& b, bool& aBehind, b
     }
     // By index, since a branch on which end is behind would mispredict.
     const Vector3* const ends[] = {&a, &b};
+    bool* const flags[] = {&aBehind, &bBehind};
     const unsigned indexBehind = a.z > b.z ? 1 : 0;
-    aBehind = indexBehind == 0;
-    bBehind = indexBehind == 1;
+    aBehind = bBehind = false;
+    *flags[indexBehind] = true;
     clipPoint = nearPlanePoint(*ends[1 - indexBehind], *ends[indexBehind]);
 }
 

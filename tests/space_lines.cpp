@@ -29,6 +29,9 @@ TEST_CASE("a segment clipped at the near plane") {
         CHECK(aBehind == row.aBehind);
         CHECK(bBehind == row.bBehind);
         CHECK(doubles(clipPoint) == doubles(row.clipPoint));
+        bool anyBehind = false;  // one flag for both ends
+        Zan_Clip3DLine(&row.a, &row.b, &anyBehind, &anyBehind, &clipPoint);
+        CHECK(anyBehind == (row.aBehind || row.bBehind));
     }
 }
 

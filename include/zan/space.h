@@ -71,7 +71,8 @@ ZAN_API int32_t Zan_GetPlaneEquation2(const Zan_Vector3T<double>* point, const Z
 /// behind and b as in front, and the intersection is NaN.
 /// @param a, b       the ends, in eye space
 /// @param aBehind    receives whether a is behind: a.z < 0.1
-/// @param bBehind    receives whether b is behind: b.z < 0.1
+/// @param bBehind    receives whether b is behind: b.z < 0.1. May be the same flag as aBehind, which then tells whether
+///                   an end is behind
 /// @param clipPoint  receives the intersection when exactly one end is behind, else (0, 0, 0)
 /// @return   0
 /// @threads  any
