@@ -67,7 +67,7 @@ function(zan_add_shared_library target exports description)
 endfunction()
 
 # Adds kernels of two lanes to the library, if the target has NEON or WebAssembly SIMD; there they take the place of the
-# plain kernels.
+# plain kernels. Elsewhere they are only tested, compiled for what all processors have.
 function(zan_add_lanes_kernels)
   if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64|wasm32")
     target_sources(zan_objects PRIVATE ${ARGN})
@@ -75,6 +75,9 @@ function(zan_add_lanes_kernels)
     if(CMAKE_SYSTEM_PROCESSOR STREQUAL "wasm32")
       set_source_files_properties(${ARGN} TARGET_DIRECTORY zan_objects PROPERTIES COMPILE_OPTIONS -msimd128)
     endif()
+  else()
+    list(TRANSFORM ARGN PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
+    set_property(GLOBAL APPEND PROPERTY ZAN_KERNELS_ONLY_TESTED ${ARGN})
   endif()
 endfunction()
 
