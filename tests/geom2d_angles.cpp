@@ -62,4 +62,5 @@ TEST_CASE("exact degrees of directions, and of points from the centre of a recta
         CHECK(doubles(angle) == doubles(row.angle));
     }
     CHECK(Zan_VecToAngle({-0.0, -5e-324}) == 360);  // up, by the smallest y
+    CHECK(Zan_VecToAngle({1e-15, -1}) == 0x1p-44);  // just clockwise of up: the double after 360, less 360
 }
