@@ -66,9 +66,10 @@ export class Axes {
    * @param {DOMRect} seen
    * @param {DOMRect | null} around  the bounding box, which can be trusted, of another box in this plane; a
    *   bounding box inside it can be trusted, too
-   * @param {() => {width: number, height: number}} size  of the box, along the axes
+   * @param {Element} element
+   * @param {Look} look
    */
-  trusts(seen, around, size) {
+  trusts(seen, around, element, look) {
     if (!this.isFollowed || !this.hasLine) return false;
     const { x, y, a, b, c } = this;
     if (a === 0 && b === 0) return true;
@@ -77,7 +78,7 @@ export class Axes {
     const distance = Math.abs(a * (left + right) + b * (top + bottom) + 2 * c) / 2;
     const reach = (Math.abs(a) * (right - left) + Math.abs(b) * (bottom - top)) / 2;
     if (!(distance > reach * (1 + RELATIVE_SLACK) + SLACK * (Math.abs(a) + Math.abs(b)))) return false;
-    const { width, height } = size();
+    const { width, height } = this.#sizeOf(element, look);
     const alongX = Math.abs(x[2]) * width;
     const alongY = Math.abs(y[2]) * height;
     const range = alongX + alongY;
@@ -129,7 +130,7 @@ export class Axes {
   }
 
   /** The size of an element in this plane, along the axes; NaN if it is not known. */
-  sizeOf(element, look) {
+  #sizeOf(element, look) {
     const zoom = this.#isScaled(element, look) ? NaN : (element.currentCSSZoom ?? 1);
     return { width: element.offsetWidth * zoom, height: element.offsetHeight * zoom };
   }
@@ -181,7 +182,7 @@ export class Space {
     const eye = perspectiveOf(box);
     const map = plane ? plane.maps[0] : IDENTITY;
     const isAffine = x[2] === 0 && y[2] === 0;
-    const isSame = keepsSpace === box.keepsSpaceInBoxes && (!keepsSpace || plane.isDepthFollowedByBounds);
+    const isSame = keepsSpace === box.keepsSpaceInBoxes && (!keepsSpace || plane?.isDepthFollowedByBounds);
     let z = keepsSpace ? [map[8], map[9], map[11]] : NONE;
     if (eye) z = [0, 1, 3].map((c, k) => eye[8] * x[k] + eye[9] * y[k] + z[k] + eye[11] * map[12 + c]);
     return new Space(element, axes, z, keepsSpace, isFollowed && isSame && (!eye || isAffine));
@@ -215,12 +216,17 @@ export class Space {
     const m = css.linearMatrix(element, values, look);
     if (m && this.#isFollowedBy(element, m, look)) {
       if (m[2] === 0 && m[6] === 0) return this.axes;
-      const { x, y } = this.axes;
-      const image = (i) => [0, 1, 2].map((k) => m[i] * x[k] + m[i + 1] * y[k] + m[i + 2] * this.z[k]);
-      return new Axes(element, image(0), image(4), image(8), true, this.axes);
+      return new Axes(element, this.#image(m, 0), this.#image(m, 4), this.#image(m, 8), true, this.axes);
     }
     const box = look.boxOf(element);
     return box ? Axes.ofBox(box) : this.axes;
+  }
+
+  // The image of a row of a matrix.
+  #image(m, row) {
+    const [a, b, c] = [m[row], m[row + 1], m[row + 2]];
+    const { axes: { x, y }, z } = this;
+    return [a * x[0] + b * y[0] + c * z[0], a * x[1] + b * y[1] + c * z[1], a * x[2] + b * y[2] + c * z[2]];
   }
 
   /** Whether bounding boxes follow the drawing of a child with a transform that leaves the plane. */

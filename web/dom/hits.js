@@ -50,7 +50,7 @@ export class Hits {
       if (isInTopLayer(element, look)) space = PLAIN.flat;
       axes = space.axesOf(element, isLeaf, look);
     }
-    candidate.isTrusted = axes.trusts(seen, axes === space.axes ? around : null, () => axes.sizeOf(element, look));
+    candidate.isTrusted = axes.trusts(seen, axes === space.axes ? around : null, element, look);
     if (isLeaf) return;
     // An inline element with preserve-3d is no offset parent.
     const inner = isPlain && space.isSimple ? axes.flat : axes.spaceOf(element, space, look);
