@@ -23,11 +23,8 @@ int32_t Zan_RoundToNearestMult(int32_t x, int32_t m) {
 int32_t Zan_RoundDouble(double x) { return zan::roundDouble<int32_t>(x); }
 
 int32_t Zan_RoundDoubleSafe(double x) {
-    if (x > 0) {
-        if (x > 2147483646.5) return INT32_MAX;
-    } else if (x < -2147483647.5) {
-        return INT32_MIN;
-    }
+    if (x > 2147483646.5) return INT32_MAX;
+    if (x < -2147483647.5) return INT32_MIN;
     return zan::roundDouble<int32_t>(x);
 }
 
