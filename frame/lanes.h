@@ -19,9 +19,9 @@
 namespace {
 
 #if defined(__AVX2__)
-constexpr int kLanes = 4;
+inline constexpr int kLanes = 4;
 #else
-constexpr int kLanes = 2;  // SSE2, NEON, WebAssembly SIMD
+inline constexpr int kLanes = 2;  // SSE2, NEON, WebAssembly SIMD
 #endif
 using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
 /// The result of a comparison: all bits of a lane are set where it holds, none elsewhere.

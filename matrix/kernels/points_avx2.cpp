@@ -279,7 +279,7 @@ int32_t planeRoundFixed(const void* matrix, int32_t count, void* points) {
 __m128i clampedAndTruncated(Lanes x) {
     // min and max return their second operand when one is NaN, so that a NaN stays one until the mask makes it 0.
     const Lanes clamped = _mm256_min_pd(all(32766.0), _mm256_max_pd(all(-32767.0), x));
-    return _mm256_cvttpd_epi32(x == x ? clamped : all(0.0));
+    return _mm256_cvttpd_epi32(_mm256_and_pd(clamped, _mm256_cmp_pd(x, x, _CMP_ORD_Q)));
 }
 
 int32_t spaceClamp16(const void* matrix, int32_t count, void* points) {

@@ -155,7 +155,7 @@ bool planeDivideXY(const Matrix3& m, double* p) {
 
 // Transforms two points after two points, stops where it cannot, and returns how many are transformed. Not inlined, so
 // that its two calls share the code.
-template <int32_t components, class Matrix, bool (*transform)(const Matrix&, double*)>
+template <std::ptrdiff_t components, class Matrix, bool (*transform)(const Matrix&, double*)>
 [[gnu::noinline]] int32_t wholePairs(const double* matrix, int32_t count, double* p) {
     const Matrix m(matrix);
     int32_t done = 0;
@@ -164,13 +164,13 @@ template <int32_t components, class Matrix, bool (*transform)(const Matrix&, dou
 }
 
 // A last point, or the first of two that cannot both be transformed, is transformed in a copy that holds it twice.
-template <int32_t components, class Matrix, bool (*transform)(const Matrix&, double*)>
+template <std::ptrdiff_t components, class Matrix, bool (*transform)(const Matrix&, double*)>
 int32_t eachTwoPoints(const void* matrix, int32_t count, void* points) {
     const auto* m = static_cast<const double*>(matrix);
     auto* p = static_cast<double*>(points);
     const int32_t done = wholePairs<components, Matrix, transform>(m, count, p);
     if (done >= count) return count;
-    p += components * std::ptrdiff_t{done};
+    p += components * done;
     double two[2 * components];
     for (int k = 0; k < components; ++k) two[k] = two[components + k] = p[k];
     if (wholePairs<components, Matrix, transform>(m, 2, two) == 0) return done;

@@ -9,7 +9,7 @@ namespace {
 
 // Each lane does the operations of addTurn's first bound in the same order. A block with a turn within that bound is
 // left to the plain kernel.
-int64_t scan(const double* vertices, int64_t stride, int64_t turns, zan::Turns& found) {
+inline int64_t scan(const double* vertices, int64_t stride, int64_t turns, zan::Turns& found) {
     constexpr unsigned kAllLanes = (1U << kLanes) - 1;
     int64_t done = 0;
     unsigned left = found.left ? 1 : 0, right = found.right ? 1 : 0;
