@@ -1,5 +1,5 @@
-// The random inputs that zan and its peers share: from fixed seeds, the same in every run, and too many for the branch
-// predictor to learn.
+// The random inputs that zan and its peers share: from fixed seeds, the same in every run; too many for the branch
+// predictor to learn where branches depend on them.
 #ifndef ZAN_BENCH_INPUTS_H
 #define ZAN_BENCH_INPUTS_H
 

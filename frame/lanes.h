@@ -87,7 +87,8 @@ inline Lanes oddLanes(Lanes a, Lanes b) {
 struct XY {
     Lanes x, y;
 };
-/// Points in their order, stride numbers apart, that begin with x and y.
+/// As many consecutive points as there are lanes, in their order. Each begins with x and y; stride is the distance from
+/// one point to the next, in doubles.
 inline XY loadXY(const double* p, int64_t stride = 2) {
 #if defined(__AVX2__)
     const auto halves = [](const double* low, const double* high) {

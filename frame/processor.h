@@ -8,8 +8,8 @@
 namespace zan {
 
 /// The instruction sets among which the library chooses at run time; each includes those before it. A subsystem's list
-/// of kernels is in this order. kBaseline is what every processor of the target has; its kernel is the plain one, or
-/// one for two lanes on 64-bit ARM (NEON) and in WebAssembly (SIMD).
+/// of kernels is in this order. kBaseline is what every processor of the target has; its kernel is the plain one or,
+/// on 64-bit ARM (NEON) and in WebAssembly (SIMD), the one for two lanes if there is one.
 enum class InstructionSet : int { kBaseline, kAvx2 };
 
 /// The best instruction set that the processor, the system and this build support. Queries the processor at each call.

@@ -14,7 +14,7 @@ Lanes load(const Matrix& m, int index) {
     return load(reinterpret_cast<const double*>(&m) + index);
 }
 
-// True when condition(elements of m, index of the first one), a single comparison, holds for no element. Without an
+// True when condition(elements of m, index of the first one), which gives a Mask, holds for no element. Without an
 // early out, because it would mispredict.
 template <class Matrix, class Condition>
 bool noneOf(const Matrix& m, Condition condition) {

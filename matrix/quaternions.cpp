@@ -17,13 +17,13 @@ int32_t Zan_QuatToMatrix4(const Zan_Quat* q, Zan_Matrix4* out) {
 
 namespace {
 
-// The largest component of a quaternion, and the factor that makes the others of sums and differences of the matrix's
-// elements. Both come from four times the square of the component, less 1.
-struct Largest {
+// A component of a quaternion that is not small, and the factor that turns sums and differences of the matrix's
+// elements into the other components. Both are calculated from 4 * component^2 - 1.
+struct Pivot {
     double component, factor;
 
-    explicit Largest(double fourSquaresLess1) {
-        const double root = std::sqrt(fourSquaresLess1 + 1);
+    explicit Pivot(double fourTimesSquareLess1) {
+        const double root = std::sqrt(fourTimesSquareLess1 + 1);
         component = root / 2;
         factor = 0.5 / root;
     }
@@ -31,23 +31,24 @@ struct Largest {
 
 }  // namespace
 
-// By Shoemake's method (1985). A case for each largest component: computing its index would put all elements in memory.
+// By Shoemake's method (1985). The pivot is w if its square is above 1/4, else the largest of x, y and z. A case for
+// each: an index would put all elements in memory.
 int32_t Zan_Matrix4ToQuat(const Zan_Matrix4* m, Zan_Quat* out) {
     const double xx = m->m00, yy = m->m11, zz = m->m22;
     const double xy = m->m01 + m->m10, yz = m->m12 + m->m21, zx = m->m20 + m->m02;
     const double xw = m->m12 - m->m21, yw = m->m20 - m->m02, zw = m->m01 - m->m10;
     const double trace = xx + yy + zz;
     if (trace > 0) {
-        const Largest w(trace);
+        const Pivot w(trace);
         *out = {xw * w.factor, yw * w.factor, zw * w.factor, w.component};
     } else if (zz > (yy > xx ? yy : xx)) {
-        const Largest z(zz - (xx + yy));
+        const Pivot z(zz - (xx + yy));
         *out = {zx * z.factor, yz * z.factor, z.component, zw * z.factor};
     } else if (yy > xx) {
-        const Largest y(yy - (zz + xx));
+        const Pivot y(yy - (zz + xx));
         *out = {xy * y.factor, y.component, yz * y.factor, yw * y.factor};
     } else {
-        const Largest x(xx - (yy + zz));
+        const Pivot x(xx - (yy + zz));
         *out = {x.component, xy * x.factor, zx * x.factor, xw * x.factor};
     }
     return 0;

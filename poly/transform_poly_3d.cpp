@@ -13,8 +13,8 @@ const zan::LayerKernel& kernel() { return *zan::kLayerKernels[static_cast<int>(z
 // Each of the four edges adds at most its start and its clip point.
 constexpr size_t kMaxOutlinePoints = 8;
 
-// Writes each corner in front, and after it the clip point of its edge if that crosses the near plane. Returns their
-// number.
+// Writes for each edge its start, if that is in front, then its clip point, if the edge crosses the near plane. Returns
+// the number of points.
 size_t outlineOf(const zan::Vector3* corners, const zan::Vector3* clipPoints, const bool* behind,
                  zan::Vector2* points) {
     // Each is written, and the next one overwrites it unless it counts: branches would be mispredicted.

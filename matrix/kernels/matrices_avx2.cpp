@@ -1,6 +1,5 @@
 // The AVX2 kernel of products and inverses. Each lane does the operations of the plain kernel in the same order, none
-// fused. This file is compiled for AVX2: it must not include a header that defines a
-// function for other files.
+// fused. This file is compiled for AVX2: it must not include a header that defines a function for other files.
 #include "frame/lanes.h"
 #include "matrix/kernels/matrices.h"
 

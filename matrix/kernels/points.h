@@ -10,7 +10,7 @@ namespace zan {
 
 /// Transforms an array in place, from the first point to the last. Returns count, or the index of the point at which a
 /// checked or rounding loop stops: earlier points are transformed, later ones unchanged. A count below 1 touches
-/// nothing, and the returned value is not less than count.
+/// nothing and is returned.
 using PointLoop = int32_t (*)(const void* matrix, int32_t count, void* points);
 
 /// The loops of one instruction set. Plane loops take a Zan_Matrix3, space loops a Zan_Matrix4; the comments name the

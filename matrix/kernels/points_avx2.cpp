@@ -1,7 +1,7 @@
 // The AVX2 kernel of the loops over arrays of points, mostly four points at a time. Each lane does the operations of
-// point_rules.h in the same order, none fused. The plain loop takes over at a block in which a point is special (w near
-// zero, a coordinate that does not fit) and at the points that fill no block. This file is compiled for AVX2: it must
-// not include a header that defines a function for other files.
+// point_rules.h in the same order, none fused. Where a block has a special point (w near zero, a coordinate that does
+// not fit), most loops leave that block, or all points from it on, to the plain loop. This file is compiled for AVX2:
+// it must not include a header that defines a function for other files.
 #include "frame/lanes.h"
 #include "matrix/kernels/points.h"
 
@@ -81,7 +81,7 @@ int32_t planeAffine(const void* matrix, int32_t count, void* points) {
     return count;
 }
 
-// The first three elements of a column, each in all lanes.
+// The elements of a column of a Zan_Matrix3, each in all lanes.
 struct Column {
     Lanes k0, k1, k2;
 };
@@ -277,7 +277,6 @@ int32_t planeRoundFixed(const void* matrix, int32_t count, void* points) {
 
 // Clamped to -32767 to 32766 and truncated; NaN gives 0.
 __m128i clampedAndTruncated(Lanes x) {
-    // min and max return their second operand when one is NaN, so that a NaN stays one until the mask makes it 0.
     const Lanes clamped = _mm256_min_pd(all(32766.0), _mm256_max_pd(all(-32767.0), x));
     return _mm256_cvttpd_epi32(_mm256_and_pd(clamped, _mm256_cmp_pd(x, x, _CMP_ORD_Q)));
 }

@@ -14,8 +14,9 @@ static_assert(kLanes == 2);
 // What a transform does where w is near zero.
 enum NearZero { kDivide, kLeaveUndivided, kStop };
 
-// ---- Components of one point in the lanes. Every store here depends on all numbers of the point: clang 14 for
-// WebAssembly may move a load for all lanes, as in p[0] * row, behind a store that does not depend on it.
+// ---- Components of one point in the lanes. clang 14 for WebAssembly has a bug: it may move the load of a number that
+// is copied to all lanes, as p[0] in p[0] * row, behind a store to the same point. So every store here depends on all
+// numbers of its point.
 
 // Elements are loaded one by one: a wider load would defeat store-to-load forwarding where the caller has just stored
 // the matrix.
@@ -34,7 +35,7 @@ struct SpacePoint {
     Lanes xy, zw;
 };
 
-// Of a point of three components, the fourth of which is 1, or of four.
+// A point times the matrix. The point has four components, or three and w = 1.
 template <int32_t components>
 SpacePoint product(const SpaceRows& m, const double* p) {
     const Lanes xy = p[0] * m.xy[0] + p[1] * m.xy[1] + p[2] * m.xy[2];
@@ -94,12 +95,12 @@ struct Matrix3 {
         : at{all(m[0]), all(m[1]), all(m[2]), all(m[3]), all(m[4]), all(m[5]), all(m[6]), all(m[7]), all(m[8])} {}
     Lanes at[9];
 };
-// The same without the last column of a Zan_Matrix4.
+// Each element of a Zan_Matrix4 but those of its last column in both lanes; row 3 by itself.
 struct Matrix4Affine {
     explicit Matrix4Affine(const double* m)
         : at{all(m[0]), all(m[1]), all(m[2]), all(m[4]), all(m[5]), all(m[6]), all(m[8]), all(m[9]), all(m[10])},
-          last{all(m[12]), all(m[13]), all(m[14])} {}
-    Lanes at[9], last[3];
+          row3{all(m[12]), all(m[13]), all(m[14])} {}
+    Lanes at[9], row3[3];
 };
 
 struct XYZ {
@@ -127,7 +128,7 @@ void storeXYZ(double* p, const XYZ& q) {
 Lanes product(const Matrix3& m, const XY& q, int j) { return q.x * m.at[j] + q.y * m.at[3 + j] + m.at[6 + j]; }
 Lanes product(const Matrix3& m, const XYZ& q, int j) { return q.x * m.at[j] + q.y * m.at[3 + j] + q.z * m.at[6 + j]; }
 Lanes product(const Matrix4Affine& m, const XYZ& q, int j) {
-    return q.x * m.at[j] + q.y * m.at[3 + j] + q.z * m.at[6 + j] + m.last[j];
+    return q.x * m.at[j] + q.y * m.at[3 + j] + q.z * m.at[6 + j] + m.row3[j];
 }
 
 // Transforms of two points. False: w of one of them is near zero, and both are unchanged.

@@ -63,7 +63,8 @@ void store(const Point& from, Point& to) {
 double lastOf(const Vector3& p) { return p.z; }
 double lastOf(const Vector4& p) { return p.w; }
 
-// Stops at a w near zero. Homogeneous is the type of the product: Point itself, or Point with a last component of 1.
+// Stops at a w near zero. Homogeneous is the type of operand and product: Point itself or, for points without w, the
+// type with one component more, which is 1 in the operand.
 template <class Matrix, class Point, class Homogeneous = Point>
 int32_t checkedDivide(const void* matrix, int32_t count, void* array) {
     const auto m = copyOf<Matrix>(matrix);

@@ -16,12 +16,12 @@ inline constexpr const PointKernel& kBaselinePointKernel = kPlainPointKernel;
 #endif
 
 /// AVX2 transforms blocks of four points; most of its loops would pass a shorter array on to the plain kernel.
-inline constexpr int32_t kMinPointsForLanes = 4;
+inline constexpr int32_t kMinPointsForAvx2 = 4;
 
-/// Runs the kernel of zan::activeInstructionSet(), or the baseline's for arrays too short to fill the lanes of others.
+/// Runs the kernel of zan::activeInstructionSet(), or the baseline's for arrays shorter than a block of AVX2.
 inline int32_t transformPoints(PointTransform transform, const void* matrix, int32_t count, void* points) {
     const PointKernel* kernel =
-        count < kMinPointsForLanes ? &kBaselinePointKernel : kPointKernels[static_cast<int>(activeInstructionSet())];
+        count < kMinPointsForAvx2 ? &kBaselinePointKernel : kPointKernels[static_cast<int>(activeInstructionSet())];
     return (kernel->*transform)(matrix, count, points);
 }
 

@@ -1,6 +1,6 @@
-// Kernels of the hit test: they find the edges of an outline that the hit test must examine exactly. Declarations only:
-// a kernel's file is compiled for one instruction set, and the linker may keep that file's copy of a shared inline
-// function.
+// Kernels of the hit test: they find the edges of an outline that can matter, and decide most edges of small outlines.
+// Declarations only: a kernel's file is compiled for one instruction set, and the linker may keep that file's copy of a
+// shared inline function.
 #ifndef ZAN_POLY_KERNELS_EDGES_H
 #define ZAN_POLY_KERNELS_EDGES_H
 
@@ -16,7 +16,7 @@ struct HitQuery {
                         ///< more than this, the two are not nearly equal: the point is not on the edge
 };
 
-/// A set of up to 64 edges, bit i for edge i.
+/// Two sets of up to 64 edges, bit i for edge i.
 struct EdgeBits {
     uint64_t spanning;   ///< one end has x < query.x and the other has not
     uint64_t maybeNear;  ///< conservative: clear only if both ends are beyond the margin on the same side, in x or y

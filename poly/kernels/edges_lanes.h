@@ -22,7 +22,7 @@ Outcodes outcodes(const XY& v, const zan::HitQuery& query) {
 }
 
 // The outcodes of each vertex are found once, for the edge that starts there; those of the ends are the same shifted by
-// one bit. A scan needs as many edges as there are lanes.
+// one bit. A scan needs at least as many edges as there are lanes.
 template <bool kTolerant, class T>
 zan::EdgeBits scan(const void* vertices, int32_t edges, const zan::HitQuery& query) {
     const auto* first = static_cast<const T*>(vertices);

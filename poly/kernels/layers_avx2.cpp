@@ -96,8 +96,9 @@ bool toEye(const void* layerToEye, void* corners) {
     return true;
 }
 
-// The clip points of four edges. The ends of an edge that does not cross the plane are replaced by (0, 0, 0): with
-// finite corners, no lane may raise a floating-point flag. Not inlined: it would spill registers where no edge crosses.
+// The clip points of four edges. The ends of an edge that does not cross the plane are replaced by (0, 0, 0): its lane
+// must raise no floating-point flag that the plain kernel, which does not clip that edge, would not raise. Not inlined,
+// because it would spill registers also where no edge crosses.
 [[gnu::noinline]] void clipEdges(const double* corners, unsigned behind, unsigned crossed, const double* m,
                                  double* clipPoints) {
     const auto mask = [](unsigned bits) {
@@ -142,7 +143,7 @@ bool toScreen(const void* eyeToScreen, void* corners, void* clipPoints, bool* co
     const Rows m = rowsOf(elements);
     if (degenerate(m)) return false;
     const Lanes depth = coordinateOf(p + 2);
-    // A corner with NaN is neither in front nor behind.
+    // If a z is NaN, comparisons do not show which corners are behind.
     if (bitsOf(_mm256_cmp_pd(depth, depth, _CMP_UNORD_Q)) != 0) {
         return zan::kPlainLayerKernel.toScreen(eyeToScreen, corners, clipPoints, cornerBehind);
     }

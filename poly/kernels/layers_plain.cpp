@@ -37,7 +37,7 @@ bool toScreen(const void* eyeToScreen, void* cornerArray, void* clipPointArray, 
         cornerBehind[i] = corners[i].z < Zan_kNearPlaneZ;
         behind |= unsigned{cornerBehind[i]} << i;
     }
-    // NaN for a corner with NaN, which is neither in front nor behind.
+    // If a z is NaN, comparisons do not show which corners are behind: clipAtNearPlane decides for each edge.
     const double depths = corners[0].z + corners[1].z + corners[2].z + corners[3].z;
     if (!std::isnan(depths)) {
         // Only edges that cross the plane are clipped. Their number is nearly always 0 or 2, so that the loop is

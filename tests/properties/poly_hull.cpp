@@ -14,7 +14,8 @@ struct GridPoint {
     auto operator<=>(const GridPoint&) const = default;
 };
 
-// From the lowest point on, each next vertex is the point that has all others to its left, the farthest of several.
+// From the lowest point on: no point is to the right of the line from a vertex to the next one. Of several such points
+// the next vertex is the farthest.
 template <class P>
 std::vector<P> giftWrappedHull(const std::vector<P>& points) {
     double low[2] = {points[0].x, points[0].y};
@@ -83,7 +84,7 @@ bool hull(Choices& c) {
     must(std::equal(byPointers.begin(), byPointers.end(), expected.begin(), expected.end(), same));
     if constexpr (std::is_same_v<P, Vector2>) {
         // Mapping back from the grid can bend a hull whose points are nasty or nearly on a line.
-        if (kind == kRandom || kind == kLattice) must(Zan_IsConvex(expected.cbegin(), expected.cend()));
+        if (kind != kNasty && kind != kNearlyOnALine) must(Zan_IsConvex(expected.cbegin(), expected.cend()));
     }
     return expected.size() > 3;
 }

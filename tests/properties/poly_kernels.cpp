@@ -36,6 +36,7 @@ bool edges(Choices& c) {
     const double margins[] = {0.01, 1, c.plain(0, 2), std::numeric_limits<double>::infinity()};
     query.margin = c.among(margins);
     std::vector<T> numbers;
+    numbers.reserve(size_t(2 * (edges + 1) + before));
     for (int32_t i = 0; i < 2 * (edges + 1) + before; ++i) {
         // One in four is at the point, at the margin, or one step beside them.
         const double center = i % 2 == xParity ? query.x : query.y;
@@ -65,23 +66,24 @@ bool edges(Choices& c) {
     return (plain.maybeNear & 1) != 0;
 }
 
-// A polygon that is convex or just not, of any scale. Kinds 0 to 3 are circles: 1 with nasty coordinates, 2 with a dent
-// down to the last bit, 3 with a deep one. Kind 4 is collinear points, kind 5 nearly collinear ones, off by a few
-// doubles.
+// Nearly collinear points are off by a few doubles. A dent is one vertex moved toward the y axis: a little, down to the
+// last bit, or all the way.
+enum PolygonKind { kCircle, kNastyCircle, kDented, kDeeplyDented, kCollinear, kNearlyCollinear, kPolygonKinds };
+
 std::vector<Vector2> nearlyConvex(Choices& c) {
     std::vector<Vector2> ring;
     const int32_t count = 3 + c.below(c.below(2) == 0 ? 12 : 80);
-    const int32_t kind = c.below(6), dent = c.below(count);
+    const int32_t kind = c.below(kPolygonKinds), dent = c.below(count);
     const double scale = std::ldexp(1.0, c.below(3) == 0 ? c.below(2060) - 1050 : 0);
     for (int32_t i = 0; i < count; ++i) {
         const double t = double(i) / count;
         const double angle = 6.283185307179586 * t;
-        double x = kind < 4 ? std::cos(angle) : t;
-        const double y = kind < 4 ? std::sin(angle) : t * (kind == 4 ? 3 : t * 0x1p-40);
-        if (kind == 1 && c.below(30) == 0) x = c.nasty();
-        if (kind == 2 && i == dent) x *= 1 - std::ldexp(1.0, -c.below(60));
-        if (kind == 3 && i == dent) x = 0;
-        ring.emplace_back(x * scale, stepped(y * scale, kind == 5 ? c.below(9) - 4 : 0));
+        double x = kind < kCollinear ? std::cos(angle) : t;
+        const double y = kind < kCollinear ? std::sin(angle) : t * (kind == kCollinear ? 3 : t * 0x1p-40);
+        if (kind == kNastyCircle && c.below(30) == 0) x = c.nasty();
+        if (kind == kDented && i == dent) x *= 1 - std::ldexp(1.0, -c.below(60));
+        if (kind == kDeeplyDented && i == dent) x = 0;
+        ring.emplace_back(x * scale, stepped(y * scale, kind == kNearlyCollinear ? c.below(9) - 4 : 0));
         if (c.below(40) == 0) ring.push_back(ring.back());
     }
     return ring;
@@ -91,7 +93,8 @@ bool turns(Choices& c) {
     const std::vector<Vector2> ring = nearlyConvex(c);
     const auto turns = int64_t(ring.size()) - 2;
     const int32_t components = 2 + c.below(3);
-    std::vector<double> numbers;  // ends with the last vertex
+    std::vector<double> numbers;
+    numbers.reserve(ring.size() * size_t(components));  // ends with the last vertex
     std::vector<Vector3> ring3;
     std::vector<Vector4> ring4;
     for (const Vector2& p : ring) {
