@@ -157,7 +157,7 @@ bool toScreen(const void* eyeToScreen, void* corners, void* clipPoints, bool* co
     } else {
         const Lanes zero = all(0.0), q = product(zero, zero, zero, m);
         const Lanes point = times(q, reciprocal(divisor(spread<3>(q))));
-        for (int i = 0; i < 3; ++i) _mm256_storeu_pd(clip + 3 * i, point);
+        for (double* to = clip; to != clip + 9; to += 3) _mm256_storeu_pd(to, point);
         storePoint(clip + 9, point);
     }
     transformCorners(p, m);
