@@ -73,8 +73,9 @@ void storePoint(double* p, Lanes xyz) {
     Lanes q0 = product(p, m), q1 = product(p + 3, m), q2 = product(p + 6, m), q3 = product(p + 9, m);
     const Lanes w = _mm256_permute2f128_pd(_mm256_unpackhi_pd(q0, q1), _mm256_unpackhi_pd(q2, q3), 0x31);
     const Lanes d = divisor(w);
+    const Lanes divides = _mm256_cmp_pd(d, all(1.0), _CMP_NEQ_UQ);
     // Without a projection every w is 1. Then the division, on which all stores depend, is skipped.
-    if (bitsOf(_mm256_cmp_pd(d, all(1.0), _CMP_NEQ_UQ)) != 0) {
+    if (bitsOf(divides) != 0) {
         const Lanes r = reciprocal(d);
         q0 = times(q0, spread<0>(r));
         q1 = times(q1, spread<1>(r));
@@ -143,8 +144,9 @@ bool toScreen(const void* eyeToScreen, void* corners, void* clipPoints, bool* co
     const Rows m = rowsOf(elements);
     if (degenerate(m)) return false;
     const Lanes depth = coordinateOf(p + 2);
+    const Lanes isNan = _mm256_cmp_pd(depth, depth, _CMP_UNORD_Q);
     // If a z is NaN, comparisons do not show which corners are behind.
-    if (bitsOf(_mm256_cmp_pd(depth, depth, _CMP_UNORD_Q)) != 0) {
+    if (bitsOf(isNan) != 0) {
         return zan::kPlainLayerKernel.toScreen(eyeToScreen, corners, clipPoints, cornerBehind);
     }
     const unsigned behind = bitsOf(less(depth, all(0.1)));
