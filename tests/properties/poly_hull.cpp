@@ -85,7 +85,8 @@ bool hull(Choices& c) {
     must(std::equal(byPointers.begin(), byPointers.end(), expected.begin(), expected.end(), same));
     if constexpr (std::is_same_v<P, Vector2>) {
         // Mapping back from the grid can bend a hull whose points are nasty or nearly on a line.
-        if (kind != kNasty && kind != kAllNaN && kind != kNearlyOnALine) must(Zan_IsConvex(expected.cbegin(), expected.cend()));
+        if (kind != kNasty && kind != kAllNaN && kind != kNearlyOnALine)
+            must(Zan_IsConvex(expected.cbegin(), expected.cend()));
     }
     return expected.size() > 3;
 }
