@@ -30,7 +30,7 @@ export class Axes {
    * @param {Element | null} element  null for the viewport
    * @param {Direction} x
    * @param {Direction} y
-   * @param {Direction | null} z  null if it is that of the element's box
+   * @param {Direction | null} z  null where it is not known without the element's box
    * @param {boolean} isFollowed  whether bounding boxes follow the matrices of the drawing
    * @param {Axes | null} outer  of the plane that the element leaves
    */
@@ -51,7 +51,7 @@ export class Axes {
 
   /** The axes of the plane that a box is in. */
   static ofBox({ element, plane }) {
-    if (!plane) return new Axes(element, PLAIN.x, PLAIN.y, NONE, true);
+    if (!plane) return new Axes(element, VIEWPORT_AXES.x, VIEWPORT_AXES.y, NONE, true);
     const [m] = plane.maps;
     const [x, y] = [0, 4].map((i) => [m[i], m[i + 1], m[i + 3]]);
     return new Axes(element, x, y, null, plane.isFollowedByBounds);
@@ -60,9 +60,10 @@ export class Axes {
   /**
    * Whether a bounding box contains what is painted of a box in this plane.
    *
-   * A corner with w = 0 exactly has no mirror image: browsers leave its coordinates undivided. Only a large box has such
-   * a corner or side: on a side that is wholly in front, w is at least (length * stretch), and at most the range of w in
-   * the box.
+   * A corner with w = 0 exactly has no mirror image: browsers leave its coordinates undivided. If a corner has w = 0 and
+   * the others are in front, w is nowhere more than its range over the box. A side in front is seen with the length
+   * (length * stretch / w), which is at most that of the bounding box, so w has a lower bound. Where that exceeds the
+   * range, no corner has w = 0.
    * @param {DOMRect} seen
    * @param {DOMRect | null} around  the bounding box, which can be trusted, of another box in this plane; a
    *   bounding box inside it can be trusted, too
@@ -82,7 +83,8 @@ export class Axes {
     const alongX = Math.abs(x[2]) * width;
     const alongY = Math.abs(y[2]) * height;
     const range = alongX + alongY;
-    // Where w is constant along a side, it may be 0 on all of it: then only the other two sides are in front.
+    // Where w is constant along a side, it may be 0 on all of it. Then only the opposite side is in front, so only sides of
+    // this direction are tested.
     return (
       range === 0 ||
       (alongY > NEGLIGIBLE * range && range < 0.9 * width * leastStretch(x, seen)) ||
@@ -120,13 +122,16 @@ export class Axes {
     return space;
   }
 
-  /** Whether an element in this plane may have another scale than the axes: the scale of flat planes is not followed. */
+  /**
+   * Whether an element in this plane may have another scale than the axes, which do not take in scales and turns within
+   * the plane.
+   */
   #isScaled(element, look) {
     for (let e = element; e && e !== this.element; e = flatParent(e)) {
       const m = css.linearMatrix(e, css.valuesOf(e, look), look);
       if (!m || m[0] !== 1 || m[1] !== 0 || m[4] !== 0 || m[5] !== 1) return true;
     }
-    return this.outer !== null && this.outer !== PLAIN && this.outer.#isScaled(flatParent(this.element), look);
+    return this.outer !== null && this.outer !== VIEWPORT_AXES && this.outer.#isScaled(flatParent(this.element), look);
   }
 
   /** The size of an element in this plane, along the axes; NaN if it is not known. */
@@ -136,8 +141,8 @@ export class Axes {
   }
 }
 
-/** The plane of the viewport, also for all elements that are moved in it by transforms of the plane. */
-export const PLAIN = new Axes(null, [1, 0, 0], [0, 1, 0], NONE, true);
+/** The axes of the viewport's plane; also those of elements that 2D transforms move in it. */
+export const VIEWPORT_AXES = new Axes(null, [1, 0, 0], [0, 1, 0], NONE, true);
 
 const isWithin = (a, b) =>
   b.left - SLACK <= a.left && a.right <= b.right + SLACK && b.top - SLACK <= a.top && a.bottom <= b.bottom + SLACK;
@@ -182,7 +187,7 @@ export class Space {
     const eye = perspectiveOf(box);
     const map = plane ? plane.maps[0] : IDENTITY;
     const isAffine = x[2] === 0 && y[2] === 0;
-    const isSame = keepsSpace === box.keepsSpaceInBoxes && (!keepsSpace || plane?.isDepthFollowedByBounds);
+    const isSame = keepsSpace === box.keepsSpaceInBounds && (!keepsSpace || plane?.isDepthFollowedByBounds);
     let z = keepsSpace ? [map[8], map[9], map[11]] : NONE;
     if (eye) z = [0, 1, 3].map((c, k) => eye[8] * x[k] + eye[9] * y[k] + z[k] + eye[11] * map[12 + c]);
     return new Space(element, axes, z, keepsSpace, isFollowed && isSame && (!eye || isAffine));

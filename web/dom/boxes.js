@@ -56,15 +56,15 @@ export class Plane {
    * @param {Matrix} map  to the outer plane, z included
    * @param {Plane | null} outer  the outer plane; null for the viewport
    * @param {Plane | null} space  the plane that starts the 3D space which this one belongs to; this one when null
-   * @param {Matrix} boxMap  to the viewport, by the browser's rules for bounding boxes
+   * @param {Matrix} boundsMap  to the viewport, by the browser's rules for bounding boxes
    * @param {() => boolean} isApart  whether it is drawn on a surface of its own before the outer plane's map is applied
    */
-  constructor(element, map, outer, space, boxMap, isApart) {
+  constructor(element, map, outer, space, boundsMap, isApart) {
     this.element = element;
     this.map = map;
     this.outer = outer;
     this.space = space ?? this;
-    this.boxMap = boxMap;
+    this.boundsMap = boundsMap;
     /**
      * The matrices to the viewport; more than one where two perspectives follow each other and the first result is
      * drawn on a surface of its own, so that what it cuts off stays cut off.
@@ -87,7 +87,7 @@ export class Plane {
 
   /** Whether the plane and all outside are only translated and scaled. */
   get isUpright() {
-    this.upright ??= this.outer === null || this.outer.isUpright ? isUprightMap(this.boxMap) : false;
+    this.upright ??= this.outer === null || this.outer.isUpright ? isUprightMap(this.boundsMap) : false;
     return this.upright;
   }
 
@@ -111,13 +111,13 @@ export class Plane {
 
   #isSame(elements) {
     const [m] = this.maps;
-    return elements.every((i) => Math.abs(m[i] - this.boxMap[i]) <= 1e-9 * Math.abs(m[i]));
+    return elements.every((i) => Math.abs(m[i] - this.boundsMap[i]) <= 1e-9 * Math.abs(m[i]));
   }
 
   /** Projects a point of the viewport onto the outer plane. */
   toOuter(x, y) {
     if (!this.outer) return [x, y];
-    this.fromViewport ??= invert(asPlaneMap(this.outer.boxMap));
+    this.fromViewport ??= invert(asPlaneMap(this.outer.boundsMap));
     const m = this.fromViewport;
     const w = x * m[3] + y * m[7] + m[15];
     return [(x * m[0] + y * m[4] + m[12]) / w, (x * m[1] + y * m[5] + m[13]) / w];
@@ -157,7 +157,7 @@ function asPlaneMap(m) {
  * @property {boolean} isTransformable
  * @property {boolean} exact
  * @property {boolean} keepsSpace  children belong to the same 3D space
- * @property {boolean} keepsSpaceInBoxes  keepsSpace as it holds for the browser's bounding boxes
+ * @property {boolean} keepsSpaceInBounds  keepsSpace as it holds for the browser's bounding boxes
  * @property {[number, number]} place  where the box would be in the parent's plane without its transform
  */
 
@@ -183,7 +183,7 @@ export function makeBox(element, parent, look) {
     x: 0, y: 0, width: 0, height: 0, place: [0, 0],
     exact: parent ? parent.exact : true,
     keepsSpace: false,
-    keepsSpaceInBoxes: false,
+    keepsSpaceInBounds: false,
   };
   const seen = rects.length === 1 ? rects[0] : element.getBoundingClientRect();
   if (isInsideSvg(element)) return placeByBounds(box, seen, null, false);
@@ -194,7 +194,7 @@ export function makeBox(element, parent, look) {
     isSpace = transformable;
     box.keepsSpace = transformable && !css.containsPaint(style);
     // For bounding boxes, paint containment does not flatten, and an inline box keeps its parent's space.
-    box.keepsSpaceInBoxes = transformable || (parent !== null && parent.keepsSpaceInBoxes);
+    box.keepsSpaceInBounds = transformable || (parent !== null && parent.keepsSpaceInBounds);
   }
   const transforms = transformable ? css.transformsOf(style) : null;
   const transformed = transforms !== null;
@@ -240,10 +240,10 @@ export function makeBox(element, parent, look) {
   const full = inSpace ? concat(map, plane.map) : map;
   // For bounding boxes, a matrix that is nearly the identity does not drop z either.
   const isNearIdentity = map.every((element, i) => Math.abs(element - (i % 5 === 0 ? 1 : 0)) < 1 / 64);
-  const mapInBoxes = isInAnonymousBlock ? concat(...toParent.slice(0, 2)) : map;
-  const keepsZ = (parent?.keepsSpaceInBoxes && !isInAnonymousBlock) || isNearIdentity;
-  const boxMap = plane ? concat(keepsZ ? mapInBoxes : flatten(mapInBoxes), plane.boxMap) : mapInBoxes;
-  box.plane = new Plane(element, full, inSpace ? plane.outer : plane, inSpace ? plane.space : null, boxMap, () => {
+  const mapInBounds = isInAnonymousBlock ? concat(...toParent.slice(0, 2)) : map;
+  const keepsZ = (parent?.keepsSpaceInBounds && !isInAnonymousBlock) || isNearIdentity;
+  const boundsMap = plane ? concat(keepsZ ? mapInBounds : flatten(mapInBounds), plane.boundsMap) : mapInBounds;
+  box.plane = new Plane(element, full, inSpace ? plane.outer : plane, inSpace ? plane.space : null, boundsMap, () => {
     for (let b = parent; b && b.plane === plane; b = b.parent) if (css.isDrawnApart(b.style)) return true;
     return false;
   });
@@ -259,14 +259,14 @@ export function makeBox(element, parent, look) {
 function tailsOf(box) {
   const eye = perspectiveOf(box);
   const through = eye ?? identity();
-  const tail = box.plane ? concat(box.keepsSpaceInBoxes ? through : flatten(through), box.plane.boxMap) : through;
-  if (!eye && !box.keepsSpaceInBoxes) return [tail];
-  return [tail, box.plane ? concat(flatten(identity()), box.plane.boxMap) : identity()];
+  const tail = box.plane ? concat(box.keepsSpaceInBounds ? through : flatten(through), box.plane.boundsMap) : through;
+  if (!eye && !box.keepsSpaceInBounds) return [tail];
+  return [tail, box.plane ? concat(flatten(identity()), box.plane.boundsMap) : identity()];
 }
 
 /** Finds the place of a box from its bounding box; where that leaves the place undetermined, also from offsets. */
-function findPlace(fitting, box, look, boxIsEnough) {
-  if (fitting.sizeIsKnown && boxIsEnough) {
+function findPlace(fitting, box, look, boundsAreEnough) {
+  if (fitting.sizeIsKnown && boundsAreEnough) {
     const found = fit(fitting, { ...cornerIn(box.plane, box.parent), isKnown: false });
     if (found.isSure) return found;
   }
@@ -281,7 +281,7 @@ function findPlace(fitting, box, look, boxIsEnough) {
 
 /** Places a box that the browser's bounding box alone determines. */
 function placeByBounds(box, seen, plane, exact) {
-  const m = plane ? plane.boxMap : [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0];
+  const m = plane ? plane.boundsMap : [1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0];
   box.plane = plane;
   box.x = (seen.left - m[12]) / m[0];
   box.y = (seen.top - m[13]) / m[5];

@@ -1,5 +1,5 @@
 // Which elements a point hits. For most elements the browser's bounding box alone shows that they are not hit.
-import { PLAIN, Space } from './bounds.js';
+import { VIEWPORT_AXES, Space } from './bounds.js';
 import { flatChildren, isInTopLayer, isInsideSvg } from './boxes.js';
 import { isInside } from './geometry.js';
 import { sortFrontToBack } from './paint_order.js';
@@ -24,7 +24,7 @@ export class Hits {
   constructor(root, look) {
     this.#look = look;
     const parentBox = look.parentBoxOf(root);
-    this.#gather(root, parentBox ? Space.ofBox(parentBox) : PLAIN.flat, null, true);
+    this.#gather(root, parentBox ? Space.ofBox(parentBox) : VIEWPORT_AXES.flat, null, true);
   }
 
   // Gathers an element and what is in it. `space` is that of the nearest ancestor with a box, `around` its bounding box
@@ -45,9 +45,9 @@ export class Hits {
     const isPlain = !isLeaf && this.#isPlain.get(element);
     let { axes } = space;
     if (mayBeInSvg && isInsideSvg(element)) {
-      axes = PLAIN;
+      axes = VIEWPORT_AXES;
     } else if (!isPlain) {
-      if (isInTopLayer(element, look)) space = PLAIN.flat;
+      if (isInTopLayer(element, look)) space = VIEWPORT_AXES.flat;
       axes = space.axesOf(element, isLeaf, look);
     }
     candidate.isTrusted = axes.trusts(seen, axes === space.axes ? around : null, element, look);
@@ -69,7 +69,7 @@ export class Hits {
   }
 
   // Determines which elements from this one down to its last leaf are plain: without transform, perspective or 3D space,
-  // since otherwise they would be offset parents. To read one offset parent takes less time than those properties.
+  // since otherwise they would be offset parents (except inline elements with preserve-3d). To read one offset parent takes less time than those properties.
   #findPlain(element) {
     let leaf = element;
     while (leaf.lastElementChild && leaf.shadowRoot === null) leaf = leaf.lastElementChild;

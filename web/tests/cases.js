@@ -12,7 +12,7 @@
  * @property {string[]} [edgeOn]  elements that must be edge-on
  * @property {boolean} [mayBeEdgeOn]  edgeOn is not compared
  * @property {string[]} [noProbe]  elements whose corners are not probed
- * @property {boolean} [paintedCorners]  an outline that the screenshot confirms need not reach the probed corners
+ * @property {boolean} [paintedCorners]  a corner that differs from its probe is no failure where the screenshot confirms the outline
  * @property {boolean} [noHits]  hits are not compared
  * @property {boolean} [paintedHits]  hits are compared with what is painted, not with the browser's
  * @property {boolean} [eitherHits]  hits must agree with the browser's or with what is painted
@@ -39,8 +39,8 @@ const NOT_FLATTENING = [
   'contain: layout', 'contain: size', 'contain: style', 'will-change: transform', 'will-change: clip-path', 'will-change: mask',
   'will-change: isolation', 'will-change: mix-blend-mode', 'clip: rect(0, 0, 0, 0)', 'position: relative; z-index: 3',
 ];
-// Here the browser's bounding boxes, probes and hits disagree with what it paints.
-const clipsChildren = /contain: (paint|content|strict)|visibility/;
+// With these properties the browser's bounding boxes, probes and hits disagree with what it paints.
+const containsPaint = /contain: (paint|content|strict)|visibility/;
 
 export const cases = [
   // Own matrix
@@ -72,9 +72,9 @@ export const cases = [
   { what: 'a flat box without transform ends the space', html: turned(box('a', '', box('b', 'width: 90px; transform: rotateX(70deg)')), 'transform-style: preserve-3d'), paint: ['b'], paintedHits: true },
   { what: 'a flat box ends the space for an absolute box whose container is further out, too', html: turned(box('a', '', box('b', 'position: absolute; left: 40px; width: 90px; transform: rotateX(70deg)')), 'transform-style: preserve-3d'), paint: ['b'], paintedHits: true },
   { what: 'an inline box ends the space, though not in bounding boxes', html: turned(`<span style="transform-style: preserve-3d">${box('b', 'display: inline-block; width: 90px; transform: rotateX(70deg)')}</span>`, 'transform-style: preserve-3d'), paint: ['b'], noProbe: ['b'], paintedHits: true },
-  { what: 'turned in a line beside a block, which is without space in bounding boxes', html: turned(`<p>block</p>line ${box('b', 'display: inline-block; width: 90px; transform: rotateY(-50deg) translateZ(90px)')}`, 'transform-style: preserve-3d'), paint: ['b'], noProbe: ['b'], paintedHits: true },
+  { what: 'turned in a line beside a block: in bounding boxes such a line ends the space', html: turned(`<p>block</p>line ${box('b', 'display: inline-block; width: 90px; transform: rotateY(-50deg) translateZ(90px)')}`, 'transform-style: preserve-3d'), paint: ['b'], noProbe: ['b'], paintedHits: true },
   { what: 'an inline box without preserve-3d ends the space', html: turned(`<span>${box('b', 'display: inline-block; width: 90px; transform: rotateX(70deg)')}</span>`, 'transform-style: preserve-3d'), paint: ['b'], paintedHits: true },
-  ...FLATTENING.map((property) => ({ what: `flat by ${property}`, html: spaceOf(property), paint: ['child'], noProbe: clipsChildren.test(property) ? ['child'] : [], paintedHits: clipsChildren.test(property) })),
+  ...FLATTENING.map((property) => ({ what: `flat by ${property}`, html: spaceOf(property), paint: ['child'], noProbe: containsPaint.test(property) ? ['child'] : [], paintedHits: containsPaint.test(property) })),
   ...NOT_FLATTENING.map((property) => ({ what: `not flat by ${property}`, html: spaceOf(property), paint: ['child'] })),
   { what: "the root is flat", html: `<style>html { transform-style: preserve-3d; transform: perspective(500px) rotateX(30deg) } body { transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
   { what: "the body's overflow makes the body flat, also where that overflow applies to the viewport", html: `<style>html { perspective: 500px } body { overflow: hidden; transform-style: preserve-3d; transform: rotateY(20deg) }</style>${box('a', 'margin: 100px; transform: translateZ(50px) rotateX(40deg)')}`, paint: ['a'] },
@@ -93,7 +93,7 @@ export const cases = [
 
   // Place
   { what: 'fractional borders and offsets of offset parents', html: turned('<div style="position: relative; border: 3.4px solid; margin: 7.3px; padding: 1.7px"><div id="a" style="position: relative; left: 5.26px; border: 2.6px solid; padding: 3.3px"><div id="b" style="width: 33.3px; height: 17.7px; margin: 2.45px"></div></div></div>') },
-  { what: 'many boxes with fractions between', html: turned(`${'<div style="position: relative; padding: 0.45px; left: 0.3px">'.repeat(9)}<div id="a" style="width: 60.4px; height: 40.2px">`) },
+  { what: 'many nested boxes with fractional offsets', html: turned(`${'<div style="position: relative; padding: 0.45px; left: 0.3px">'.repeat(9)}<div id="a" style="width: 60.4px; height: 40.2px">`) },
   { what: 'absolute at fractions, seen from the side', html: turned(box('a', 'position: absolute; left: 10.4px; top: 20.7px; margin: 3.3px; width: 50%; height: 33%'), 'transform: rotateY(88deg)') },
   { what: 'scrolled containers, static and positioned', html: room(`<div id="s" style="overflow: scroll; width: 300px; height: 200px; transform: rotateY(30deg)"><div style="overflow: auto; height: 260px; width: 340px; border: 4px solid"><div style="height: 400px; width: 500px"><div id="a" style="width: 90px; height: 50px; margin: 120px 80px; transform: rotateX(20deg)"></div></div></div></div>`), prepare: () => document.querySelectorAll('#s, #s > div').forEach((s) => s.scrollTo(25, 35)), paintedHits: true },
   { what: 'absolute in a static scroller', html: turned('<div style="overflow: scroll; width: 150px; height: 80px"><div style="height: 300px">text<p><b id="b">line</b></div><div id="a" style="position: absolute; left: 50px; top: 30px; width: 40px; height: 30px"></div></div>'), prepare: () => document.querySelector('#turned > div').scrollTo(0, 40), noHits: true },
@@ -105,8 +105,8 @@ export const cases = [
   { what: 'places in a positioned body', html: `<style>html { border: 5px solid; padding: 7px; margin: 3px } body { border: 4px solid; padding: 6px; position: relative }</style>${turned('')}${box('b', 'position: absolute; left: 20px; top: 30px; transform: perspective(200px) rotateX(30deg)')}` },
   { what: 'places in a transformed body', html: `<style>html { perspective: 800px; border: 5px solid } body { border: 4px solid; padding: 6px; transform: rotateY(30deg) }</style>${turned('')}${box('b', 'position: absolute; left: 20.5px; top: 30px; transform: perspective(200px) rotateX(30deg)')}${box('c', 'margin: 10.3px')}`, paintedHits: true },
   { what: 'places under a positioned, transformed, scrolled root', html: `<style>html { position: relative; margin: 12px; border: 5px solid; height: 1500px; transform: rotate(5deg); transform-origin: 0 0 } body { height: 1200px }</style>${turned('')}${box('b', 'position: absolute; left: 20.5px; top: 30px; transform: perspective(200px) rotateX(30deg)')}`, prepare: () => window.scrollTo(0, 40) },
-  { what: 'collapsed tables', html: turned('<table style="border-collapse: collapse; border: 5px solid"><tr><td id="a" style="border: 9px solid; padding: 3px">one<td id="b" style="border: 3px solid">two<tr><td id="c" style="border: 1px solid">three</table>'), noProbe: ['a', 'b', 'c'] },
-  { what: 'separate tables with a caption', html: turned('<table id="t" style="border: 5px solid; border-spacing: 3.5px"><caption id="d">words</caption><tr><td id="a">one<td><div id="b">two</div></table>'), noProbe: ['d', 't', 'a'] },
+  { what: 'a table with collapsed borders', html: turned('<table style="border-collapse: collapse; border: 5px solid"><tr><td id="a" style="border: 9px solid; padding: 3px">one<td id="b" style="border: 3px solid">two<tr><td id="c" style="border: 1px solid">three</table>'), noProbe: ['a', 'b', 'c'] },
+  { what: 'a table with separate borders and a caption', html: turned('<table id="t" style="border: 5px solid; border-spacing: 3.5px"><caption id="d">words</caption><tr><td id="a">one<td><div id="b">two</div></table>'), noProbe: ['d', 't', 'a'] },
   { what: 'order of flex items', html: turned(`<div style="display: flex; gap: 3.3px">${[3, 1, 2].map((i) => `<div id="f${i}" style="order: ${i}; flex: ${i}; height: 40px; rotate: y ${i}0deg"></div>`).join('')}</div>`) },
   { what: 'scrolling from right to left', html: turned('<div id="s" dir="rtl" style="position: relative; overflow: scroll; width: 150px; height: 100px; border: 3px solid"><div id="a" style="width: 400px; height: 30px; background: #999"></div><div id="b" style="position: absolute; left: 20px; top: 40px; width: 30px; height: 20px"></div></div>'), prepare: () => document.querySelector('#s').scrollTo(-50, 0), noProbe: ['s'], noHits: true },
   { what: 'zoom', html: `<div style="zoom: 1.5">${room(box('a', 'zoom: 0.8; border: 3px solid; translate: 10% 5px; transform: rotateY(40deg) translateX(20px); transform-origin: 20px 30px', '<div id="b" style="zoom: 1.3; margin: 5px; width: 50px; height: 20px"></div>'), 'margin: 20px')}</div>` },

@@ -62,7 +62,7 @@ const faults = [
   offsets('x: x + (left +', 'x: x + (0 +', /^inline boxes in/),
   offsets('y -= scroll.y;', '', /^scrolled|^absolute in|^sticky/),
   offsets("style.boxSizing === 'border-box' && isSize(computed)", 'true', /^scroll bars/),
-  offsets("style.display === 'table-cell' && style.borderCollapse === 'collapse'", 'false', /^collapsed/),
+  offsets("style.display === 'table-cell' && style.borderCollapse === 'collapse'", 'false', /collapsed borders/),
   boxes('box.place = [found.x, found.y];', 'box.place = [Math.round(found.x), Math.round(found.y)];', /^fractional/),
   boxes('if (rects.length > 1 && !(box.isInline && inUprightPlane)) box.exact = false;', '', /^columns in a plain/),
   boxes("(style.offsetPath ?? 'none') === 'none' &&", '', /^offset-path/),
