@@ -11,8 +11,8 @@ namespace {
 constexpr double kHalfPi = std::numbers::pi / 2;
 
 // The polar angle of (x, y), y pointing up, in radians counterclockwise from the x axis. On the y axis it is halfPi or
-// -halfPi, with the accuracy of the caller's constant, and 0 for the origin. The caller constructs
-// KeepErrno before it calculates x and y: values calculated earlier would have to be saved across that call.
+// -halfPi, with the accuracy of the caller's constant, and 0 for the origin. The caller constructs KeepErrno before it
+// calculates x and y: values calculated earlier would have to be saved across that call.
 double polarAngle(double x, double y, double halfPi) {
     if (x != 0) return std::atan2(y, x);
     if (y > 0) return halfPi;

@@ -1,40 +1,26 @@
 // The AVX2 kernel of layers in space: all four corners and all four edges at a time. Each lane does the operations of
-// the plain kernel in the same order. Compiled for AVX2: includes nothing that defines a function.
+// the plain kernel in the same order. Compiled for AVX2: includes nothing that defines a function for other files.
+#include "frame/lanes.h"
 #include "poly/kernels/layers.h"
-
-#include <immintrin.h>
 
 namespace {
 
-// One coordinate of four points, or the components of one point.
-using Lanes = __m256d;
+static_assert(kLanes == 4);
 
-Lanes all(double x) { return _mm256_set1_pd(x); }
-Lanes plus(Lanes a, Lanes b) { return _mm256_add_pd(a, b); }
-Lanes minus(Lanes a, Lanes b) { return _mm256_sub_pd(a, b); }
-Lanes times(Lanes a, Lanes b) { return _mm256_mul_pd(a, b); }
+// Comparisons give Lanes, as select and both take them.
 Lanes less(Lanes a, Lanes b) { return _mm256_cmp_pd(a, b, _CMP_LT_OQ); }
 Lanes both(Lanes a, Lanes b) { return _mm256_and_pd(a, b); }
 Lanes select(Lanes mask, Lanes ifSet, Lanes ifClear) { return _mm256_blendv_pd(ifClear, ifSet, mask); }
-// One bit for each lane of a mask.
-unsigned bitsOf(Lanes mask) { return static_cast<unsigned>(_mm256_movemask_pd(mask)); }
-// A lane in all lanes.
-template <int lane>
-Lanes spread(Lanes a) {
-    return _mm256_permute4x64_pd(a, lane * 0x55);
-}
 
 struct Rows {
     Lanes r0, r1, r2, r3;
 };
-Rows rowsOf(const double* m) {
-    return {_mm256_loadu_pd(m), _mm256_loadu_pd(m + 4), _mm256_loadu_pd(m + 8), _mm256_loadu_pd(m + 12)};
-}
+Rows rowsOf(const double* m) { return {load(m), load(m + 4), load(m + 8), load(m + 12)}; }
 
 // Whether row 0 or row 1 has a squared length near zero: the sums of both, from left to right, in two lanes.
 bool degenerate(const Rows& m) {
-    const Lanes row0 = times(m.r0, m.r0), row1 = times(m.r1, m.r1);
-    const Lanes even = _mm256_unpacklo_pd(row0, row1), odd = _mm256_unpackhi_pd(row0, row1);
+    const Lanes row0 = m.r0 * m.r0, row1 = m.r1 * m.r1;
+    const Lanes even = evenLanes(row0, row1), odd = oddLanes(row0, row1);
     const __m128d firstTwo = _mm_add_pd(_mm256_castpd256_pd128(even), _mm256_castpd256_pd128(odd));
     const __m128d firstThree = _mm_add_pd(firstTwo, _mm256_extractf128_pd(even, 1));
     const __m128d sums = _mm_add_pd(firstThree, _mm256_extractf128_pd(odd, 1));
@@ -52,15 +38,13 @@ Lanes coordinateOf(const double* p) {
 }
 
 // The point (x, y, z, 1) times a matrix.
-Lanes product(Lanes x, Lanes y, Lanes z, const Rows& m) {
-    return plus(plus(plus(times(x, m.r0), times(y, m.r1)), times(z, m.r2)), m.r3);
-}
+Lanes product(Lanes x, Lanes y, Lanes z, const Rows& m) { return x * m.r0 + y * m.r1 + z * m.r2 + m.r3; }
 Lanes product(const double* p, const Rows& m) {
     return product(_mm256_broadcast_sd(p), _mm256_broadcast_sd(p + 1), _mm256_broadcast_sd(p + 2), m);
 }
 // w where it divides, 1 where it is near zero.
 Lanes divisor(Lanes w) { return select(both(less(all(-1e-12), w), less(w, all(1e-12))), all(1.0), w); }
-Lanes reciprocal(Lanes w) { return _mm256_div_pd(all(1.0), w); }
+Lanes reciprocal(Lanes w) { return 1.0 / w; }
 
 // x, y and z of a point. Nothing is stored behind them.
 void storePoint(double* p, Lanes xyz) {
@@ -71,21 +55,21 @@ void storePoint(double* p, Lanes xyz) {
 // Inlined into both functions, so that the rows stay in registers.
 [[gnu::always_inline]] inline void transformCorners(double* p, const Rows& m) {
     Lanes q0 = product(p, m), q1 = product(p + 3, m), q2 = product(p + 6, m), q3 = product(p + 9, m);
-    const Lanes w = _mm256_permute2f128_pd(_mm256_unpackhi_pd(q0, q1), _mm256_unpackhi_pd(q2, q3), 0x31);
+    const Lanes w = _mm256_permute2f128_pd(oddLanes(q0, q1), oddLanes(q2, q3), 0x31);
     const Lanes d = divisor(w);
     const Lanes divides = _mm256_cmp_pd(d, all(1.0), _CMP_NEQ_UQ);
     // Without a projection every w is 1. Then the division, on which all stores depend, is skipped.
-    if (bitsOf(divides) != 0) {
+    if (signBits(divides) != 0) {
         const Lanes r = reciprocal(d);
-        q0 = times(q0, spread<0>(r));
-        q1 = times(q1, spread<1>(r));
-        q2 = times(q2, spread<2>(r));
-        q3 = times(q3, spread<3>(r));
+        q0 *= r[0];
+        q1 *= r[1];
+        q2 *= r[2];
+        q3 *= r[3];
     }
     // Each store writes four components; the next corner's store overwrites the fourth.
-    _mm256_storeu_pd(p, q0);
-    _mm256_storeu_pd(p + 3, q1);
-    _mm256_storeu_pd(p + 6, q2);
+    store(p, q0);
+    store(p + 3, q1);
+    store(p + 6, q2);
     storePoint(p + 9, q3);
 }
 
@@ -118,23 +102,23 @@ bool toEye(const void* layerToEye, void* corners) {
         return Ends{select(startsBehind, end, start), select(startsBehind, start, end)};
     };
     const Ends x = ends(corners), y = ends(corners + 1), z = ends(corners + 2);
-    const Lanes height = _mm256_andnot_pd(all(-0.0), minus(z.front, z.behind));
-    const Lanes t = _mm256_div_pd(minus(all(0.1), z.behind), select(crosses, height, all(1.0)));
-    const auto at = [t](const Ends& e) { return plus(e.behind, times(minus(e.front, e.behind), t)); };
+    const Lanes height = abs(z.front - z.behind);
+    const Lanes t = (0.1 - z.behind) / select(crosses, height, all(1.0));
+    const auto at = [t](const Ends& e) { return e.behind + (e.front - e.behind) * t; };
     const Lanes px = at(x), py = at(y), pz = at(z);
     const auto dot = [=](int column) {
         const double* k = m + column;
-        return plus(plus(plus(times(px, all(k[0])), times(py, all(k[4]))), times(pz, all(k[8]))), all(k[12]));
+        return px * k[0] + py * k[4] + pz * k[8] + k[12];
     };
     const Lanes r = reciprocal(divisor(dot(3)));
-    const Lanes qx = times(dot(0), r), qy = times(dot(1), r), qz = times(dot(2), r);
+    const Lanes qx = dot(0) * r, qy = dot(1) * r, qz = dot(2) * r;
     const auto storeHalves = [clipPoints](int low, int high, Lanes lanes) {
         _mm_storeu_pd(clipPoints + low, _mm256_castpd256_pd128(lanes));
         _mm_storeu_pd(clipPoints + high, _mm256_extractf128_pd(lanes, 1));
     };
-    storeHalves(0, 6, _mm256_unpacklo_pd(qx, qy));
+    storeHalves(0, 6, evenLanes(qx, qy));
     storeHalves(2, 8, _mm256_shuffle_pd(qz, qx, 0xA));
-    storeHalves(4, 10, _mm256_unpackhi_pd(qy, qz));
+    storeHalves(4, 10, oddLanes(qy, qz));
 }
 
 bool toScreen(const void* eyeToScreen, void* corners, void* clipPoints, bool* cornerBehind) {
@@ -146,10 +130,10 @@ bool toScreen(const void* eyeToScreen, void* corners, void* clipPoints, bool* co
     const Lanes depth = coordinateOf(p + 2);
     const Lanes isNan = _mm256_cmp_pd(depth, depth, _CMP_UNORD_Q);
     // If a z is NaN, comparisons do not show which corners are behind.
-    if (bitsOf(isNan) != 0) {
+    if (signBits(isNan) != 0) {
         return zan::kPlainLayerKernel.toScreen(eyeToScreen, corners, clipPoints, cornerBehind);
     }
-    const unsigned behind = bitsOf(less(depth, all(0.1)));
+    const unsigned behind = signBits(less(depth, all(0.1)));
     const unsigned bytes = behind * 0x204081 & 0x01010101;  // bit i becomes byte i
     static_assert(sizeof(bool) == 1);
     __builtin_memcpy(cornerBehind, &bytes, sizeof bytes);
@@ -158,8 +142,8 @@ bool toScreen(const void* eyeToScreen, void* corners, void* clipPoints, bool* co
         clipEdges(p, behind, crossed, elements, clip);
     } else {
         const Lanes zero = all(0.0), q = product(zero, zero, zero, m);
-        const Lanes point = times(q, reciprocal(divisor(spread<3>(q))));
-        for (double* to = clip; to != clip + 9; to += 3) _mm256_storeu_pd(to, point);
+        const Lanes point = q * reciprocal(divisor(all(q[3])));
+        for (double* to = clip; to != clip + 9; to += 3) store(to, point);
         storePoint(clip + 9, point);
     }
     transformCorners(p, m);
