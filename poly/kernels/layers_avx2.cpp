@@ -102,8 +102,7 @@ bool toEye(const void* layerToEye, void* corners) {
         return Ends{select(startsBehind, end, start), select(startsBehind, start, end)};
     };
     const Ends x = ends(corners), y = ends(corners + 1), z = ends(corners + 2);
-    const Lanes height = abs(z.front - z.behind);
-    const Lanes t = (0.1 - z.behind) / select(crosses, height, all(1.0));
+    const Lanes t = (0.1 - z.behind) / select(crosses, z.front - z.behind, all(1.0));  // front has the greater z
     const auto at = [t](const Ends& e) { return e.behind + (e.front - e.behind) * t; };
     const Lanes px = at(x), py = at(y), pz = at(z);
     const auto dot = [=](int column) {

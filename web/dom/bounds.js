@@ -83,8 +83,8 @@ export class Axes {
     const alongX = Math.abs(x[2]) * width;
     const alongY = Math.abs(y[2]) * height;
     const range = alongX + alongY;
-    // Where w is constant along a side, it may be 0 on all of it. Then only the opposite side is in front, so only sides of
-    // this direction are tested.
+    // Where w is constant along a side, it may be 0 on all of it. Then only the opposite side is in front, so only sides
+    // of this direction are tested.
     return (
       range === 0 ||
       (alongY > NEGLIGIBLE * range && range < 0.9 * width * leastStretch(x, seen)) ||

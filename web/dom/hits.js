@@ -69,7 +69,8 @@ export class Hits {
   }
 
   // Determines which elements from this one down to its last leaf are plain: without transform, perspective or 3D space,
-  // since otherwise they would be offset parents (except inline elements with preserve-3d). To read one offset parent takes less time than those properties.
+  // since otherwise they would be offset parents (except inline elements with preserve-3d). To read one offset parent
+  // takes less time than those properties.
   #findPlain(element) {
     let leaf = element;
     while (leaf.lastElementChild && leaf.shadowRoot === null) leaf = leaf.lastElementChild;
